@@ -3,11 +3,10 @@
 #include <atomic>
 #include <cstdlib>
 #include <fstream>
+#include <gtest/gtest.h>
 #include <sstream>
 #include <stdexcept>
 #include <unistd.h>
-
-#include <gtest/gtest.h>
 
 namespace keltest {
 namespace {
@@ -20,8 +19,7 @@ std::filesystem::path& ScratchRoot() {
 class ScratchEnvironment : public ::testing::Environment {
 public:
     void SetUp() override {
-        std::string pattern =
-            (std::filesystem::temp_directory_path() / "kel-test-XXXXXX").string();
+        std::string pattern = (std::filesystem::temp_directory_path() / "kel-test-XXXXXX").string();
         if (mkdtemp(pattern.data()) == nullptr)
             throw std::runtime_error("cannot make a scratch folder");
         ScratchRoot() = pattern;
