@@ -166,8 +166,7 @@ BASALT_EXPORT BCStringRef BCStringCreateWithFormatAndArguments(BCAllocatorRef al
                                                                BCDictionaryRef formatOptions,
                                                                BCStringRef format,
                                                                va_list arguments);
-BASALT_EXPORT BCMutableStringRef BCStringCreateMutable(BCAllocatorRef allocator,
-                                                       BCIndex maxLength);
+BASALT_EXPORT BCMutableStringRef BCStringCreateMutable(BCAllocatorRef allocator, BCIndex maxLength);
 BASALT_EXPORT BCMutableStringRef BCStringCreateMutableCopy(BCAllocatorRef allocator,
                                                            BCIndex maxLength, BCStringRef string);
 
@@ -181,17 +180,19 @@ BASALT_EXPORT Boolean BCStringGetCString(BCStringRef string, char* buffer, BCInd
 BASALT_EXPORT Boolean BCStringGetPascalString(BCStringRef string, unsigned char* buffer,
                                               BCIndex bufferSize, BCStringEncoding encoding);
 /* Converts a range; returns characters converted, stores the bytes used. */
-BASALT_EXPORT BCIndex BCStringGetBytes(BCStringRef string, BCRange range,
-                                       BCStringEncoding encoding, uint8_t lossByte,
-                                       Boolean isExternalRepresentation, uint8_t* buffer,
-                                       BCIndex maxBufLen, BCIndex* usedBufLen);
-BASALT_EXPORT BCIndex BCStringGetMaximumSizeForEncoding(BCIndex length,
-                                                        BCStringEncoding encoding);
+BASALT_EXPORT BCIndex BCStringGetBytes(BCStringRef string, BCRange range, BCStringEncoding encoding,
+                                       uint8_t lossByte, Boolean isExternalRepresentation,
+                                       uint8_t* buffer, BCIndex maxBufLen, BCIndex* usedBufLen);
+BASALT_EXPORT BCIndex BCStringGetMaximumSizeForEncoding(BCIndex length, BCStringEncoding encoding);
 BASALT_EXPORT BCStringEncoding BCStringGetSystemEncoding(void);
 
 BASALT_EXPORT BCComparisonResult BCStringCompare(BCStringRef a, BCStringRef b,
                                                  BCOptionFlags options);
 BASALT_EXPORT BCRange BCStringFind(BCStringRef string, BCStringRef toFind, BCOptionFlags options);
+/* Searches within rangeToSearch; true and the match in *result (which may be null) if found. */
+BASALT_EXPORT Boolean BCStringFindWithOptions(BCStringRef string, BCStringRef toFind,
+                                              BCRange rangeToSearch, BCOptionFlags options,
+                                              BCRange* result);
 BASALT_EXPORT Boolean BCStringHasPrefix(BCStringRef string, BCStringRef prefix);
 BASALT_EXPORT Boolean BCStringHasSuffix(BCStringRef string, BCStringRef suffix);
 BASALT_EXPORT int32_t BCStringGetIntValue(BCStringRef string);
@@ -201,8 +202,7 @@ BASALT_EXPORT void BCStringAppendCharacters(BCMutableStringRef string, const Uni
                                             BCIndex numChars);
 BASALT_EXPORT void BCStringAppendCString(BCMutableStringRef string, const char* cString,
                                          BCStringEncoding encoding);
-BASALT_EXPORT void BCStringInsert(BCMutableStringRef string, BCIndex index,
-                                  BCStringRef inserted);
+BASALT_EXPORT void BCStringInsert(BCMutableStringRef string, BCIndex index, BCStringRef inserted);
 BASALT_EXPORT void BCStringDelete(BCMutableStringRef string, BCRange range);
 BASALT_EXPORT void BCStringReplace(BCMutableStringRef string, BCRange range,
                                    BCStringRef replacement);
@@ -243,8 +243,8 @@ BASALT_EXPORT BCArrayRef BCArrayCreate(BCAllocatorRef allocator, const void** va
 BASALT_EXPORT BCArrayRef BCArrayCreateCopy(BCAllocatorRef allocator, BCArrayRef array);
 BASALT_EXPORT BCMutableArrayRef BCArrayCreateMutable(BCAllocatorRef allocator, BCIndex capacity,
                                                      const BCArrayCallBacks* callBacks);
-BASALT_EXPORT BCMutableArrayRef BCArrayCreateMutableCopy(BCAllocatorRef allocator,
-                                                         BCIndex capacity, BCArrayRef array);
+BASALT_EXPORT BCMutableArrayRef BCArrayCreateMutableCopy(BCAllocatorRef allocator, BCIndex capacity,
+                                                         BCArrayRef array);
 BASALT_EXPORT BCIndex BCArrayGetCount(BCArrayRef array);
 BASALT_EXPORT const void* BCArrayGetValueAtIndex(BCArrayRef array, BCIndex index);
 BASALT_EXPORT Boolean BCArrayContainsValue(BCArrayRef array, BCRange range, const void* value);
@@ -332,21 +332,38 @@ typedef enum BCURLPathStyle { kBCURLPOSIXPathStyle = 0 } BCURLPathStyle;
 /* File URLs hold the path percent-escaped; paths are bytes, so any name round-trips. */
 BASALT_EXPORT BCURLRef BCURLCreateWithString(BCAllocatorRef allocator, BCStringRef urlString,
                                              BCURLRef baseURL);
-BASALT_EXPORT BCURLRef BCURLCreateWithFileSystemPath(BCAllocatorRef allocator,
-                                                     BCStringRef filePath,
-                                                     BCURLPathStyle pathStyle,
-                                                     Boolean isDirectory);
+/* The URL of the text of bytes in an encoding, resolved against baseURL when relative. */
+BASALT_EXPORT BCURLRef BCURLCreateWithBytes(BCAllocatorRef allocator, const uint8_t* bytes,
+                                            BCIndex length, BCStringEncoding encoding,
+                                            BCURLRef baseURL);
+/* A relative path is resolved against the working directory. */
+BASALT_EXPORT BCURLRef BCURLCreateWithFileSystemPath(BCAllocatorRef allocator, BCStringRef filePath,
+                                                     BCURLPathStyle pathStyle, Boolean isDirectory);
+/* A relative path is resolved against baseURL, a folder; "." and ".." steps are removed. */
+BASALT_EXPORT BCURLRef BCURLCreateWithFileSystemPathRelativeToBase(BCAllocatorRef allocator,
+                                                                   BCStringRef filePath,
+                                                                   BCURLPathStyle pathStyle,
+                                                                   Boolean isDirectory,
+                                                                   BCURLRef baseURL);
 BASALT_EXPORT BCURLRef BCURLCreateFromFileSystemRepresentation(BCAllocatorRef allocator,
                                                                const uint8_t* buffer,
-                                                               BCIndex bufLen,
-                                                               Boolean isDirectory);
-BASALT_EXPORT BCURLRef BCURLCreateCopyAppendingPathComponent(BCAllocatorRef allocator,
-                                                             BCURLRef url,
+                                                               BCIndex bufLen, Boolean isDirectory);
+BASALT_EXPORT BCURLRef BCURLCreateCopyAppendingPathComponent(BCAllocatorRef allocator, BCURLRef url,
                                                              BCStringRef pathComponent,
                                                              Boolean isDirectory);
 BASALT_EXPORT BCURLRef BCURLCreateCopyDeletingLastPathComponent(BCAllocatorRef allocator,
                                                                 BCURLRef url);
 BASALT_EXPORT BCStringRef BCURLGetString(BCURLRef url);
+/* The URL with "." and ".." steps of its path removed. */
+BASALT_EXPORT BCURLRef BCURLCopyAbsoluteURL(BCURLRef url);
+/* The URL's text as bytes in an encoding (the text is ASCII, so any ASCII superset works). */
+BASALT_EXPORT BCDataRef BCURLCreateData(BCAllocatorRef allocator, BCURLRef url,
+                                        BCStringEncoding encoding, Boolean escapeWhitespace);
+/* The text after the last dot of the last path component; null when there is none. */
+BASALT_EXPORT BCStringRef BCURLCopyPathExtension(BCURLRef url);
+/* The home folder of the named user, or of the current user for a null name; null if none. */
+BASALT_EXPORT BCURLRef BCCopyHomeDirectoryURLForUser(BCStringRef userName);
+/* Null when the path is not valid UTF-8: use BCURLGetFileSystemRepresentation for bytes. */
 BASALT_EXPORT BCStringRef BCURLCopyFileSystemPath(BCURLRef url, BCURLPathStyle pathStyle);
 BASALT_EXPORT Boolean BCURLGetFileSystemRepresentation(BCURLRef url, Boolean resolveAgainstBase,
                                                        uint8_t* buffer, BCIndex maxBufLen);
@@ -382,8 +399,13 @@ BASALT_EXPORT void* BCBundleGetFunctionPointerForName(BCBundleRef bundle, BCStri
 /* ---- Preferences ------------------------------------------------------------------------- */
 
 /*
- * One JSON file per domain under $XDG_CONFIG_HOME/kel/preferences/. Writes are atomic and
+ * One JSON file per domain under $XDG_CONFIG_HOME/kel/preferences/: <identifier>.json, the
+ * current application's identifier (else its executable's name), .GlobalPreferences.json for
+ * any application, ByHost/<domain>.<host>.json for the current host. There is one store per
+ * user; the any-user domain is the current user's. Every set writes through at once, merged
+ * with what other processes wrote; Synchronize re-reads the file. Writes are atomic and
  * locked; a file that does not parse is set aside as <file>.corrupt-N and defaults are used.
+ * A null value removes the key.
  */
 BASALT_EXPORT extern const BCStringRef kBCPreferencesCurrentApplication;
 BASALT_EXPORT extern const BCStringRef kBCPreferencesAnyApplication;
@@ -410,7 +432,7 @@ BASALT_EXPORT Boolean BCPreferencesSynchronize(BCStringRef applicationID, BCStri
 
 /* ---- Run loops --------------------------------------------------------------------------- */
 
-/* The main run loop belongs to the thread that first asked for any run loop of the process. */
+/* One run loop per thread; the main run loop is the one of the thread that ran main(). */
 BASALT_EXPORT BCRunLoopRef BCRunLoopGetCurrent(void);
 BASALT_EXPORT BCRunLoopRef BCRunLoopGetMain(void);
 
@@ -429,6 +451,11 @@ BASALT_EXPORT void HLock(Handle h);
 BASALT_EXPORT void HUnlock(Handle h);
 BASALT_EXPORT StatusCode MemError(void);
 BASALT_EXPORT StatusCode PtrToHand(const void* srcPtr, Handle* dstHndl, long size);
+/* Replaces *theHndl with a new handle holding a copy of its contents. */
+BASALT_EXPORT StatusCode HandToHand(Handle* theHndl);
+BASALT_EXPORT Ptr NewPtr(Size byteCount);
+BASALT_EXPORT Ptr NewPtrClear(Size byteCount);
+BASALT_EXPORT void DisposePtr(Ptr p);
 
 /* ---- Text encodings and collation -------------------------------------------------------- */
 
@@ -438,13 +465,19 @@ enum {
     kTextLanguageDontCare = -128,
     kTextRegionDontCare = -128,
     kTextEncodingMacRoman = 0,
-    kTextEncodingUnicodeDefault = 0x0100
+    kTextEncodingUnicodeDefault = 0x0100,
+    smSysScript = 18,
+    smKeyScript = 22,
+    kTextUnsupportedEncodingErr = -8738,
+    kTextMalformedInputErr = -8739,
+    kTECOutputBufferFullStatus = -8785
 };
 
 typedef struct OpaqueTextToUnicodeInfo* TextToUnicodeInfo;
 
 /* The encoding of the application's legacy text: $KEL_TEXT_ENCODING if set, else MacRoman. */
 BASALT_EXPORT TextEncoding GetApplicationTextEncoding(void);
+/* smSysScript and smKeyScript answer the script of the application's text encoding. */
 BASALT_EXPORT ScriptCode GetScriptManagerVariable(int16_t selector);
 BASALT_EXPORT StatusCode UpgradeScriptInfoToTextEncoding(ScriptCode script, int16_t language,
                                                          int16_t region, ConstStr255Param font,
@@ -459,6 +492,15 @@ BASALT_EXPORT StatusCode ConvertFromTextToUnicode(TextToUnicodeInfo info, BCInde
                                                   BCIndex outputBufLen, BCIndex* sourceRead,
                                                   BCIndex* outputLen, UniChar* output);
 BASALT_EXPORT StatusCode DisposeTextToUnicodeInfo(TextToUnicodeInfo* info);
+
+/* The format field of an encoding: 0 for 8-bit and UTF-16 forms, 2 for UTF-8. */
+BASALT_EXPORT uint32_t GetTextEncodingFormat(TextEncoding encoding);
+/* Guesses the encoding of bytes (ICU's detector) with a confidence from 0 to 1, and the length
+   of the bytes that end on a whole character. kTextUnsupportedEncodingErr when the guess is
+   not an encoding this platform converts. */
+BASALT_EXPORT StatusCode TECSniffEncodingAndLanguage(const void* bytes, BCIndex byteCount,
+                                                     TextEncoding* encoding, float* confidence,
+                                                     BCIndex* usableLength);
 
 /* Collation options: bit 1 ignore case, bits 2-3 ignore accents/width, 0x38000 locale rules. */
 typedef uint32_t UCCollateOptions;
