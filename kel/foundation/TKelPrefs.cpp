@@ -1,32 +1,12 @@
 #include "kel/foundation/TKelPrefs.h"
 
-#include "kel/foundation/KelBundle.h"
 #include "kel/foundation/TKelPrefsStore.h"
 #include "kel/foundation/TMutableStringRef.h"
 
 #include <array>
 #include <cstring>
 
-BCStringRef kKelPrefDialogPosition = nullptr;
-BCStringRef kKelPrefDialogSize = nullptr;
-BCStringRef kKelPrefDialogPath = nullptr;
-BCStringRef kKelPrefDialogHomeDirectoryPath = nullptr;
-BCStringRef kKelPrefWindowMinimized = nullptr;
-BCStringRef kKelPrefExtensionHidden = nullptr;
-
 namespace {
-
-void MakeKeyLeaves() {
-    if (kKelPrefDialogPosition != nullptr) {
-        return;
-    }
-    kKelPrefDialogPosition = BCSTR("Position");
-    kKelPrefDialogSize = BCSTR("Size");
-    kKelPrefDialogPath = BCSTR("Path");
-    kKelPrefDialogHomeDirectoryPath = BCSTR("HomeDirectoryPath");
-    kKelPrefWindowMinimized = BCSTR("Disclosure");
-    kKelPrefExtensionHidden = BCSTR("ExtensionHidden");
-}
 
 void PutBigEndian(uint8_t* out, int16_t value) {
     out[0] = static_cast<uint8_t>(static_cast<uint16_t>(value) >> 8);
@@ -41,11 +21,9 @@ int16_t GetBigEndian(const uint8_t* in) {
 
 TKelPrefs::TKelPrefs() {
     MakeKeyLeaves();
-    TStringRef key =
-        KelBundle::GetStringResourceNonLocalized(BCSTR("VelmoMaximumRecentFoldersKey"));
     uint16_t stored = 0;
     uint8_t failed = false;
-    GetPreferenceData(key, sizeof stored, &stored, failed);
+    GetPreferenceData(MaximumRecentFoldersKey(), sizeof stored, &stored, failed);
     if (!failed) {
         maximumRecentFolders = stored;
     }

@@ -73,7 +73,15 @@ public:
 
     uint16_t MaximumRecentFolders() const { return maximumRecentFolders; }
 
+    // The preference names of the shared settings, as the bundle's "KelServices" table maps
+    // them; looked up once and kept for the process.
+    static BCStringRef MaximumRecentFoldersKey();
+    static BCStringRef RecentFoldersKey();
+    static BCStringRef ShowAllFilesKey();
+    static BCStringRef ExpertModeKey();
+
 private:
+    static void MakeKeyLeaves();
     uint8_t GetByte(const TStringRef& leaf, uint8_t absent) const;
     void SetByte(const TStringRef& leaf, uint8_t value) const;
 

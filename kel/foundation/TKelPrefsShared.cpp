@@ -1,7 +1,6 @@
 // The settings of TKelPrefs that are not tied to one dialog: view style, column width, search
 // scope and the display of invisible items.
 
-#include "kel/foundation/KelBundle.h"
 #include "kel/foundation/TKelPrefs.h"
 #include "kel/foundation/TKelPrefsStore.h"
 
@@ -54,17 +53,15 @@ void TKelPrefs::SetQueryScope(QueryScope scope) const {
 }
 
 bool TKelPrefs::GetInvisiblePrefs() {
-    TStringRef showAllKey = KelBundle::GetStringResourceNonLocalized(BCSTR("VelmoShowAllFiles"));
-    TObjectRef showAll(
-        BCPreferencesCopyAppValue(showAllKey.AsBCStringRef(), kBCPreferencesAnyApplication), false);
+    BCStringRef showAllKey = ShowAllFilesKey();
+    TObjectRef showAll(BCPreferencesCopyAppValue(showAllKey, kBCPreferencesAnyApplication), false);
     if (showAll.IsNil()) {
         showAll =
-            TObjectRef(BCPreferencesCopyValue(showAllKey.AsBCStringRef(), BCSTR("TKGlobal"),
+            TObjectRef(BCPreferencesCopyValue(showAllKey, BCSTR("TKGlobal"),
                                               kBCPreferencesCurrentUser, kBCPreferencesAnyHost),
                        false);
     }
-    TStringRef expertKey = KelBundle::GetStringResourceNonLocalized(BCSTR("ExpertMode"));
-    TObjectRef expert(
-        BCPreferencesCopyAppValue(expertKey.AsBCStringRef(), kBCPreferencesAnyApplication), false);
+    TObjectRef expert(BCPreferencesCopyAppValue(ExpertModeKey(), kBCPreferencesAnyApplication),
+                      false);
     return kel_prefs::IsAffirmative(showAll.Get()) || kel_prefs::IsAffirmative(expert.Get());
 }
