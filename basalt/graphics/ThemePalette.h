@@ -28,6 +28,7 @@ struct ThemePalette {
     ThemeColor shadow = Hex(0x000000, 0.06);
     ThemeColor text = Hex(0x1E2126);
     ThemeColor textOnAccent = Hex(0xFFFFFF);
+    ThemeColor textSecondary = Hex(0x6B717A);
     ThemeColor mark = Hex(0x30353C);
     ThemeColor accent = Hex(0x3A6EA5);
     ThemeColor accentDark = Hex(0x2C5683);

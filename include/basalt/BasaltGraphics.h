@@ -572,7 +572,18 @@ typedef struct BTThemeButtonDrawInfo {
     BTThemeButtonAdornment adornment;
 } BTThemeButtonDrawInfo;
 
-enum { kBTThemeBackgroundWindow = 1, kBTThemeBackgroundPlacard = 2, kBTThemeBackgroundList = 11 };
+enum {
+    kBTThemeBackgroundWindow = 1,
+    kBTThemeBackgroundPlacard = 2,
+    kBTThemeBackgroundListView = 10,
+    kBTThemeBackgroundDialogArea = 11 /* a dialog's own content, custom areas included */
+};
+
+enum {
+    kBTThemeTextColorPlain = 0,
+    kBTThemeTextColorOnAccent = 1, /* titles of active default buttons, selected rows */
+    kBTThemeTextColorSecondary = 2 /* labels beside values, captions */
+};
 
 BASALT_EXPORT StatusCode BTThemeDrawFrame(const BGRect* rect, const BTThemeFrameDrawInfo* info,
                                           BGContextRef context);
@@ -585,13 +596,19 @@ BASALT_EXPORT StatusCode BTThemeDrawGenericWell(const BGRect* rect, const BTThem
 BASALT_EXPORT StatusCode BTThemeDrawFocusRect(const BGRect* rect, Boolean hasFocus,
                                               BGContextRef context);
 /* Draws the button's body; outLabelRect (may be null) is where its title belongs. For a check
-   box, radio button or disclosure triangle the mark sits at the left (vertically centred). */
+   box, radio button or disclosure triangle the mark sits at the left (vertically centred). An
+   active default push button is filled with the accent: its title takes
+   kBTThemeTextColorOnAccent. */
 BASALT_EXPORT StatusCode BTThemeDrawButton(const BGRect* bounds, BTThemeButtonKind kind,
                                            const BTThemeButtonDrawInfo* info, BGContextRef context,
                                            BGRect* outLabelRect);
 /* A horizontal or vertical line along the longer side of rect. */
 BASALT_EXPORT StatusCode BTThemeDrawSeparator(const BGRect* rect, BTThemeDrawState state,
                                               BGContextRef context);
+/* Sets the context's fill colour to the theme's text colour of that kind, dimmed for
+   unavailable states. */
+BASALT_EXPORT StatusCode BTThemeSetTextColor(uint32_t kind, BTThemeDrawState state,
+                                             BGContextRef context);
 /* Sets the context's fill colour to the background of that kind. */
 BASALT_EXPORT StatusCode BTThemeApplyBackground(const BGRect* bounds, uint32_t kind,
                                                 BTThemeDrawState state, BGContextRef context);
