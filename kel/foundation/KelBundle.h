@@ -6,6 +6,7 @@
 #include "kel/foundation/TStringRef.h"
 
 #include <basalt/BasaltCore.h>
+#include <basalt/BasaltGraphics.h>
 
 namespace KelBundle {
 
@@ -19,4 +20,12 @@ TStringRef GetStringResource(TStringRef key);
 // The same from the table "KelServices", which holds names that are not translated.
 TStringRef GetStringResourceNonLocalized(TStringRef key);
 
+// The PNG resource of that full name ("_internal_X.png"), decoded into memory of its own; null
+// when the resource or the image is missing. The caller releases it.
+BGImageRef GetImageFromPNG(BCStringRef name);
+
 } // namespace KelBundle
+
+// A copy of image that owns its pixels (32-bit, alpha premultiplied first), so that drawing it
+// later does not go back to where it was read from. Null when memory fails.
+BGImageRef CopyImageIntoRAM(BGImageRef image);
