@@ -49,7 +49,11 @@ TUniString::TUniString(BCStringRef string) {
 }
 
 TUniString& TUniString::operator=(const TUniString& other) {
-    Set(other);
+    // A copy, as the copy constructor makes it: containers assign elements and must not cut them.
+    TUniString copy(other);
+    std::swap(capacity, copy.capacity);
+    std::swap(length, copy.length);
+    std::swap(buffer, copy.buffer);
     return *this;
 }
 

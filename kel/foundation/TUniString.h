@@ -35,6 +35,7 @@ public:
     TUniString(const uint8_t* lengthPrefixed, ScriptCode script);
     TUniString(const char* text, ScriptCode script);
     explicit TUniString(BCStringRef string);
+    // Becomes a copy as the copy constructor makes it; Set(other) is the capacity-keeping form.
     TUniString& operator=(const TUniString& other);
     virtual ~TUniString();
 

@@ -62,6 +62,13 @@ TEST(TUniString, CopyOfASmallStringOutlivesItsSource) {
     EXPECT_EQ(copy.Characters()[0], 'x');
 }
 
+TEST(TUniString, AssignmentInContainersKeepsLongText) {
+    std::vector<uint16_t> letters(300, 'a');
+    std::vector<TUniString> list{TUniString(), TUniString(300, letters.data())};
+    list.erase(list.begin());
+    EXPECT_EQ(list[0].Length(), 300u);
+}
+
 TEST(TUniString, CapacityGrowsOnlyWhenFull) {
     std::vector<uint16_t> letters(255, 'a');
     TUniString full(255, letters.data());
