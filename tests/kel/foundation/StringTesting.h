@@ -1,0 +1,36 @@
+#pragma once
+
+// Helpers that turn holders into std::string so that failures print readable text.
+
+#include "kel/foundation/TStringRef.h"
+#include "kel/foundation/TUniString.h"
+
+#include <string>
+
+namespace keltest {
+
+inline std::string Utf8(BCStringRef string) {
+    if (string == nullptr) {
+        return "<nil>";
+    }
+    char buffer[1024] = {};
+    BCStringGetCString(string, buffer, sizeof buffer, kBCStringEncodingUTF8);
+    return buffer;
+}
+
+inline std::string Utf8(const TStringRef& string) {
+    return Utf8(string.AsBCStringRef());
+}
+
+inline std::string Utf8(const TUniString& string) {
+    return Utf8(string.AsBCString());
+}
+
+inline TUniString Uni(const char* ascii) {
+    TStringRef text = TStringRef::Create(ascii, kBCStringEncodingUTF8);
+    TUniString made;
+    made.Set(text.AsBCStringRef(), false);
+    return made;
+}
+
+} // namespace keltest
