@@ -321,6 +321,30 @@ BASALT_EXPORT void BGContextStrokeLineSegments(BGContextRef context, const BGPoi
    context). */
 BASALT_EXPORT void BGContextDrawImage(BGContextRef context, BGRect rect, BGImageRef image);
 
+/* ---- Displays ----------------------------------------------------------------------------- */
+
+typedef uint32_t BGDirectDisplayID;
+typedef uint32_t BGDisplayChangeSummaryFlags;
+enum {
+    kBGDisplayBeginConfigurationFlag = 1, /* a change is about to happen */
+    kBGDisplayMovedFlag = 2,
+    kBGDisplaySetMainFlag = 4,
+    kBGDisplaySetModeFlag = 8,
+    kBGDisplayAddFlag = 16,
+    kBGDisplayRemoveFlag = 32
+};
+
+typedef void (*BGDisplayReconfigurationCallBack)(BGDirectDisplayID display,
+                                                 BGDisplayChangeSummaryFlags flags, void* userInfo);
+
+/* Called on the main thread for every change of the displays' arrangement: once with
+   kBGDisplayBeginConfigurationFlag, then with what changed. Registering the same pair twice
+   is paramErr; a callback may remove itself or others while being called. */
+BASALT_EXPORT StatusCode
+BGDisplayRegisterReconfigurationCallback(BGDisplayReconfigurationCallBack callback, void* userInfo);
+BASALT_EXPORT StatusCode
+BGDisplayRemoveReconfigurationCallback(BGDisplayReconfigurationCallBack callback, void* userInfo);
+
 /* ---- Regions ------------------------------------------------------------------------------ */
 
 /* A set of whole-number pixels in window coordinates (y down). */
