@@ -1,5 +1,7 @@
 #include "basalt/graphics/FontMap.h"
 
+#include <utility>
+
 namespace basalt::graphics {
 
 namespace {
@@ -25,9 +27,20 @@ constexpr ThemeFont kThemeFonts[] = {
     {kBTThemeFontScopeEmphasized, 11, PANGO_WEIGHT_BOLD},
 };
 
+// Control font styles' names for some of the theme fonts.
+constexpr std::pair<BTThemeFontID, BTThemeFontID> kAliases[] = {
+    {kBTControlFontSmallSystem, kBTThemeFontSmallSystem},
+    {kBTControlFontSmallEmphasized, kBTThemeFontSmallEmphasized},
+    {kBTControlFontBigSystem, kBTThemeFontSystem},
+    {kBTControlFontViews, kBTThemeFontViews},
+};
+
 } // namespace
 
 PangoFontDescription* CreateThemeFontDescription(BTThemeFontID font) {
+    for (const auto& [alias, theme] : kAliases)
+        if (font == alias)
+            font = theme;
     for (const ThemeFont& entry : kThemeFonts) {
         if (entry.id != font)
             continue;

@@ -69,6 +69,9 @@ extern "C" StatusCode PlotIconRefInContext(BGContextRef context, const BGRect* r
     cairo_surface_t* picture = icon->PictureFor(PixelSize(cr, side));
     cairo_save(cr);
     MakeUpright(cr, square);
+    // Clipped first, so the group the looks are composed in is only as big as the icon.
+    cairo_rectangle(cr, square.origin.x, square.origin.y, side, side);
+    cairo_clip(cr);
     cairo_push_group(cr);
     if (picture != nullptr)
         PaintPicture(cr, picture, square);

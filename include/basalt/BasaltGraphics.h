@@ -456,7 +456,13 @@ enum {
     kBTThemeFontApplication = 5,
     kBTThemeFontLabel = 6,
     kBTThemeFontScope = 1005,
-    kBTThemeFontScopeEmphasized = 1006
+    kBTThemeFontScopeEmphasized = 1006,
+    /* Control font styles name theme fonts by small negative numbers; these are the same
+       fonts under those numbers (-1, -2, -3, -4 as 16 bits). */
+    kBTControlFontSmallSystem = 0xFFFF,
+    kBTControlFontSmallEmphasized = 0xFFFE,
+    kBTControlFontBigSystem = 0xFFFD,
+    kBTControlFontViews = 0xFFFC
 };
 
 typedef uint32_t BTThemeDrawState;

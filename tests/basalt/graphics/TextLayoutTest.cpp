@@ -26,6 +26,10 @@ TEST(TextLayout, WidthGrowsWithTheTextAndBoldIsWider) {
     EXPECT_LT(shortText->baseline, shortText->size.height);
     style.font = kBTThemeFontEmphasized;
     EXPECT_GT(MeasureText("Open Recent Documents", style, 0)->size.width, longText->size.width);
+    style.font = kBTControlFontViews;
+    const auto views = MeasureText("Open", style, 0);
+    style.font = kBTThemeFontViews;
+    EXPECT_EQ(MeasureText("Open", style, 0)->size.width, views->size.width);
     style.font = kBTThemeFontLabel;
     EXPECT_LT(MeasureText("Open Recent Documents", style, 0)->size.height, longText->size.height);
 }
