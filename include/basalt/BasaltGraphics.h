@@ -186,7 +186,6 @@ enum { kBGRenderingIntentDefault = 0 };
 /* Status values of the graphics calls. */
 enum {
     kBGImageFormatErr = -2020, /* the bytes are no image of a format that can be read */
-    kBGImageLayoutErr = -2021, /* a pixel layout other than those above */
     kBGNoImageErr = -2022      /* a missing image or file */
 };
 
