@@ -605,7 +605,9 @@ enum {
     kBTThemeBackgroundWindow = 1,
     kBTThemeBackgroundPlacard = 2,
     kBTThemeBackgroundListView = 10,
-    kBTThemeBackgroundDialogArea = 11 /* a dialog's own content, custom areas included */
+    kBTThemeBackgroundDialogArea = 11, /* a dialog's own content, custom areas included */
+    kBTThemeBackgroundSelection = 20,  /* selected rows: the accent, grey when inactive */
+    kBTThemeBackgroundListStripe = 21  /* every other row of a striped list */
 };
 
 enum {
@@ -633,6 +635,11 @@ BASALT_EXPORT StatusCode BTThemeDrawButton(const BGRect* bounds, BTThemeButtonKi
                                            BGRect* outLabelRect);
 /* A horizontal or vertical line along the longer side of rect. */
 BASALT_EXPORT StatusCode BTThemeDrawSeparator(const BGRect* rect, BTThemeDrawState state,
+                                              BGContextRef context);
+/* A scroll bar along the longer side of track: the track, and the thumb from thumbStart for
+   thumbLength points along it (no thumb when thumbLength is 0). */
+BASALT_EXPORT StatusCode BTThemeDrawScrollBar(const BGRect* track, BGFloat thumbStart,
+                                              BGFloat thumbLength, BTThemeDrawState state,
                                               BGContextRef context);
 /* Sets the context's fill colour to the theme's text colour of that kind, dimmed for
    unavailable states. */

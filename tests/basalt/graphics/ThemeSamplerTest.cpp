@@ -142,11 +142,16 @@ void Sidebar(BGContextRef context) {
         const double y = 181 + i * 26;
         const BGRect square = BGRectMake(346, y + 3, 20, 20);
         PlotIconRefInContext(context, &square, 0, 0, nullptr, 0, icon);
-        Text(context, names[i], BGRectMake(372, y, 160, 26), kBTThemeFontViews,
+        Text(context, names[i], BGRectMake(372, y, 146, 26), kBTThemeFontViews,
              kBTThemeTextFlushLeft, kBTThemeStateActive, 1,
              i == 1 ? kBTThemeTextColorOnAccent : kBTThemeTextColorPlain);
         ReleaseIconRef(icon);
     }
+}
+
+void ScrollBar(BGContextRef context) {
+    const BGRect track = BGRectMake(526, 181, 13, 78);
+    BTThemeDrawScrollBar(&track, 6, 40, kBTThemeStateActive, context);
 }
 
 void Preview(BGContextRef context) {
@@ -263,6 +268,7 @@ void DrawSampler(BGContextRef context) {
     Fields(context);
     Icons(context);
     Sidebar(context);
+    ScrollBar(context);
     Preview(context);
     BundleArt(context);
 }
