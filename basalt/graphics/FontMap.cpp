@@ -35,19 +35,28 @@ constexpr std::pair<BTThemeFontID, BTThemeFontID> kAliases[] = {
     {kBTControlFontViews, kBTThemeFontViews},
 };
 
-} // namespace
-
-PangoFontDescription* CreateThemeFontDescription(BTThemeFontID font) {
+const ThemeFont* Lookup(BTThemeFontID font) {
     for (const auto& [alias, theme] : kAliases)
         if (font == alias)
             font = theme;
-    for (const ThemeFont& entry : kThemeFonts) {
-        if (entry.id != font)
-            continue;
+    for (const ThemeFont& entry : kThemeFonts)
+        if (entry.id == font)
+            return &entry;
+    return nullptr;
+}
+
+} // namespace
+
+bool IsThemeFont(BTThemeFontID font) {
+    return Lookup(font) != nullptr;
+}
+
+PangoFontDescription* CreateThemeFontDescription(BTThemeFontID font) {
+    if (const ThemeFont* entry = Lookup(font)) {
         PangoFontDescription* description = pango_font_description_new();
         pango_font_description_set_family_static(description, kFamily);
-        pango_font_description_set_absolute_size(description, entry.size * PANGO_SCALE);
-        pango_font_description_set_weight(description, entry.weight);
+        pango_font_description_set_absolute_size(description, entry->size * PANGO_SCALE);
+        pango_font_description_set_weight(description, entry->weight);
         return description;
     }
     return nullptr;

@@ -119,6 +119,9 @@ std::optional<TextMeasure> MeasureText(std::string_view utf8, const TextBoxStyle
 std::optional<bool> DrawText(cairo_t* cr, std::string_view utf8, const TextBoxStyle& style,
                              BGRect box) {
     box = BGRectStandardize(box);
+    // Nothing fits in a box without width; without this the text would run unbounded.
+    if (box.size.width <= 0)
+        return IsThemeFont(style.font) ? std::optional<bool>(!utf8.empty()) : std::nullopt;
     LayoutPtr layout = BuildLayout(DrawingContext(cr), utf8, style, box.size.width);
     if (!layout)
         return std::nullopt;

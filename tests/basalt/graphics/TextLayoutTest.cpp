@@ -79,6 +79,7 @@ TEST(TextLayout, TruncatedTextEndsInsideItsBox) {
     TextBoxStyle style;
     style.truncation = kBTThemeTextTruncationEnd;
     style.maxLines = 1;
+    EXPECT_EQ(DrawText(cr, kLong, style, BGRectMake(150, 0, 0, 20)), true) << "no room at all";
     EXPECT_EQ(DrawText(cr, kLong, style, BGRectMake(0, 0, 100, 20)), true);
     EXPECT_TRUE(ColumnHasInk(context, 3, 20));
     for (int x = 101; x < 200; ++x)
