@@ -51,8 +51,8 @@ void Tint(cairo_t* cr, double red, double green, double blue, double amount) {
 } // namespace
 
 extern "C" StatusCode PlotIconRefInContext(BGContextRef context, const BGRect* rect,
-                                           IconAlignmentType align, IconTransformType transform,
-                                           const RGBColor* labelColor, PlotIconRefFlags flags,
+                                           BTIconAlignment align, BTIconTransform transform,
+                                           const BTRGBColor* labelColor, BTPlotIconFlags flags,
                                            IconRef icon) {
     (void)align;
     (void)flags;
@@ -80,10 +80,10 @@ extern "C" StatusCode PlotIconRefInContext(BGContextRef context, const BGRect* r
     if (labelColor != nullptr)
         Tint(cr, labelColor->red / 65535.0, labelColor->green / 65535.0, labelColor->blue / 65535.0,
              kLabelTint);
-    if (transform & kTransformSelected)
+    if (transform & kBTIconTransformSelected)
         Tint(cr, 0, 0, 0, kSelectedShade);
     cairo_pop_group_to_source(cr);
-    const bool disabled = (transform & 0xFF) == kTransformDisabled;
+    const bool disabled = (transform & 0xFF) == kBTIconTransformDisabled;
     cairo_paint_with_alpha(cr, context->state.alpha * (disabled ? kDisabledAlpha : 1));
     cairo_restore(cr);
     return noErr;

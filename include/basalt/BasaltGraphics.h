@@ -129,11 +129,11 @@ BASALT_EXPORT void BGRectToRect(BGRect r, Rect* out);
 
 /* ---- Colour ------------------------------------------------------------------------------- */
 
-typedef struct RGBColor {
+typedef struct BTRGBColor {
     uint16_t red;
     uint16_t green;
     uint16_t blue;
-} RGBColor;
+} BTRGBColor;
 
 /* The display's RGB colour space (sRGB); the only space contexts and images use. */
 typedef struct OpaqueBGColorSpace* BGColorSpaceRef;
@@ -370,19 +370,19 @@ BASALT_EXPORT Boolean RectInRgn(const Rect* r, RgnHandle rgn);
 /* The bounding box, (0,0,0,0) for an empty region; returns bounds. */
 BASALT_EXPORT Rect* GetRegionBounds(RgnHandle rgn, Rect* bounds);
 /* The last region status: 0, or -108 when a region could not be made. */
-BASALT_EXPORT StatusCode QDError(void);
+BASALT_EXPORT StatusCode GetLastRegionStatus(void);
 
 /* ---- Icons -------------------------------------------------------------------------------- */
 
 typedef struct OpaqueIconRef* IconRef;
 
 enum {
-    kOnSystemDisk = -32768,
-    kSystemIconsCreator = 0x686F7374, /* "host" */
-    iconNotFoundErr = -8051
+    kBTSystemVolume = -32768,
+    kBTSystemIconsCreator = 0x686F7374, /* "host" */
+    kBTIconNotFoundErr = -8051
 };
 
-/* System icon types for GetIconRef with kSystemIconsCreator. */
+/* System icon types for GetIconRef with kBTSystemIconsCreator. */
 enum {
     kBTIconComputer = 0x726F6F74,           /* "root" */
     kBTIconGenericFolder = 0x666C6472,      /* "fldr" */
@@ -408,7 +408,7 @@ enum {
 };
 
 /* icon is owned by the caller (release with ReleaseIconRef). Unknown types give
-   iconNotFoundErr. Every known type yields an icon: a drawn one when no theme has it. */
+   kBTIconNotFoundErr. Every known type yields an icon: a drawn one when no theme has it. */
 BASALT_EXPORT StatusCode GetIconRef(int16_t vRefNum, OSType creator, OSType iconType,
                                     IconRef* icon);
 /* An icon by freedesktop icon name (for a MIME type, say "text-x-python"), looked up in the
@@ -420,27 +420,27 @@ BASALT_EXPORT StatusCode AcquireIconRef(IconRef icon);
 BASALT_EXPORT StatusCode ReleaseIconRef(IconRef icon);
 BASALT_EXPORT uint16_t GetIconRefOwners(IconRef icon);
 
-typedef int16_t IconAlignmentType;
+typedef int16_t BTIconAlignment;
 enum {
-    kAlignNone = 0,
-    kAlignAbsoluteCenter = 5 /* the picture is always centred; kept for callers' clarity */
+    kBTIconAlignNone = 0,
+    kBTIconAlignCenter = 1 /* pictures are always centred; the names say what callers mean */
 };
 
-typedef int16_t IconTransformType;
+typedef int16_t BTIconTransform;
 enum {
-    kTransformNone = 0,
-    kTransformDisabled = 1,     /* dimmed */
-    kTransformSelected = 0x4000 /* darkened */
+    kBTIconTransformNone = 0,
+    kBTIconTransformDisabled = 1,     /* dimmed */
+    kBTIconTransformSelected = 0x4000 /* darkened */
 };
 
-typedef uint32_t PlotIconRefFlags;
-enum { kPlotIconRefNormalFlags = 0 };
+typedef uint32_t BTPlotIconFlags;
+enum { kBTPlotIconNormal = 0 };
 
 /* Draws the icon centred in rect, upright, at the best size the themes offer for the rect and
    the context's scale. labelColor (may be null) tints it. */
 BASALT_EXPORT StatusCode PlotIconRefInContext(BGContextRef context, const BGRect* rect,
-                                              IconAlignmentType align, IconTransformType transform,
-                                              const RGBColor* labelColor, PlotIconRefFlags flags,
+                                              BTIconAlignment align, BTIconTransform transform,
+                                              const BTRGBColor* labelColor, BTPlotIconFlags flags,
                                               IconRef icon);
 
 /* ---- Theme: fonts and text ---------------------------------------------------------------- */

@@ -115,11 +115,12 @@ void Icons(BGContextRef context) {
                            "Document", "Application", "Trash",   "Disk",   "Disabled"};
     for (int i = 0; i < 10; ++i) {
         IconRef icon = nullptr;
-        GetIconRef(kOnSystemDisk, kSystemIconsCreator, types[i], &icon);
+        GetIconRef(kBTSystemVolume, kBTSystemIconsCreator, types[i], &icon);
         const double x = 35 + (i % 5) * 56, y = 195 + (i / 5) * 80;
         const BGRect square = BGRectMake(x + 8, y, 32, 32);
-        PlotIconRefInContext(context, &square, kAlignAbsoluteCenter,
-                             i == 9 ? kTransformDisabled : kTransformNone, nullptr, 0, icon);
+        PlotIconRefInContext(context, &square, kBTIconAlignCenter,
+                             i == 9 ? kBTIconTransformDisabled : kBTIconTransformNone, nullptr, 0,
+                             icon);
         Text(context, names[i], BGRectMake(x - 4, y + 36, 56, 14), kBTThemeFontLabel,
              kBTThemeTextFlushCenter);
         ReleaseIconRef(icon);
@@ -138,7 +139,7 @@ void Sidebar(BGContextRef context) {
     const char* names[] = {"Home", "Desktop with a very long name indeed", "Downloads"};
     for (int i = 0; i < 3; ++i) {
         IconRef icon = nullptr;
-        GetIconRef(kOnSystemDisk, kSystemIconsCreator, types[i], &icon);
+        GetIconRef(kBTSystemVolume, kBTSystemIconsCreator, types[i], &icon);
         const double y = 181 + i * 26;
         const BGRect square = BGRectMake(346, y + 3, 20, 20);
         PlotIconRefInContext(context, &square, 0, 0, nullptr, 0, icon);
