@@ -1,0 +1,5 @@
+#include "kel/foundation/AppTextEncoding.h"
+
+TextEncoding AppTextEncoding() {
+    return GetApplicationTextEncoding();
+}
