@@ -431,13 +431,19 @@ enum {
     kTextLanguageDontCare = -128,
     kTextRegionDontCare = -128,
     kTextEncodingMacRoman = 0,
-    kTextEncodingUnicodeDefault = 0x0100
+    kTextEncodingUnicodeDefault = 0x0100,
+    smSysScript = 18,
+    smKeyScript = 22,
+    kTextUnsupportedEncodingErr = -8738,
+    kTextMalformedInputErr = -8739,
+    kTECOutputBufferFullStatus = -8785
 };
 
 typedef struct OpaqueTextToUnicodeInfo* TextToUnicodeInfo;
 
 /* The encoding of the application's legacy text: $KEL_TEXT_ENCODING if set, else MacRoman. */
 BASALT_EXPORT TextEncoding GetApplicationTextEncoding(void);
+/* smSysScript and smKeyScript answer the script of the application's text encoding. */
 BASALT_EXPORT ScriptCode GetScriptManagerVariable(int16_t selector);
 BASALT_EXPORT StatusCode UpgradeScriptInfoToTextEncoding(ScriptCode script, int16_t language,
                                                          int16_t region, ConstStr255Param font,
