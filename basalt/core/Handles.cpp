@@ -120,4 +120,36 @@ StatusCode PtrToHand(const void* srcPtr, Handle* dstHndl, long size) {
     return noErr;
 }
 
+StatusCode HandToHand(Handle* theHndl) {
+    if (theHndl == nullptr || *theHndl == nullptr)
+        return gMemError = nilHandleErr;
+    Handle copy = nullptr;
+    StatusCode status = PtrToHand(**theHndl, &copy, GetHandleSize(*theHndl));
+    if (status == noErr)
+        *theHndl = copy;
+    return status;
+}
+
+Ptr NewPtr(Size byteCount) {
+    if (byteCount < 0) {
+        gMemError = paramErr;
+        return nullptr;
+    }
+    auto p = static_cast<Ptr>(std::malloc(size_t(byteCount) + 1));
+    gMemError = p != nullptr ? noErr : memFullErr;
+    return p;
+}
+
+Ptr NewPtrClear(Size byteCount) {
+    Ptr p = NewPtr(byteCount);
+    if (p != nullptr)
+        std::memset(p, 0, size_t(byteCount));
+    return p;
+}
+
+void DisposePtr(Ptr p) {
+    std::free(p);
+    gMemError = noErr;
+}
+
 } // extern "C"
