@@ -14,6 +14,8 @@
 #define KEL_SERVICES_H
 
 #include <basalt/BasaltCore.h>
+#include <basalt/BasaltGraphics.h>
+#include <basalt/files/BEDesc.h>
 
 #ifdef __cplusplus
 extern "C" {
@@ -23,46 +25,13 @@ extern "C" {
 
 /* ---- Platform types the boundary shares with the toolbox and the node service -------------- */
 
-/* The platform headers declare these too; whichever comes first defines them. */
-#ifndef BASALT_GEOMETRY_TYPES_DEFINED
-#define BASALT_GEOMETRY_TYPES_DEFINED
-typedef struct Point {
-    int16_t v;
-    int16_t h;
-} Point;
-
-typedef struct Rect {
-    int16_t top;
-    int16_t left;
-    int16_t bottom;
-    int16_t right;
-} Rect;
-#endif
-
+/* The toolbox header declares WindowRef too; whichever comes first defines it. */
 #ifndef BASALT_WINDOWREF_DEFINED
 #define BASALT_WINDOWREF_DEFINED
 typedef struct OpaqueWindowPtr* WindowRef;
 #endif
 
-#ifndef BASALT_BGCONTEXT_DEFINED
-#define BASALT_BGCONTEXT_DEFINED
-typedef struct BGOpaqueContext* BGContextRef;
-#endif
-
 #pragma pack(push, 2)
-
-#ifndef BASALT_BEDESC_DEFINED
-#define BASALT_BEDESC_DEFINED
-typedef FourCharCode DescType;
-/* A tagged data descriptor: the type of the data and a handle holding it. A list of
-   descriptors is itself a descriptor. Packed so that one can live inside a reply record and
-   still be handed around by pointer. */
-typedef struct BEDesc {
-    DescType descriptorType;
-    Handle dataHandle;
-} BEDesc;
-typedef BEDesc BEDescList;
-#endif
 
 /* ---- Constants ------------------------------------------------------------------------------ */
 
@@ -155,12 +124,8 @@ enum {
     kKelBadLocationErr = -10001
 };
 
-/* Descriptor types of reply items. */
-#define kKelTypeNull 0x6E756C6CU         /* "null" */
-#define kKelTypeBFRef 0x62667266U        /* "bfrf": an 80-byte BFRef */
-#define kKelTypeFileSpec 0x62667320U     /* "bfs ": a 70-byte file specification */
-#define kKelAnyCreator 0x2A2A2A2AU       /* "****" */
-#define kKelExtensionCreator 0x6578746EU /* "extn" */
+/* The creator of a client's popup item made from a string array: "extn". */
+#define kKelExtensionCreator 0x6578746EU
 
 /* ---- Records -------------------------------------------------------------------------------- */
 
@@ -206,6 +171,7 @@ typedef struct KelReplyRecord {
     uint8_t replacing;
     uint8_t isStationery;
     uint8_t translationNeeded;
+    /* At offset 6: copy it into a BEDesc of your own before handing it to descriptor calls. */
     BEDescList selection;
     int16_t keyScript;
     Handle fileTranslation;
@@ -456,7 +422,7 @@ KEL_EXPORT StatusCode KelCreatePreview(const BEDesc* fileDesc, FourCharCode type
 #endif
 
 #if defined(__LP64__)
-KEL_STATIC_ASSERT(sizeof(BEDesc) == 12, BEDescSize);
+KEL_STATIC_ASSERT(sizeof(BEDesc) == 16, BEDescSize);
 KEL_STATIC_ASSERT(sizeof(KelDialogCreationOptions) == 98, CreationOptionsSize);
 KEL_STATIC_ASSERT(offsetof(KelDialogCreationOptions, optionFlags) == 2, CreationFlags);
 KEL_STATIC_ASSERT(offsetof(KelDialogCreationOptions, location) == 6, CreationLocation);
@@ -472,14 +438,14 @@ KEL_STATIC_ASSERT(offsetof(KelDialogOptions, message) == 1290, OptionsMessage);
 KEL_STATIC_ASSERT(offsetof(KelDialogOptions, preferenceKey) == 1546, OptionsPrefKey);
 KEL_STATIC_ASSERT(offsetof(KelDialogOptions, popupExtension) == 1550, OptionsPopup);
 KEL_STATIC_ASSERT(offsetof(KelDialogOptions, reserved) == 1558, OptionsReserved);
-KEL_STATIC_ASSERT(sizeof(KelReplyRecord) == 268, ReplySize);
+KEL_STATIC_ASSERT(sizeof(KelReplyRecord) == 272, ReplySize);
 KEL_STATIC_ASSERT(offsetof(KelReplyRecord, selection) == 6, ReplySelection);
-KEL_STATIC_ASSERT(offsetof(KelReplyRecord, keyScript) == 18, ReplyKeyScript);
-KEL_STATIC_ASSERT(offsetof(KelReplyRecord, fileTranslation) == 20, ReplyTranslation);
-KEL_STATIC_ASSERT(offsetof(KelReplyRecord, reserved1) == 28, ReplyReserved1);
-KEL_STATIC_ASSERT(offsetof(KelReplyRecord, saveFileName) == 32, ReplySaveFileName);
-KEL_STATIC_ASSERT(offsetof(KelReplyRecord, saveFileExtensionHidden) == 40, ReplyHidden);
-KEL_STATIC_ASSERT(offsetof(KelReplyRecord, reserved) == 42, ReplyReserved);
+KEL_STATIC_ASSERT(offsetof(KelReplyRecord, keyScript) == 22, ReplyKeyScript);
+KEL_STATIC_ASSERT(offsetof(KelReplyRecord, fileTranslation) == 24, ReplyTranslation);
+KEL_STATIC_ASSERT(offsetof(KelReplyRecord, reserved1) == 32, ReplyReserved1);
+KEL_STATIC_ASSERT(offsetof(KelReplyRecord, saveFileName) == 36, ReplySaveFileName);
+KEL_STATIC_ASSERT(offsetof(KelReplyRecord, saveFileExtensionHidden) == 44, ReplyHidden);
+KEL_STATIC_ASSERT(offsetof(KelReplyRecord, reserved) == 46, ReplyReserved);
 KEL_STATIC_ASSERT(sizeof(KelCBRec) == 268, CBRecSize);
 KEL_STATIC_ASSERT(offsetof(KelCBRec, context) == 2, CBRecContext);
 KEL_STATIC_ASSERT(offsetof(KelCBRec, window) == 10, CBRecWindow);
