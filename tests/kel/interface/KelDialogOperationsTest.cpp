@@ -1,6 +1,7 @@
 #include "kel/interface/__KelDialog.h"
 #include "tests/kel/interface/EventRecorder.h"
 #include "tests/kel/interface/FakeDialog.h"
+#include "tests/kel/interface/PackedField.h"
 
 #include <cstring>
 #include <gtest/gtest.h>
@@ -40,18 +41,18 @@ TEST(KelDialogOperations, DefaultsLeaveReservedAloneAndRefuseNull) {
     KelDialogCreationOptions options;
     std::memset(&options, 0x77, sizeof options);
     ASSERT_EQ(KelGetDefaultDialogCreationOptions(&options), noErr);
-    EXPECT_EQ(options.optionFlags, 0xE4u);
-    EXPECT_EQ(options.modality, 2u);
-    EXPECT_EQ(options.location.v, -1);
-    EXPECT_EQ(options.message, nullptr);
-    EXPECT_EQ(options.reserved[0], 0x77);
+    EXPECT_EQ(keltest::ValueOf(options.optionFlags), 0xE4u);
+    EXPECT_EQ(keltest::ValueOf(options.modality), 2u);
+    EXPECT_EQ(keltest::ValueOf(options.location.v), -1);
+    EXPECT_EQ(keltest::ValueOf(options.message), nullptr);
+    EXPECT_EQ(keltest::ValueOf(options.reserved[0]), 0x77);
 
     KelDialogOptions older;
     std::memset(&older, 0x77, sizeof older);
     ASSERT_EQ(KelGetDefaultDialogOptions(&older), noErr);
-    EXPECT_EQ(older.windowTitle[0], 0);
-    EXPECT_EQ(older.popupExtension, nullptr);
-    EXPECT_EQ(older.reserved[493], 0x77);
+    EXPECT_EQ(keltest::ValueOf(older.windowTitle[0]), 0);
+    EXPECT_EQ(keltest::ValueOf(older.popupExtension), nullptr);
+    EXPECT_EQ(keltest::ValueOf(older.reserved[493]), 0x77);
 
     EXPECT_EQ(KelGetDefaultDialogCreationOptions(nullptr), paramErr);
     EXPECT_EQ(KelGetDefaultDialogOptions(nullptr), paramErr);
@@ -82,20 +83,20 @@ TEST(KelDialogOperations, ReplyIsClearedFirstAndOnlyBrowseDialogsGiveOne) {
     std::memset(&reply, 0xAB, sizeof reply);
     KelDialogRef ask = MakeAskDialog();
     EXPECT_EQ(KelDialogGetReply(ask, &reply), kKelWrongDialogClassErr);
-    EXPECT_EQ(reply.version, 2);
-    EXPECT_EQ(reply.validRecord, 0);
+    EXPECT_EQ(keltest::ValueOf(reply.version), 2);
+    EXPECT_EQ(keltest::ValueOf(reply.validRecord), 0);
     BEDesc selection = reply.selection;
     EXPECT_EQ(selection.descriptorType, FourCharCode{typeNull});
     EXPECT_EQ(selection.dataHandle, nullptr);
-    EXPECT_EQ(reply.saveFileName, nullptr);
-    EXPECT_EQ(reply.reserved[225], 0);
+    EXPECT_EQ(keltest::ValueOf(reply.saveFileName), nullptr);
+    EXPECT_EQ(keltest::ValueOf(reply.reserved[225]), 0);
     EXPECT_EQ(KelDialogGetReply(ask, nullptr), paramErr);
     KelDialogDispose(ask);
 
     // A browse dialog that never ran has ended with no action to report.
     KelDialogRef open = MakeOpenDialog();
     EXPECT_EQ(KelDialogGetReply(open, &reply), kKelWrongStateErr);
-    EXPECT_EQ(reply.validRecord, 0);
+    EXPECT_EQ(keltest::ValueOf(reply.validRecord), 0);
     KelDialogDispose(open);
 }
 
@@ -116,9 +117,9 @@ TEST(KelDialogOperations, DisposeReplyFreesWhatTheRecordOwnsAndMayBeRepeated) {
     reply.fileTranslation = NewHandle(16);
 
     EXPECT_EQ(KelDisposeReply(&reply), noErr);
-    EXPECT_EQ(reply.validRecord, 0);
-    EXPECT_EQ(reply.fileTranslation, nullptr);
-    EXPECT_EQ(reply.saveFileName, nullptr);
+    EXPECT_EQ(keltest::ValueOf(reply.validRecord), 0);
+    EXPECT_EQ(keltest::ValueOf(reply.fileTranslation), nullptr);
+    EXPECT_EQ(keltest::ValueOf(reply.saveFileName), nullptr);
     EXPECT_EQ(BCGetRetainCount(name), 1);
     BEDesc selection = reply.selection;
     EXPECT_EQ(selection.descriptorType, FourCharCode{typeNull});
@@ -129,7 +130,7 @@ TEST(KelDialogOperations, DisposeReplyFreesWhatTheRecordOwnsAndMayBeRepeated) {
     reply.version = 0;
     reply.saveFileName = name;
     EXPECT_EQ(KelDisposeReply(&reply), noErr);
-    EXPECT_EQ(reply.saveFileName, name);
+    EXPECT_EQ(keltest::ValueOf(reply.saveFileName), name);
     EXPECT_EQ(BCGetRetainCount(name), 1);
     BCRelease(name);
 }
@@ -179,7 +180,7 @@ TEST(KelDialogOperations, NullAndDisposedDialogsAreRefused) {
         EXPECT_EQ(KelDialogGetUserAction(dialog), 0u);
         KelReplyRecord reply;
         EXPECT_EQ(KelDialogGetReply(dialog, &reply), paramErr);
-        EXPECT_EQ(reply.validRecord, 0);
+        EXPECT_EQ(keltest::ValueOf(reply.validRecord), 0);
         EXPECT_EQ(KelDialogGetWindow(dialog), nullptr);
         EXPECT_EQ(KelCustomControl(dialog, kKelCtlTerminate, nullptr), paramErr);
         EXPECT_EQ(KelDialogGetSaveFileName(dialog), nullptr);

@@ -1,5 +1,7 @@
 #include "kel/interface/TDialogConfiguration.h"
 
+#include "tests/kel/interface/PackedField.h"
+
 #include <cstring>
 #include <gtest/gtest.h>
 
@@ -24,14 +26,15 @@ bool Same(BCStringRef string, const char* text) {
 TEST(TDialogConfiguration, NoRecordGivesTheDefaults) {
     TDialogConfiguration configuration(static_cast<const KelDialogCreationOptions*>(nullptr),
                                        NoEvents, nullptr, nullptr, nullptr);
-    EXPECT_EQ(configuration.optionFlags, uint32_t{kKelOptDefaults});
-    EXPECT_EQ(configuration.location.v, -1);
-    EXPECT_EQ(configuration.location.h, -1);
-    EXPECT_EQ(configuration.modality, uint32_t{kKelModalityModal});
-    EXPECT_EQ(configuration.windowTitle, nullptr);
-    EXPECT_EQ(configuration.selectionType, FourCharCode{typeBFRef});
-    EXPECT_EQ(configuration.filterMasks, (NodeFilterMaskSet{0x3F, 0x3F, 0x1F, 0x1F}));
-    EXPECT_EQ(configuration.fileCreatorFilter, 0u);
+    EXPECT_EQ(keltest::ValueOf(configuration.optionFlags), uint32_t{kKelOptDefaults});
+    EXPECT_EQ(keltest::ValueOf(configuration.location.v), -1);
+    EXPECT_EQ(keltest::ValueOf(configuration.location.h), -1);
+    EXPECT_EQ(keltest::ValueOf(configuration.modality), uint32_t{kKelModalityModal});
+    EXPECT_EQ(keltest::ValueOf(configuration.windowTitle), nullptr);
+    EXPECT_EQ(keltest::ValueOf(configuration.selectionType), FourCharCode{typeBFRef});
+    EXPECT_EQ(keltest::ValueOf(configuration.filterMasks),
+              (NodeFilterMaskSet{0x3F, 0x3F, 0x1F, 0x1F}));
+    EXPECT_EQ(keltest::ValueOf(configuration.fileCreatorFilter), 0u);
 }
 
 TEST(TDialogConfiguration, CurrentRecordIsCopiedWholeAndItsStringsAreHeldForTheConstruction) {
@@ -46,12 +49,12 @@ TEST(TDialogConfiguration, CurrentRecordIsCopiedWholeAndItsStringsAreHeldForTheC
     std::memset(options.reserved, 0x5A, sizeof options.reserved);
     {
         TDialogConfiguration configuration(&options, NoEvents, nullptr, nullptr, nullptr);
-        EXPECT_EQ(configuration.optionFlags, 0x12345u);
-        EXPECT_EQ(configuration.windowTitle, title);
+        EXPECT_EQ(keltest::ValueOf(configuration.optionFlags), 0x12345u);
+        EXPECT_EQ(keltest::ValueOf(configuration.windowTitle), title);
         EXPECT_EQ(BCGetRetainCount(title), 2);
-        EXPECT_EQ(configuration.preferenceKey, 9u);
-        EXPECT_EQ(configuration.modality, uint32_t{kKelModalitySheet});
-        EXPECT_EQ(configuration.reserved[15], 0x5A);
+        EXPECT_EQ(keltest::ValueOf(configuration.preferenceKey), 9u);
+        EXPECT_EQ(keltest::ValueOf(configuration.modality), uint32_t{kKelModalitySheet});
+        EXPECT_EQ(keltest::ValueOf(configuration.reserved[15]), 0x5A);
     }
     EXPECT_EQ(BCGetRetainCount(title), 1);
     BCRelease(title);
@@ -62,14 +65,14 @@ TEST(TDialogConfiguration, WithoutAnEventCallbackTheDialogIsModalWhateverTheReco
     KelGetDefaultDialogCreationOptions(&options);
     options.modality = kKelModalitySheet;
     TDialogConfiguration current(&options, nullptr, nullptr, nullptr, nullptr);
-    EXPECT_EQ(current.modality, uint32_t{kKelModalityAppModal});
+    EXPECT_EQ(keltest::ValueOf(current.modality), uint32_t{kKelModalityAppModal});
 
     KelDialogOptions older;
     KelGetDefaultDialogOptions(&older);
     TDialogConfiguration withoutEvents(&older, nullptr, nullptr, nullptr, nullptr);
     TDialogConfiguration withEvents(&older, NoEvents, nullptr, nullptr, nullptr);
-    EXPECT_EQ(withoutEvents.modality, uint32_t{kKelModalityAppModal});
-    EXPECT_EQ(withEvents.modality, uint32_t{kKelModalityModal});
+    EXPECT_EQ(keltest::ValueOf(withoutEvents.modality), uint32_t{kKelModalityAppModal});
+    EXPECT_EQ(keltest::ValueOf(withEvents.modality), uint32_t{kKelModalityModal});
 }
 
 TEST(TDialogConfiguration, OlderRecordTurnsItsNonEmptyTextsIntoStrings) {
@@ -84,16 +87,16 @@ TEST(TDialogConfiguration, OlderRecordTurnsItsNonEmptyTextsIntoStrings) {
     older.popupExtension = items;
 
     TDialogConfiguration configuration(&older, NoEvents, nullptr, nullptr, nullptr);
-    EXPECT_EQ(configuration.optionFlags, 0x80u);
-    EXPECT_EQ(configuration.location.h, 50);
-    EXPECT_TRUE(Same(configuration.windowTitle, "Open Report"));
-    EXPECT_TRUE(Same(configuration.saveFileName, "Q3.txt"));
-    EXPECT_EQ(configuration.clientName, nullptr);
-    EXPECT_EQ(configuration.message, nullptr);
-    EXPECT_EQ(configuration.preferenceKey, 3u);
-    EXPECT_EQ(configuration.legacyPopupExtension, items);
-    EXPECT_EQ(configuration.popupExtension, nullptr);
-    EXPECT_EQ(configuration.selectionType, FourCharCode{typeFileSpec});
+    EXPECT_EQ(keltest::ValueOf(configuration.optionFlags), 0x80u);
+    EXPECT_EQ(keltest::ValueOf(configuration.location.h), 50);
+    EXPECT_TRUE(Same(keltest::ValueOf(configuration.windowTitle), "Open Report"));
+    EXPECT_TRUE(Same(keltest::ValueOf(configuration.saveFileName), "Q3.txt"));
+    EXPECT_EQ(keltest::ValueOf(configuration.clientName), nullptr);
+    EXPECT_EQ(keltest::ValueOf(configuration.message), nullptr);
+    EXPECT_EQ(keltest::ValueOf(configuration.preferenceKey), 3u);
+    EXPECT_EQ(keltest::ValueOf(configuration.legacyPopupExtension), items);
+    EXPECT_EQ(keltest::ValueOf(configuration.popupExtension), nullptr);
+    EXPECT_EQ(keltest::ValueOf(configuration.selectionType), FourCharCode{typeFileSpec});
     DisposeHandle(items);
 }
 

@@ -2,6 +2,7 @@
 
 #include "tests/kel/interface/EventRecorder.h"
 #include "tests/kel/interface/FakeDialog.h"
+#include "tests/kel/interface/PackedField.h"
 
 #include <cstring>
 #include <gtest/gtest.h>
@@ -120,11 +121,11 @@ TEST(KelDialogLifecycle, ClientRecordStartsWithTheDialogAndNoHit) {
     FakeDialog dialog(configuration);
 
     const KelCBRec& record = dialog.Client().record;
-    EXPECT_EQ(record.version, 1);
-    EXPECT_EQ(record.context, &dialog);
-    EXPECT_EQ(record.window, nullptr);
-    EXPECT_EQ(record.itemHit, -1);
-    EXPECT_EQ(record.userAction, 0u);
+    EXPECT_EQ(keltest::ValueOf(record.version), 1);
+    EXPECT_EQ(keltest::ValueOf(record.context), &dialog);
+    EXPECT_EQ(keltest::ValueOf(record.window), nullptr);
+    EXPECT_EQ(keltest::ValueOf(record.itemHit), -1);
+    EXPECT_EQ(keltest::ValueOf(record.userAction), 0u);
     EXPECT_EQ(dialog.RetainCount(), 1u);
 }
 
