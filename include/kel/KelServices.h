@@ -25,8 +25,8 @@ extern "C" {
 
 /* ---- Platform types the boundary shares with the toolbox and the node service -------------- */
 
-/* The toolbox header declares WindowRef too; whichever comes first defines it. */
-#ifndef BASALT_WINDOWREF_DEFINED
+/* The toolbox header declares the same WindowRef; a client may include either first. */
+#if !defined(BASALT_WINDOWREF_DEFINED) && !defined(BASALT_TOOLBOX_H)
 #define BASALT_WINDOWREF_DEFINED
 typedef struct OpaqueWindowPtr* WindowRef;
 #endif

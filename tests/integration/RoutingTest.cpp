@@ -5,13 +5,13 @@
 
 #include <cstdlib>
 #include <dlfcn.h>
-#include <unistd.h>
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <iostream>
 #include <kel/KelServices.h>
 #include <string>
 #include <thread>
+#include <unistd.h>
 
 namespace {
 
