@@ -325,8 +325,6 @@ BASALT_EXPORT void BGContextDrawImage(BGContextRef context, BGRect rect, BGImage
 /* A set of whole-number pixels in window coordinates (y down). */
 typedef struct OpaqueRgn* RgnHandle;
 
-enum { kRgnNoMemoryErr = -108 };
-
 BASALT_EXPORT RgnHandle NewRgn(void);
 BASALT_EXPORT void DisposeRgn(RgnHandle rgn);
 BASALT_EXPORT void CopyRgn(RgnHandle src, RgnHandle dst);
