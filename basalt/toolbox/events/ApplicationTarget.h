@@ -11,4 +11,7 @@ namespace basalt::toolbox {
 // application. Defined with the windows, which it needs to know about.
 StatusCode RouteDispatchedEvent(EventHandlerCallRef call, EventRef event);
 
+// Brings every window's pixels up to date; the loop calls it before it sleeps.
+void FlushWindowsBeforeWaiting();
+
 } // namespace basalt::toolbox

@@ -1,6 +1,6 @@
 #include "basalt/toolbox/events/EventLoop.h"
 
-#include "basalt/toolbox/events/EventTarget.h"
+#include "basalt/toolbox/events/ApplicationTarget.h"
 
 #include <algorithm>
 #include <chrono>
@@ -112,6 +112,14 @@ StatusCode ReceiveNextEvent(unsigned long inNumTypes, const EventTypeSpec* inLis
         loop.FireDueTimers();
         if (loop.QuitRequested())
             return eventLoopQuitErr;
+        {
+            std::lock_guard lock(queue.mutex);
+            if (EventRef event = queue.FindLocked(inNumTypes, inList, inPullEvent)) {
+                *outEvent = event;
+                return noErr;
+            }
+        }
+        basalt::toolbox::FlushWindowsBeforeWaiting();
         std::unique_lock lock(queue.mutex);
         if (EventRef event = queue.FindLocked(inNumTypes, inList, inPullEvent)) {
             *outEvent = event;
