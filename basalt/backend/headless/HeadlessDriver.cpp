@@ -188,7 +188,7 @@ StatusCode HeadlessDriver::WritePNG(WindowRef window, const std::filesystem::pat
         return errInvalidWindowRef;
     double scale = surface->Scale();
     int width = cairo_image_surface_get_width(surface->Surface());
-    int bar = live->HasTitleBar() ? int(kBTWindowTitleBarHeight * scale) : 0;
+    int bar = live->HasTitleBar() ? int(double(kBTWindowTitleBarHeight) * scale) : 0;
     int height = cairo_image_surface_get_height(surface->Surface()) + bar;
     cairo_surface_t* picture = cairo_image_surface_create(CAIRO_FORMAT_ARGB32, width, height);
     if (bar > 0)

@@ -169,7 +169,7 @@ StatusCode BTViewFindByID(BTViewRef inStartView, ControlID inID, BTViewRef* outC
         return paramErr;
     View* found = V(inStartView)->FindByID(inID);
     *outControl = found != nullptr ? found->Ref() : nullptr;
-    return found != nullptr ? noErr : errUnknownControl;
+    return found != nullptr ? StatusCode(noErr) : StatusCode(errUnknownControl);
 }
 
 StatusCode BTViewSetZOrder(BTViewRef inView, uint32_t inOp, BTViewRef inOther) {
@@ -290,7 +290,7 @@ Boolean BTViewIsLayoutActive(BTViewRef inView) {
 
 // Bindings hold from the frame the views have now on; nothing to recompute at once.
 StatusCode BTViewApplyLayout(BTViewRef inView) {
-    return inView != nullptr ? noErr : paramErr;
+    return inView != nullptr ? StatusCode(noErr) : StatusCode(paramErr);
 }
 
 StatusCode BTViewSetVisible(BTViewRef inView, Boolean inVisible) {
@@ -588,7 +588,7 @@ StatusCode GetControlProperty(ControlRef control, PropertyCreator creator, Prope
 StatusCode RemoveControlProperty(ControlRef control, PropertyCreator creator, PropertyTag tag) {
     if (control == nullptr)
         return paramErr;
-    return V(control)->properties.erase({creator, tag}) != 0 ? noErr : errDataNotSupported;
+    return V(control)->properties.erase({creator, tag}) != 0 ? StatusCode(noErr) : StatusCode(errDataNotSupported);
 }
 
 StatusCode BTSearchFieldChangeAttributes(BTViewRef inSearchField, uint32_t inAttributesToSet,

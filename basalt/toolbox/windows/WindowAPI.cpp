@@ -303,7 +303,7 @@ StatusCode RemoveWindowProperty(WindowRef window, PropertyCreator creator, Prope
     Window* live = Live(window);
     if (live == nullptr)
         return errInvalidWindowRef;
-    return live->properties.erase({creator, tag}) != 0 ? noErr : errDataNotSupported;
+    return live->properties.erase({creator, tag}) != 0 ? StatusCode(noErr) : StatusCode(errDataNotSupported);
 }
 
 StatusCode BTWindowFlush(WindowRef window) {
@@ -531,7 +531,7 @@ StatusCode GetControlByID(WindowRef inWindow, const ControlID* inID, ControlRef*
         return paramErr;
     View* found = live->Root().FindByID(*inID);
     *outControl = found != nullptr ? found->Ref() : nullptr;
-    return found != nullptr ? noErr : errUnknownControl;
+    return found != nullptr ? StatusCode(noErr) : StatusCode(errUnknownControl);
 }
 
 StatusCode SetKeyboardFocus(WindowRef inWindow, ControlRef inControl, ControlPartCode inPart) {
