@@ -43,6 +43,10 @@ const UCollator* CollatorFor(UCCollateOptions options) {
                     std::unique_ptr<UCollator, CollatorCloser>>
         collators;
     std::string locale = uloc_getDefault();
+    // The C locale's collation is byte order, which would make case and accents primary
+    // differences; names sort as people expect under the root rules instead.
+    if (locale == "en_US_POSIX" || locale == "c" || locale == "posix")
+        locale = "root";
     std::lock_guard lock(mutex);
     auto& slot = collators[{locale, options}];
     if (!slot)
@@ -86,13 +90,10 @@ BCIndex UCGetCollationKey(UCCollateOptions options, const UniChar* text, BCIndex
     const UCollator* collator = basalt::CollatorFor(options);
     if (collator == nullptr || textLength < 0 || (text == nullptr && textLength > 0))
         return 0;
-    // ICU writes nothing useful into a buffer that is too small, so measure into scratch first.
-    uint8_t scratch = 0;
-    bool fits = key != nullptr && capacity > 0;
-    int32_t length = ucol_getSortKey(collator, reinterpret_cast<const UChar*>(text),
-                                     static_cast<int32_t>(textLength), fits ? key : &scratch,
-                                     fits ? static_cast<int32_t>(capacity) : 0);
-    return length;
+    bool hasBuffer = key != nullptr && capacity > 0;
+    return ucol_getSortKey(collator, reinterpret_cast<const UChar*>(text),
+                           static_cast<int32_t>(textLength), hasBuffer ? key : nullptr,
+                           hasBuffer ? static_cast<int32_t>(capacity) : 0);
 }
 
 } // extern "C"

@@ -131,6 +131,32 @@ std::optional<std::string> EncodeText(std::u16string_view text, uint32_t encodin
     return out;
 }
 
+DecodeStatus DecodePrefix(const uint8_t* bytes, size_t length, uint32_t encoding, char16_t* out,
+                          size_t capacity, size_t& bytesRead, size_t& unitsWritten) {
+    bytesRead = unitsWritten = 0;
+    Converter converter = OpenStrict(encoding);
+    if (!converter)
+        return DecodeStatus::Unsupported;
+    const char* source = reinterpret_cast<const char*>(bytes);
+    UChar* target = out;
+    UErrorCode status = U_ZERO_ERROR;
+    ucnv_toUnicode(converter.get(), &target, out + capacity, &source, source + length, nullptr,
+                   true, &status);
+    unitsWritten = static_cast<size_t>(target - out);
+    bytesRead = static_cast<size_t>(source - reinterpret_cast<const char*>(bytes));
+    if (status == U_BUFFER_OVERFLOW_ERROR) {
+        // Keep a surrogate pair whole: drop a lone lead unit and the bytes that made it.
+        if (unitsWritten > 0 && (out[unitsWritten - 1] & 0xFC00) == 0xD800) {
+            --unitsWritten;
+            size_t redoRead = 0, redoWritten = 0;
+            DecodePrefix(bytes, length, encoding, out, unitsWritten, redoRead, redoWritten);
+            bytesRead = redoRead;
+        }
+        return DecodeStatus::OutputFull;
+    }
+    return U_SUCCESS(status) ? DecodeStatus::Done : DecodeStatus::Malformed;
+}
+
 size_t MaxBytesPerUnit(uint32_t encoding) {
     Converter converter = OpenStrict(encoding);
     return converter ? static_cast<size_t>(ucnv_getMaxCharSize(converter.get())) : 0;

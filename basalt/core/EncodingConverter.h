@@ -22,6 +22,12 @@ std::optional<std::u16string> DecodeBytes(const uint8_t* bytes, size_t length, u
 std::optional<std::string> EncodeText(std::u16string_view text, uint32_t encoding,
                                       uint8_t lossByte);
 
+enum class DecodeStatus { Done, OutputFull, Malformed, Unsupported };
+
+// Decodes as much as fits in the output, never splitting a character; reports what was used.
+DecodeStatus DecodePrefix(const uint8_t* bytes, size_t length, uint32_t encoding, char16_t* out,
+                          size_t capacity, size_t& bytesRead, size_t& unitsWritten);
+
 // The most bytes one UTF-16 unit can take in the encoding.
 size_t MaxBytesPerUnit(uint32_t encoding);
 
