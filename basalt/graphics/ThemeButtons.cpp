@@ -20,7 +20,9 @@ constexpr double kTitleInset = 10;
 constexpr double kHeaderInset = 6;
 constexpr double kHeaderArrowWidth = 14;
 
-bool Pressed(const BTThemeButtonDrawInfo& info) { return info.state == kBTThemeStatePressed; }
+bool Pressed(const BTThemeButtonDrawInfo& info) {
+    return info.state == kBTThemeStatePressed;
+}
 
 bool IsDefault(const BTThemeButtonDrawInfo& info) {
     return (info.adornment & kBTThemeAdornmentDefault) && !IsInactive(info.state) &&
@@ -28,15 +30,15 @@ bool IsDefault(const BTThemeButtonDrawInfo& info) {
 }
 
 // A raised face: fill, a soft shadow below, and the outline.
-void Face(const ThemeCanvas& canvas, BGRect body, double radius,
-          const BTThemeButtonDrawInfo& info, bool on) {
+void Face(const ThemeCanvas& canvas, BGRect body, double radius, const BTThemeButtonDrawInfo& info,
+          bool on) {
     canvas.Fill(BGRectOffset(body, 0, 1), radius, kPalette.shadow);
     if (IsDefault(info)) {
         canvas.Fill(body, radius, Pressed(info) ? kPalette.accentPressed : kPalette.accent);
         canvas.Outline(body, radius, kPalette.accentDark);
         return;
     }
-    const ThemeColor& fill = Pressed(info) || on    ? kPalette.facePressed
+    const ThemeColor& fill = Pressed(info) || on      ? kPalette.facePressed
                              : IsInactive(info.state) ? kPalette.faceInactive
                                                       : kPalette.face;
     canvas.Fill(body, radius, fill);
@@ -136,8 +138,8 @@ BGRect DisclosureButton(const ThemeCanvas& canvas, const BTThemeButtonDrawInfo& 
     const BGRect mark = MarkRect(canvas.Bounds(), 20);
     const BGRect body = BGRectMake(mark.origin.x, mark.origin.y, 20, 19);
     Face(canvas, body, kBevelRadius, info, false);
-    canvas.Chevron(BGRectGetMidX(body), BGRectGetMidY(body),
-                   8, info.value == kBTThemeButtonOn ? -1 : 1, kPalette.mark);
+    canvas.Chevron(BGRectGetMidX(body), BGRectGetMidY(body), 8,
+                   info.value == kBTThemeButtonOn ? -1 : 1, kPalette.mark);
     if (info.adornment & kBTThemeAdornmentFocus)
         canvas.FocusRing(body, kBevelRadius);
     return LabelRightOf(canvas.Bounds(), mark);

@@ -26,11 +26,13 @@ ThemeCanvas::ThemeCanvas(BGContextRef context, BGRect bounds, BTThemeDrawState s
     cairo_set_line_cap(cr_, CAIRO_LINE_CAP_ROUND);
 }
 
-ThemeCanvas::~ThemeCanvas() { cairo_restore(cr_); }
+ThemeCanvas::~ThemeCanvas() {
+    cairo_restore(cr_);
+}
 
 void ThemeCanvas::RoundedRect(BGRect rect, double radius) const {
-    const double r = std::max(0.0, std::min(radius, std::min(rect.size.width,
-                                                             rect.size.height) / 2));
+    const double r =
+        std::max(0.0, std::min(radius, std::min(rect.size.width, rect.size.height) / 2));
     const double x0 = rect.origin.x, y0 = rect.origin.y;
     const double x1 = x0 + rect.size.width, y1 = y0 + rect.size.height;
     cairo_new_sub_path(cr_);

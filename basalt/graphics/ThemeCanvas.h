@@ -8,7 +8,6 @@
 #include "basalt/graphics/ThemePalette.h"
 
 #include <basalt/BasaltGraphics.h>
-
 #include <cairo.h>
 
 namespace basalt::graphics {

@@ -31,9 +31,9 @@ StatusCode BTThemeDrawFrame(const BGRect* rect, const BTThemeFrameDrawInfo* info
     if (focused)
         canvas.FocusRing(bounds, radius);
     canvas.Outline(bounds, radius,
-                   focused                    ? kPalette.accent
+                   focused                   ? kPalette.accent
                    : IsInactive(info->state) ? kPalette.borderInactive
-                                              : kPalette.border);
+                                             : kPalette.border);
     return noErr;
 }
 
@@ -56,8 +56,8 @@ StatusCode BTThemeDrawGenericWell(const BGRect* rect, const BTThemeWellDrawInfo*
     const BGRect bounds = canvas.Bounds();
     canvas.Fill(bounds, kWellRadius, kPalette.wellFill);
     // A faint inner shadow along the top says "sunk in" without a bevel.
-    canvas.Fill(BGRectMake(bounds.origin.x + 1, bounds.origin.y + 1, bounds.size.width - 2, 2),
-                1, kPalette.shadow);
+    canvas.Fill(BGRectMake(bounds.origin.x + 1, bounds.origin.y + 1, bounds.size.width - 2, 2), 1,
+                kPalette.shadow);
     canvas.Outline(bounds, kWellRadius,
                    IsInactive(info->state) ? kPalette.borderInactive : kPalette.border);
     return noErr;
@@ -73,8 +73,7 @@ StatusCode BTThemeDrawFocusRect(const BGRect* rect, Boolean hasFocus, BGContextR
     return noErr;
 }
 
-StatusCode BTThemeDrawSeparator(const BGRect* rect, BTThemeDrawState state,
-                                BGContextRef context) {
+StatusCode BTThemeDrawSeparator(const BGRect* rect, BTThemeDrawState state, BGContextRef context) {
     if (!Drawable(context, rect))
         return paramErr;
     ThemeCanvas canvas(context, *rect, state);
