@@ -422,6 +422,11 @@ BASALT_EXPORT void HLock(Handle h);
 BASALT_EXPORT void HUnlock(Handle h);
 BASALT_EXPORT StatusCode MemError(void);
 BASALT_EXPORT StatusCode PtrToHand(const void* srcPtr, Handle* dstHndl, long size);
+/* Replaces *theHndl with a new handle holding a copy of its contents. */
+BASALT_EXPORT StatusCode HandToHand(Handle* theHndl);
+BASALT_EXPORT Ptr NewPtr(Size byteCount);
+BASALT_EXPORT Ptr NewPtrClear(Size byteCount);
+BASALT_EXPORT void DisposePtr(Ptr p);
 
 /* ---- Text encodings and collation -------------------------------------------------------- */
 
