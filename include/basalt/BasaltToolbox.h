@@ -1071,7 +1071,6 @@ BASALT_EXPORT StatusCode SetDialogItemRectangle(DialogRef inDialog, DialogItemIn
 BASALT_EXPORT Boolean DialogSelect(const EventRecord* theEvent, DialogRef* theDialog,
                                    DialogItemIndex* itemHit);
 BASALT_EXPORT Boolean IsDialogEvent(const EventRecord* theEvent);
-BASALT_EXPORT void ModalDialog(ModalFilterUPP modalFilter, DialogItemIndex* itemHit);
 /* Edit commands on the dialog's focused text field, through the scrap. */
 BASALT_EXPORT void DialogCut(DialogRef theDialog);
 BASALT_EXPORT void DialogCopy(DialogRef theDialog);

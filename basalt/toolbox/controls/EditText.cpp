@@ -368,7 +368,7 @@ void EditText::Draw(BGContextRef context) {
     frame.state = IsEnabledInTree() ? kBTThemeStateActive : kBTThemeStateUnavailable;
     frame.isFocused = focused;
     BGRect inside = BGRectInset(bounds, 1, 1);
-    BTThemeApplyBackground(&inside, kBTThemeBackgroundList, frame.state, context);
+    BTThemeApplyBackground(&inside, kBTThemeBackgroundListView, frame.state, context);
     BGContextFillRect(context, inside);
     BTThemeDrawFrame(&bounds, &frame, context);
     if (focused)

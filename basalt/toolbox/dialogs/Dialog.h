@@ -32,6 +32,9 @@ public:
     DialogItemIndex lastHit = 0;
     // Set by a standard alert: called with the item when one of its buttons is hit.
     std::function<void(DialogItemIndex)> onItemHit;
+    // A standard sheet's answers go here as "cmds" 1.
+    EventTargetRef notifyTarget = nullptr;
+    uint16_t alertPosition = 0;
 
     DialogItemIndex Count() const { return DialogItemIndex(items_.size()); }
     Item* At(DialogItemIndex number);

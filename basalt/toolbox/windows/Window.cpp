@@ -79,7 +79,6 @@ void Window::Dispose() {
     windows::Remove(this);
     if (auto parent = sheetParent.lock())
         parent->Invalidate();
-    dialog.reset();
     surface_.reset();
     // Handlers go now; the object itself when the dispatches that hold it are done.
     Target()->RemoveAllHandlers();
