@@ -20,7 +20,9 @@ constexpr double kMargin = 20;
 constexpr double kTextLeft = 20;
 constexpr double kButtonHeight = 24;
 
-bool IsDefaultText(BCStringRef text) { return text == kAlertDefaultOKText; }
+bool IsDefaultText(BCStringRef text) {
+    return text == kAlertDefaultOKText;
+}
 
 std::u16string ButtonText(BCStringRef given, const char16_t* standard) {
     if (given == nullptr)
@@ -102,7 +104,8 @@ StatusCode BuildAlert(AlertType, BCStringRef error, BCStringRef explanation,
     if (windowClass != kSheetWindowClass)
         actualClass = p.movable ? kMovableAlertWindowClass : kAlertWindowClass;
     WindowRef ref = nullptr;
-    if (StatusCode status = CreateNewWindow(actualClass, attributes, &bounds, &ref); status != noErr)
+    if (StatusCode status = CreateNewWindow(actualClass, attributes, &bounds, &ref);
+        status != noErr)
         return status;
     Window& window = *Window::From(ref);
     AddText(window, message, kBTThemeFontEmphasized, kMargin, messageHeight);

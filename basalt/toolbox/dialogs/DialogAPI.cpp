@@ -108,7 +108,9 @@ bool AppendItemList(Dialog& dialog, Handle list, DITLMethod method) {
 
 namespace {
 
-Dialog* D(DialogRef ref) { return ref != nullptr ? Dialog::From(ref) : nullptr; }
+Dialog* D(DialogRef ref) {
+    return ref != nullptr ? Dialog::From(ref) : nullptr;
+}
 
 EditText* FocusedField(DialogRef ref) {
     Dialog* dialog = D(ref);
@@ -213,7 +215,8 @@ StatusCode GetDITLItemRectangle(DialogRef inDialog, DialogItemIndex inItemNo, Re
     return noErr;
 }
 
-StatusCode SetDialogItemRectangle(DialogRef inDialog, DialogItemIndex inItemNo, const Rect* inRect) {
+StatusCode SetDialogItemRectangle(DialogRef inDialog, DialogItemIndex inItemNo,
+                                  const Rect* inRect) {
     Dialog::Item* item = inDialog != nullptr ? D(inDialog)->At(inItemNo) : nullptr;
     if (item == nullptr || inRect == nullptr)
         return paramErr;
@@ -248,7 +251,8 @@ Boolean DialogSelect(const EventRecord* theEvent, DialogRef* theDialog, DialogIt
                          double(theEvent->where.v - content.top)};
         View* hit = window->Root().HitView(local);
         Dialog* dialog = window->dialog.get();
-        std::optional<DialogItemIndex> number = hit != nullptr ? dialog->NumberOf(hit) : std::nullopt;
+        std::optional<DialogItemIndex> number =
+            hit != nullptr ? dialog->NumberOf(hit) : std::nullopt;
         if (theDialog != nullptr)
             *theDialog = dialog->Ref();
         if (!number)

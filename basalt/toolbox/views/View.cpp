@@ -10,6 +10,7 @@ namespace basalt::toolbox {
 View::View(OSType kind) : kind_{kControlKindSignature, kind} {}
 
 View::~View() {
+    SendDestruct(*this);
     // Children outlive nothing of ours, but they must not keep pointing at our window.
     for (auto& child : subviews_)
         child->AttachToWindow(nullptr);
@@ -377,6 +378,9 @@ StatusCode View::HandleControlEvent(EventRef event) {
         SetParam(event, kEventParamControlOptimalBaselineOffset, typeSInt16, offset);
         return noErr;
     }
+    case kEventControlGetFeatures:
+        SetParam(event, kEventParamControlFeatures, typeUInt32, features);
+        return noErr;
     case kEventControlSetFocusPart: {
         ControlPartCode part = 0;
         GetParam(event, kEventParamControlPart, typeControlPartCode, &part);

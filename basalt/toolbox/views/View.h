@@ -15,6 +15,8 @@
 #include <string>
 #include <vector>
 
+struct OpaqueTrackingAreaRef;
+
 namespace basalt::toolbox {
 
 class Window;
@@ -34,6 +36,8 @@ public:
     void SetKindSignature(OSType signature, OSType kind) { kind_ = {signature, kind}; }
     ControlID id{0, 0};
     long reference = 0;
+    // Feature bits answered for "cntl" 1000 (2: the view embeds others).
+    uint32_t features = 0;
 
     // Tree.
     View* Superview() const { return superview_.lock().get(); }
@@ -113,7 +117,8 @@ public:
 
     // Custom view classes keep their instance here.
     void* objectInstance = nullptr;
-    std::vector<std::string> classChain; // most derived first
+    std::vector<std::u16string> classChain; // most derived first
+    std::vector<std::shared_ptr<OpaqueTrackingAreaRef>> trackingAreas;
 
     StatusCode HandleStandardEvent(EventHandlerCallRef call, EventRef event) override;
     EventTargetRef PropagationParent() override;
@@ -143,6 +148,9 @@ private:
     std::map<ResType, std::vector<uint8_t>> data_;
     bool needsDisplay_ = true;
 };
+
+// Sends "btob" 3 to a view of a custom class, once.
+void SendDestruct(View& view);
 
 // Makes a view of a control kind; null for a kind the toolbox does not know.
 std::shared_ptr<View> MakeView(OSType kind);

@@ -588,7 +588,8 @@ StatusCode GetControlProperty(ControlRef control, PropertyCreator creator, Prope
 StatusCode RemoveControlProperty(ControlRef control, PropertyCreator creator, PropertyTag tag) {
     if (control == nullptr)
         return paramErr;
-    return V(control)->properties.erase({creator, tag}) != 0 ? StatusCode(noErr) : StatusCode(errDataNotSupported);
+    return V(control)->properties.erase({creator, tag}) != 0 ? StatusCode(noErr)
+                                                             : StatusCode(errDataNotSupported);
 }
 
 StatusCode BTSearchFieldChangeAttributes(BTViewRef inSearchField, uint32_t inAttributesToSet,

@@ -11,6 +11,13 @@ namespace basalt::toolbox {
 namespace {
 
 std::weak_ptr<Window> gMouseDownWindow;
+uint32_t gModifiers = 0;
+
+void NoteModifiers(EventRef event) {
+    uint32_t modifiers = 0;
+    if (GetParam(event, kEventParamKeyModifiers, typeUInt32, &modifiers))
+        gModifiers = modifiers;
+}
 
 Window* MouseWindow(EventRef event) {
     WindowRef ref = nullptr;
@@ -52,7 +59,13 @@ EventTargetRef FocusTarget() {
 
 } // namespace
 
+uint32_t CurrentModifiers() {
+    return gModifiers;
+}
+
 StatusCode RouteDispatchedEvent(EventHandlerCallRef, EventRef event) {
+    if (event->eventClass == kEventClassMouse || event->eventClass == kEventClassKeyboard)
+        NoteModifiers(event);
     switch (event->eventClass) {
     case kEventClassMouse:
         return RouteMouse(event);

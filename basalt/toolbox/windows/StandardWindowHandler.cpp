@@ -4,6 +4,7 @@
 
 #include "basalt/toolbox/dialogs/Dialog.h"
 #include "basalt/toolbox/menus/MenuBar.h"
+#include "basalt/toolbox/windows/TrackingAreas.h"
 #include "basalt/toolbox/windows/Window.h"
 #include "basalt/toolbox/windows/WindowList.h"
 
@@ -36,17 +37,6 @@ bool CustomTrack(View& view, EventRef mouse, BGPoint local, uint32_t modifiers) 
     if (part != kControlNoPart)
         SendControlHit(view, part, modifiers);
     return true;
-}
-
-void UpdateHover(Window& window, View* now) {
-    auto before = window.hovered.lock();
-    if (before.get() == now)
-        return;
-    window.hovered = now != nullptr ? now->Shared() : std::weak_ptr<View>();
-    if (before != nullptr)
-        before->Notify(kEventControlTrackingAreaExited);
-    if (now != nullptr)
-        now->Notify(kEventControlTrackingAreaEntered);
 }
 
 StatusCode MouseDown(Window& window, EventRef event, BGPoint local, uint32_t modifiers) {
@@ -113,9 +103,10 @@ StatusCode HandleMouse(Window& window, EventRef event) {
         return MouseUp(window, local, modifiers);
     case kEventMouseMoved:
     case kEventMouseDragged: {
-        View* over = window.Root().HitView(local);
-        UpdateHover(window, over == &window.Root() ? nullptr : over);
+        UpdateTrackingAreas(window.Root(), local);
         if (auto tracked = window.tracking.view.lock()) {
+            if (event->kind == kEventMouseDragged && tracked->Drag(tracked->FromWindow(local)))
+                return noErr;
             bool inside = AskHitTest(*tracked, tracked->FromWindow(local)) == window.tracking.part;
             tracked->SetHilite(inside ? window.tracking.part : ControlPartCode(kControlNoPart));
         }

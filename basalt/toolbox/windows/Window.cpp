@@ -162,8 +162,6 @@ void Window::ViewLeaving(View* view) {
     if (auto tracked = tracking.view.lock();
         tracked != nullptr && view->IsAncestorOf(tracked.get()))
         tracking = {};
-    if (auto hover = hovered.lock(); hover != nullptr && view->IsAncestorOf(hover.get()))
-        hovered.reset();
 }
 
 void Window::Invalidate() {

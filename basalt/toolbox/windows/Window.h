@@ -70,7 +70,6 @@ public:
         ControlPartCode part = 0;
         bool closeBox = false;
     } tracking;
-    std::weak_ptr<View> hovered;
 
     // Drawing.
     void Invalidate();

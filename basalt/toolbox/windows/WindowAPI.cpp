@@ -303,7 +303,8 @@ StatusCode RemoveWindowProperty(WindowRef window, PropertyCreator creator, Prope
     Window* live = Live(window);
     if (live == nullptr)
         return errInvalidWindowRef;
-    return live->properties.erase({creator, tag}) != 0 ? StatusCode(noErr) : StatusCode(errDataNotSupported);
+    return live->properties.erase({creator, tag}) != 0 ? StatusCode(noErr)
+                                                       : StatusCode(errDataNotSupported);
 }
 
 StatusCode BTWindowFlush(WindowRef window) {
