@@ -57,4 +57,28 @@ void BGDataProviderRelease(BGDataProviderRef provider) {
     ReleaseObject(provider);
 }
 
+BGDataProviderRef BGDataProviderCreateWithURL(BCURLRef url) {
+    char path[4096];
+    if (url == nullptr ||
+        !BCURLGetFileSystemRepresentation(url, true, reinterpret_cast<uint8_t*>(path), sizeof path))
+        return nullptr;
+    return basalt::graphics::CreateDataProviderWithPath(path);
+}
+
+BGDataProviderRef BGDataProviderCreateWithBCData(BCDataRef data) {
+    if (data == nullptr)
+        return nullptr;
+    auto* provider = new OpaqueBGDataProvider;
+    provider->data = static_cast<BCDataRef>(BCRetain(data));
+    provider->bytes = BCDataGetBytePtr(data);
+    provider->size = static_cast<size_t>(BCDataGetLength(data));
+    return provider;
+}
+
+BCDataRef BGDataProviderCopyData(BGDataProviderRef provider) {
+    if (provider == nullptr)
+        return nullptr;
+    return BCDataCreate(kBCAllocatorDefault, provider->bytes, static_cast<BCIndex>(provider->size));
+}
+
 } // extern "C"

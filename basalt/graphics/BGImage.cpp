@@ -4,6 +4,7 @@
 #include "basalt/graphics/BGContextObject.h"
 #include "basalt/graphics/BGImageObject.h"
 #include "basalt/graphics/PixbufSurface.h"
+#include "basalt/graphics/UprightBox.h"
 
 using basalt::graphics::ReleaseObject;
 using basalt::graphics::RetainObject;
@@ -31,9 +32,9 @@ BGImageRef ImageFromPixbuf(GdkPixbuf* pixbuf) {
     return image;
 }
 
-// Draws the image into rect; topDown says whether the image's first row goes to the rect's
-// min y (flipped view contexts) or to its max y (y-up contexts).
-void DrawImage(BGContextRef context, BGRect rect, BGImageRef image, bool topDown) {
+// Draws the image into rect: upright whatever the context's orientation, or else with its
+// first row at the rect's max y (upright in y-up contexts only).
+void DrawImage(BGContextRef context, BGRect rect, BGImageRef image, bool upright) {
     if (context == nullptr || !context->Valid() || image == nullptr || BGRectIsEmpty(rect))
         return;
     rect = BGRectStandardize(rect);
@@ -46,7 +47,8 @@ void DrawImage(BGContextRef context, BGRect rect, BGImageRef image, bool topDown
     cairo_new_path(cr);
     cairo_rectangle(cr, rect.origin.x, rect.origin.y, rect.size.width, rect.size.height);
     cairo_clip(cr);
-    if (topDown) {
+    if (upright) {
+        basalt::graphics::MakeUpright(cr, rect);
         cairo_translate(cr, rect.origin.x, rect.origin.y);
         cairo_scale(cr, rect.size.width / width, rect.size.height / height);
     } else {

@@ -3,11 +3,12 @@
  * text and theme drawing. A C header; the toolbox header includes it.
  *
  * Coordinates. A BGContextRef made over a bitmap or a window starts with its origin at the
- * bottom left and y growing upwards; BGContextDrawImage and PlotIconRefInContext draw upright in
- * that system. Views draw in a "flipped" context (origin top left, y down) and the calls that
- * serve views (BTThemeDrawTextBox, BTViewDrawBGImage and the other BTTheme drawing calls) draw
- * upright in that system. Whole-number Point/Rect/RgnHandle coordinates are those of windows
- * and controls: origin top left, y down.
+ * bottom left and y growing upwards; BGContextDrawImage draws upright in that system. Views draw
+ * in a "flipped" context (origin top left, y down). Icons, text, view images and theme parts
+ * (PlotIconRefInContext, BTViewDrawBGImage, the BTTheme calls) come out upright in either: their
+ * rectangle's min y is its top edge in a flipped context and its bottom edge in a y-up one.
+ * Whole-number Point/Rect/RgnHandle coordinates are those of windows and controls: origin top
+ * left, y down.
  *
  * Ownership: Create and Copy functions return a reference the caller owns and releases with the
  * matching Release; Get functions do not give ownership.
@@ -412,8 +413,8 @@ enum {
 typedef uint32_t PlotIconRefFlags;
 enum { kPlotIconRefNormalFlags = 0 };
 
-/* Draws the icon centred in rect, upright in a y-up context, at the best size the themes
-   offer for the rect and the context's scale. labelColor may be null. */
+/* Draws the icon centred in rect, upright, at the best size the themes offer for the rect and
+   the context's scale. labelColor (may be null) tints it. */
 BASALT_EXPORT StatusCode PlotIconRefInContext(BGContextRef context, const BGRect* rect,
                                               IconAlignmentType align, IconTransformType transform,
                                               const RGBColor* labelColor, PlotIconRefFlags flags,
@@ -477,8 +478,8 @@ typedef struct BTThemeTextInfo {
 BASALT_EXPORT StatusCode BTThemeGetTextDimensions(BCStringRef string, BGFloat width,
                                                   const BTThemeTextInfo* info, BGFloat* outWidth,
                                                   BGFloat* outHeight, BGFloat* outBaseline);
-/* Draws the text in bounds (flipped view coordinates) in the context's fill colour: wrapped to
-   the width, cut to the line limit with an ellipsis where truncationPosition says. */
+/* Draws the text upright in bounds in the context's fill colour: wrapped to the width, cut to
+   the line limit with an ellipsis where truncationPosition says. */
 BASALT_EXPORT StatusCode BTThemeDrawTextBox(BCStringRef string, const BGRect* bounds,
                                             BTThemeTextInfo* info, BGContextRef context);
 /* In: ioBounds->h is the wrapping width when wrapToWidth is set. Out: h width, v height. */
@@ -516,7 +517,7 @@ enum {
 /* paramErr for a metric the theme does not have. */
 BASALT_EXPORT StatusCode GetThemeMetric(BTThemeMetric metric, int32_t* outMetric);
 
-/* ---- Theme: drawing (flipped view coordinates) ------------------------------------------- */
+/* ---- Theme: drawing --------------------------------------------------------------------- */
 
 enum { kBTThemeFrameTextField = 0, kBTThemeFrameListBox = 1 };
 
@@ -571,7 +572,18 @@ typedef struct BTThemeButtonDrawInfo {
     BTThemeButtonAdornment adornment;
 } BTThemeButtonDrawInfo;
 
-enum { kBTThemeBackgroundWindow = 1, kBTThemeBackgroundPlacard = 2, kBTThemeBackgroundList = 11 };
+enum {
+    kBTThemeBackgroundWindow = 1,
+    kBTThemeBackgroundPlacard = 2,
+    kBTThemeBackgroundListView = 10,
+    kBTThemeBackgroundDialogArea = 11 /* a dialog's own content, custom areas included */
+};
+
+enum {
+    kBTThemeTextColorPlain = 0,
+    kBTThemeTextColorOnAccent = 1, /* titles of active default buttons, selected rows */
+    kBTThemeTextColorSecondary = 2 /* labels beside values, captions */
+};
 
 BASALT_EXPORT StatusCode BTThemeDrawFrame(const BGRect* rect, const BTThemeFrameDrawInfo* info,
                                           BGContextRef context);
@@ -584,18 +596,24 @@ BASALT_EXPORT StatusCode BTThemeDrawGenericWell(const BGRect* rect, const BTThem
 BASALT_EXPORT StatusCode BTThemeDrawFocusRect(const BGRect* rect, Boolean hasFocus,
                                               BGContextRef context);
 /* Draws the button's body; outLabelRect (may be null) is where its title belongs. For a check
-   box, radio button or disclosure triangle the mark sits at the left (vertically centred). */
+   box, radio button or disclosure triangle the mark sits at the left (vertically centred). An
+   active default push button is filled with the accent: its title takes
+   kBTThemeTextColorOnAccent. */
 BASALT_EXPORT StatusCode BTThemeDrawButton(const BGRect* bounds, BTThemeButtonKind kind,
                                            const BTThemeButtonDrawInfo* info, BGContextRef context,
                                            BGRect* outLabelRect);
 /* A horizontal or vertical line along the longer side of rect. */
 BASALT_EXPORT StatusCode BTThemeDrawSeparator(const BGRect* rect, BTThemeDrawState state,
                                               BGContextRef context);
+/* Sets the context's fill colour to the theme's text colour of that kind, dimmed for
+   unavailable states. */
+BASALT_EXPORT StatusCode BTThemeSetTextColor(uint32_t kind, BTThemeDrawState state,
+                                             BGContextRef context);
 /* Sets the context's fill colour to the background of that kind. */
 BASALT_EXPORT StatusCode BTThemeApplyBackground(const BGRect* bounds, uint32_t kind,
                                                 BTThemeDrawState state, BGContextRef context);
 
-/* Draws an image into rect of a flipped (view) context, upright. */
+/* Draws an image stretched into rect, upright. */
 BASALT_EXPORT StatusCode BTViewDrawBGImage(BGContextRef context, const BGRect* rect,
                                            BGImageRef image);
 
