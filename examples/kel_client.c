@@ -8,6 +8,8 @@
  */
 #include <basalt/BasaltCore.h>
 #include <kel/KelServices.h>
+/* Only needed by clients with windows of their own, such as the parent of a sheet. */
+#include <basalt/BasaltToolbox.h>
 #include <stdio.h>
 #include <string.h>
 

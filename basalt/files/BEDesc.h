@@ -25,9 +25,14 @@ typedef struct BEDesc {
 
 typedef BEDesc BEDescList;
 
+/* Also declared by the other basalt headers; whichever comes first defines it. */
+#ifndef BASALT_TYPE_WILDCARD_DEFINED
+#define BASALT_TYPE_WILDCARD_DEFINED
+enum { typeWildCard = 0x2A2A2A2A /* "****" */ };
+#endif
+
 enum {
     typeNull = 0x6E756C6C,     /* "null" */
-    typeWildCard = 0x2A2A2A2A, /* "****" */
     typeBEList = 0x6C697374,   /* "list" */
     typeBFRef = 0x62667266,    /* "bfrf": an 80-byte BFRef */
     typeFileSpec = 0x62667320, /* "bfs ": a 70-byte BFSpec */

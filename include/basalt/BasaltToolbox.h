@@ -222,9 +222,14 @@ enum {
     kEventParamTimer = 0x746D7220                         /* "tmr " */
 };
 
+/* Also declared by the other basalt headers; whichever comes first defines it. */
+#ifndef BASALT_TYPE_WILDCARD_DEFINED
+#define BASALT_TYPE_WILDCARD_DEFINED
+enum { typeWildCard = 0x2A2A2A2A /* "****" */ };
+#endif
+
 /* Parameter types. */
 enum {
-    typeWildCard = 0x2A2A2A2A,               /* "****" */
     typeBoolean = 0x626F6F6C,                /* "bool" */
     typeSInt16 = 0x73686F72,                 /* "shor" */
     typeSInt32 = 0x6C6F6E67,                 /* "long" */
@@ -430,7 +435,11 @@ BASALT_EXPORT int16_t LMGetKeyRepThresh(void);
 
 /* ---- Windows ----------------------------------------------------------------------------- */
 
+/* The library's public header declares the same WindowRef; whichever comes first defines it. */
+#ifndef BASALT_WINDOWREF_DEFINED
+#define BASALT_WINDOWREF_DEFINED
 typedef struct OpaqueWindowPtr* WindowRef;
+#endif
 typedef WindowRef WindowPtr;
 typedef struct OpaqueControlRef* ControlRef;
 typedef ControlRef BTViewRef;
