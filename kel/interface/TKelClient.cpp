@@ -1,5 +1,6 @@
 #include "kel/interface/TKelClient.h"
 
+#include <basalt/BasaltToolbox.h>
 #include <cstring>
 
 TKelClient::TKelClient(KelEventProc eventProc, KelPreviewProc previewProc,
@@ -13,10 +14,19 @@ TKelClient::TKelClient(KelEventProc eventProc, KelPreviewProc previewProc,
 }
 
 void TKelClient::Event(long selector) {
-    // The dialog's graphics port is made current around the call once dialogs have windows.
-    if (eventProc != nullptr) {
-        eventProc(selector, &record, clientData);
+    if (eventProc == nullptr) {
+        return;
     }
+    // A client that draws from its callback draws into the dialog's window.
+    if (record.window == nullptr || !IsValidWindowPtr(record.window)) {
+        eventProc(selector, &record, clientData);
+        return;
+    }
+    GrafPtr savedPort = nullptr;
+    GetPort(&savedPort);
+    SetPortWindowPort(record.window);
+    eventProc(selector, &record, clientData);
+    SetPort(savedPort);
 }
 
 bool TKelClient::Preview(KelCBRec* cbRecord) {
