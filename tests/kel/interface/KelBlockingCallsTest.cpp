@@ -1,5 +1,3 @@
-#include "tests/kel/interface/PackedField.h"
-
 #include <cstring>
 #include <gtest/gtest.h>
 #include <kel/KelServices.h>
@@ -11,19 +9,8 @@ void SetPascal(unsigned char* field, const char* text) {
     std::memcpy(field + 1, text, field[0]);
 }
 
-// No dialog can be shown yet: the calls must still check their arguments, leave an empty reply
-// and an untouched answer, and say that nothing was shown.
-TEST(KelBlockingCalls, BrowseCallsNeedAReplyAndLeaveItEmpty) {
-    EXPECT_EQ(KelGetFile(nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr),
-              paramErr);
-    KelReplyRecord reply;
-    std::memset(&reply, 0xCD, sizeof reply);
-    EXPECT_EQ(KelChooseFolder(nullptr, &reply, nullptr, nullptr, nullptr, nullptr), -4);
-    EXPECT_EQ(keltest::ValueOf(reply.version), 2);
-    EXPECT_EQ(keltest::ValueOf(reply.validRecord), 0);
-    EXPECT_EQ(keltest::ValueOf(reply.saveFileName), nullptr);
-}
-
+// An ask call without the text its alert is about fails before any dialog is made, and leaves
+// the answer alone.
 TEST(KelBlockingCalls, AskCallsNeedTheTextTheirAlertIsAbout) {
     KelDialogOptions options;
     KelGetDefaultDialogOptions(&options);
