@@ -1,5 +1,7 @@
 #include "basalt/core/BCObject.h"
 
+#include "basalt/core/BCString.h"
+
 #include <cstdio>
 
 namespace basalt {
@@ -65,6 +67,14 @@ Boolean BCEqual(BCTypeRef a, BCTypeRef b) {
 
 BCHashCode BCHash(BCTypeRef object) {
     return object != nullptr ? static_cast<const BCObject*>(object)->Hash() : 0;
+}
+
+BCStringRef BCCopyDescription(BCTypeRef object) {
+    if (object == nullptr)
+        return nullptr;
+    if (basalt::As<basalt::String>(object) != nullptr)
+        return BCStringCreateCopy(kBCAllocatorDefault, static_cast<BCStringRef>(object));
+    return basalt::MakeString(basalt::FromUTF8(static_cast<const BCObject*>(object)->Describe()));
 }
 
 } // extern "C"

@@ -166,8 +166,7 @@ BASALT_EXPORT BCStringRef BCStringCreateWithFormatAndArguments(BCAllocatorRef al
                                                                BCDictionaryRef formatOptions,
                                                                BCStringRef format,
                                                                va_list arguments);
-BASALT_EXPORT BCMutableStringRef BCStringCreateMutable(BCAllocatorRef allocator,
-                                                       BCIndex maxLength);
+BASALT_EXPORT BCMutableStringRef BCStringCreateMutable(BCAllocatorRef allocator, BCIndex maxLength);
 BASALT_EXPORT BCMutableStringRef BCStringCreateMutableCopy(BCAllocatorRef allocator,
                                                            BCIndex maxLength, BCStringRef string);
 
@@ -181,12 +180,10 @@ BASALT_EXPORT Boolean BCStringGetCString(BCStringRef string, char* buffer, BCInd
 BASALT_EXPORT Boolean BCStringGetPascalString(BCStringRef string, unsigned char* buffer,
                                               BCIndex bufferSize, BCStringEncoding encoding);
 /* Converts a range; returns characters converted, stores the bytes used. */
-BASALT_EXPORT BCIndex BCStringGetBytes(BCStringRef string, BCRange range,
-                                       BCStringEncoding encoding, uint8_t lossByte,
-                                       Boolean isExternalRepresentation, uint8_t* buffer,
-                                       BCIndex maxBufLen, BCIndex* usedBufLen);
-BASALT_EXPORT BCIndex BCStringGetMaximumSizeForEncoding(BCIndex length,
-                                                        BCStringEncoding encoding);
+BASALT_EXPORT BCIndex BCStringGetBytes(BCStringRef string, BCRange range, BCStringEncoding encoding,
+                                       uint8_t lossByte, Boolean isExternalRepresentation,
+                                       uint8_t* buffer, BCIndex maxBufLen, BCIndex* usedBufLen);
+BASALT_EXPORT BCIndex BCStringGetMaximumSizeForEncoding(BCIndex length, BCStringEncoding encoding);
 BASALT_EXPORT BCStringEncoding BCStringGetSystemEncoding(void);
 
 BASALT_EXPORT BCComparisonResult BCStringCompare(BCStringRef a, BCStringRef b,
@@ -201,8 +198,7 @@ BASALT_EXPORT void BCStringAppendCharacters(BCMutableStringRef string, const Uni
                                             BCIndex numChars);
 BASALT_EXPORT void BCStringAppendCString(BCMutableStringRef string, const char* cString,
                                          BCStringEncoding encoding);
-BASALT_EXPORT void BCStringInsert(BCMutableStringRef string, BCIndex index,
-                                  BCStringRef inserted);
+BASALT_EXPORT void BCStringInsert(BCMutableStringRef string, BCIndex index, BCStringRef inserted);
 BASALT_EXPORT void BCStringDelete(BCMutableStringRef string, BCRange range);
 BASALT_EXPORT void BCStringReplace(BCMutableStringRef string, BCRange range,
                                    BCStringRef replacement);
@@ -243,8 +239,8 @@ BASALT_EXPORT BCArrayRef BCArrayCreate(BCAllocatorRef allocator, const void** va
 BASALT_EXPORT BCArrayRef BCArrayCreateCopy(BCAllocatorRef allocator, BCArrayRef array);
 BASALT_EXPORT BCMutableArrayRef BCArrayCreateMutable(BCAllocatorRef allocator, BCIndex capacity,
                                                      const BCArrayCallBacks* callBacks);
-BASALT_EXPORT BCMutableArrayRef BCArrayCreateMutableCopy(BCAllocatorRef allocator,
-                                                         BCIndex capacity, BCArrayRef array);
+BASALT_EXPORT BCMutableArrayRef BCArrayCreateMutableCopy(BCAllocatorRef allocator, BCIndex capacity,
+                                                         BCArrayRef array);
 BASALT_EXPORT BCIndex BCArrayGetCount(BCArrayRef array);
 BASALT_EXPORT const void* BCArrayGetValueAtIndex(BCArrayRef array, BCIndex index);
 BASALT_EXPORT Boolean BCArrayContainsValue(BCArrayRef array, BCRange range, const void* value);
@@ -332,21 +328,18 @@ typedef enum BCURLPathStyle { kBCURLPOSIXPathStyle = 0 } BCURLPathStyle;
 /* File URLs hold the path percent-escaped; paths are bytes, so any name round-trips. */
 BASALT_EXPORT BCURLRef BCURLCreateWithString(BCAllocatorRef allocator, BCStringRef urlString,
                                              BCURLRef baseURL);
-BASALT_EXPORT BCURLRef BCURLCreateWithFileSystemPath(BCAllocatorRef allocator,
-                                                     BCStringRef filePath,
-                                                     BCURLPathStyle pathStyle,
-                                                     Boolean isDirectory);
+BASALT_EXPORT BCURLRef BCURLCreateWithFileSystemPath(BCAllocatorRef allocator, BCStringRef filePath,
+                                                     BCURLPathStyle pathStyle, Boolean isDirectory);
 BASALT_EXPORT BCURLRef BCURLCreateFromFileSystemRepresentation(BCAllocatorRef allocator,
                                                                const uint8_t* buffer,
-                                                               BCIndex bufLen,
-                                                               Boolean isDirectory);
-BASALT_EXPORT BCURLRef BCURLCreateCopyAppendingPathComponent(BCAllocatorRef allocator,
-                                                             BCURLRef url,
+                                                               BCIndex bufLen, Boolean isDirectory);
+BASALT_EXPORT BCURLRef BCURLCreateCopyAppendingPathComponent(BCAllocatorRef allocator, BCURLRef url,
                                                              BCStringRef pathComponent,
                                                              Boolean isDirectory);
 BASALT_EXPORT BCURLRef BCURLCreateCopyDeletingLastPathComponent(BCAllocatorRef allocator,
                                                                 BCURLRef url);
 BASALT_EXPORT BCStringRef BCURLGetString(BCURLRef url);
+/* Null when the path is not valid UTF-8: use BCURLGetFileSystemRepresentation for bytes. */
 BASALT_EXPORT BCStringRef BCURLCopyFileSystemPath(BCURLRef url, BCURLPathStyle pathStyle);
 BASALT_EXPORT Boolean BCURLGetFileSystemRepresentation(BCURLRef url, Boolean resolveAgainstBase,
                                                        uint8_t* buffer, BCIndex maxBufLen);
@@ -410,7 +403,7 @@ BASALT_EXPORT Boolean BCPreferencesSynchronize(BCStringRef applicationID, BCStri
 
 /* ---- Run loops --------------------------------------------------------------------------- */
 
-/* The main run loop belongs to the thread that first asked for any run loop of the process. */
+/* One run loop per thread; the main run loop is the one of the thread that ran main(). */
 BASALT_EXPORT BCRunLoopRef BCRunLoopGetCurrent(void);
 BASALT_EXPORT BCRunLoopRef BCRunLoopGetMain(void);
 
@@ -438,13 +431,19 @@ enum {
     kTextLanguageDontCare = -128,
     kTextRegionDontCare = -128,
     kTextEncodingMacRoman = 0,
-    kTextEncodingUnicodeDefault = 0x0100
+    kTextEncodingUnicodeDefault = 0x0100,
+    smSysScript = 18,
+    smKeyScript = 22,
+    kTextUnsupportedEncodingErr = -8738,
+    kTextMalformedInputErr = -8739,
+    kTECOutputBufferFullStatus = -8785
 };
 
 typedef struct OpaqueTextToUnicodeInfo* TextToUnicodeInfo;
 
 /* The encoding of the application's legacy text: $KEL_TEXT_ENCODING if set, else MacRoman. */
 BASALT_EXPORT TextEncoding GetApplicationTextEncoding(void);
+/* smSysScript and smKeyScript answer the script of the application's text encoding. */
 BASALT_EXPORT ScriptCode GetScriptManagerVariable(int16_t selector);
 BASALT_EXPORT StatusCode UpgradeScriptInfoToTextEncoding(ScriptCode script, int16_t language,
                                                          int16_t region, ConstStr255Param font,

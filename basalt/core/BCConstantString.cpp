@@ -1,0 +1,22 @@
+// BCSTR strings: one immortal string per distinct text, shared by every caller and never freed.
+
+#include "basalt/core/BCString.h"
+
+#include <map>
+#include <mutex>
+
+extern "C" BCStringRef __BCStringMakeConstantString(const char* cString) {
+    static std::mutex mutex;
+    static std::map<std::string, BCStringRef> constants;
+    if (cString == nullptr)
+        return nullptr;
+    std::lock_guard lock(mutex);
+    BCStringRef& slot = constants[cString];
+    if (slot == nullptr) {
+        // Literals are UTF-8 source text; a bad sequence still gives a string, never null.
+        auto* string = new basalt::String(basalt::FromUTF8(cString));
+        string->MakeImmortal();
+        slot = reinterpret_cast<BCStringRef>(static_cast<basalt::BCObject*>(string));
+    }
+    return slot;
+}

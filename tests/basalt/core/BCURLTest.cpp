@@ -1,0 +1,88 @@
+#include <basalt/BasaltCore.h>
+#include <gtest/gtest.h>
+#include <string>
+
+namespace {
+
+std::string UTF8(BCStringRef string) {
+    char buffer[1024] = {};
+    if (string == nullptr ||
+        !BCStringGetCString(string, buffer, sizeof buffer, kBCStringEncodingUTF8))
+        return "<null>";
+    return buffer;
+}
+
+// Reads and releases a string the caller owns.
+std::string Adopted(BCStringRef string) {
+    std::string text = UTF8(string);
+    BCRelease(string);
+    return text;
+}
+
+std::string Bytes(BCURLRef url) {
+    uint8_t buffer[1024];
+    if (!BCURLGetFileSystemRepresentation(url, true, buffer, sizeof buffer))
+        return "<none>";
+    return reinterpret_cast<char*>(buffer);
+}
+
+BCURLRef FromBytes(const std::string& path, bool isDirectory = false) {
+    return BCURLCreateFromFileSystemRepresentation(kBCAllocatorDefault,
+                                                   reinterpret_cast<const uint8_t*>(path.data()),
+                                                   static_cast<BCIndex>(path.size()), isDirectory);
+}
+
+TEST(BCURL, OddBytesRoundTripThroughEscapes) {
+    for (std::string path : {"/tmp/plain", "/tmp/not utf8 \xFF\xFE", "/tmp/100%/#?;x",
+                             "/tmp/caf\xC3\xA9/\xE2\x80\xAE"}) {
+        BCURLRef url = FromBytes(path);
+        ASSERT_NE(url, nullptr) << path;
+        EXPECT_EQ(Bytes(url), path);
+        EXPECT_EQ(UTF8(BCURLGetString(url)).find_first_of(" #?\xFF"), std::string::npos);
+        BCRelease(url);
+    }
+    BCURLRef invalid = FromBytes("/tmp/\xFF");
+    EXPECT_EQ(UTF8(BCURLGetString(invalid)), "file:///tmp/%FF");
+    EXPECT_EQ(BCURLCopyFileSystemPath(invalid, kBCURLPOSIXPathStyle), nullptr);
+    BCRelease(invalid);
+}
+
+TEST(BCURL, PathComponents) {
+    BCURLRef folder = BCURLCreateWithFileSystemPath(kBCAllocatorDefault, BCSTR("/home/u/Docs"),
+                                                    kBCURLPOSIXPathStyle, true);
+    EXPECT_EQ(UTF8(BCURLGetString(folder)), "file:///home/u/Docs/");
+    EXPECT_TRUE(BCURLHasDirectoryPath(folder));
+    BCURLRef file = BCURLCreateCopyAppendingPathComponent(kBCAllocatorDefault, folder,
+                                                          BCSTR("a b\u00E9.txt"), false);
+    EXPECT_EQ(UTF8(BCURLGetString(file)), "file:///home/u/Docs/a%20b%C3%A9.txt");
+    EXPECT_EQ(Adopted(BCURLCopyLastPathComponent(file)), "a b\u00E9.txt");
+    EXPECT_EQ(Adopted(BCURLCopyFileSystemPath(file, kBCURLPOSIXPathStyle)),
+              "/home/u/Docs/a b\u00E9.txt");
+    BCURLRef parent = BCURLCreateCopyDeletingLastPathComponent(kBCAllocatorDefault, file);
+    EXPECT_TRUE(BCEqual(parent, folder));
+    EXPECT_EQ(Adopted(BCURLCopyScheme(file)), "file");
+
+    BCURLRef root = FromBytes("/", true);
+    BCURLRef stillRoot = BCURLCreateCopyDeletingLastPathComponent(kBCAllocatorDefault, root);
+    EXPECT_EQ(Bytes(stillRoot), "/");
+    EXPECT_EQ(Adopted(BCURLCopyLastPathComponent(root)), "/");
+    for (BCTypeRef object : {folder, file, parent, root, stillRoot})
+        BCRelease(object);
+}
+
+TEST(BCURL, StringsAndRelativeReferences) {
+    BCURLRef base = BCURLCreateWithString(kBCAllocatorDefault, BCSTR("file:///a/b/c.txt"), nullptr);
+    BCURLRef sibling = BCURLCreateWithString(kBCAllocatorDefault, BCSTR("d.txt"), base);
+    EXPECT_EQ(Bytes(sibling), "/a/b/d.txt");
+    BCURLRef web =
+        BCURLCreateWithString(kBCAllocatorDefault, BCSTR("https://host.example/x/y?q=1"), nullptr);
+    EXPECT_EQ(Bytes(web), "<none>");
+    BCURLRef up = BCURLCreateCopyDeletingLastPathComponent(kBCAllocatorDefault, web);
+    EXPECT_EQ(UTF8(BCURLGetString(up)), "https://host.example/x/?q=1");
+    EXPECT_EQ(BCURLCreateWithString(kBCAllocatorDefault, BCSTR("no scheme"), nullptr), nullptr);
+    EXPECT_EQ(BCURLCreateWithString(kBCAllocatorDefault, BCSTR("relative"), nullptr), nullptr);
+    for (BCTypeRef object : {base, sibling, web, up})
+        BCRelease(object);
+}
+
+} // namespace
