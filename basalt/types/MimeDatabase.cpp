@@ -113,9 +113,13 @@ std::string MimeDatabase::TypeForName(std::string_view name) const {
     // The longest matching extension wins ("tar.gz" over "gz").
     for (size_t dot = name.find('.'); dot != std::string_view::npos;
          dot = name.find('.', dot + 1)) {
+        // Exact case first; the lower-case form matches only globs that ignore case.
         auto found = bySuffix_.find(std::string(name.substr(dot + 1)));
-        if (found == bySuffix_.end() || found->second.caseSensitive)
+        if (found == bySuffix_.end()) {
             found = bySuffix_.find(lower.substr(dot + 1));
+            if (found != bySuffix_.end() && found->second.caseSensitive)
+                found = bySuffix_.end();
+        }
         if (found != bySuffix_.end())
             return found->second.type;
     }
