@@ -193,12 +193,15 @@ void NodeWatcher::Tickle(const Touched& touched) {
     }
 }
 
+// The folders on the way to the bookmarks file may not exist yet; each one is watched once it
+// does, so that making them is seen too.
 void NodeWatcher::WatchConfigLocked() {
     std::string config = files::ConfigHome();
-    if (configWd_ < 0)
-        configWd_ = AddWatch(inotify_, config, kConfigMask);
-    if (bookmarksWd_ < 0)
-        bookmarksWd_ = AddWatch(inotify_, config + "/gtk-3.0", kConfigMask);
+    for (const std::string& dir : {files::HomePath(), config, config + "/gtk-3.0"}) {
+        int wd = AddWatch(inotify_, dir, kConfigMask);
+        if (wd >= 0)
+            configWds_.insert(wd);
+    }
 }
 
 void NodeWatcher::Run() {
@@ -251,7 +254,7 @@ void NodeWatcher::HandleEvent(int wd, uint32_t mask, const std::string& name, To
             SyncLocked(container, watched, touched);
         return;
     }
-    if (wd >= 0 && (wd == configWd_ || wd == bookmarksWd_))
+    if (configWds_.count(wd) != 0)
         return HandleConfigChanged(name, touched);
     auto found = byWd_.find(wd);
     if (found == byWd_.end())
@@ -305,9 +308,9 @@ void NodeWatcher::HandleMountsChanged(Touched& touched) {
 }
 
 void NodeWatcher::HandleConfigChanged(const std::string& name, Touched& touched) {
-    if (name == "gtk-3.0" && bookmarksWd_ < 0)
-        bookmarksWd_ = AddWatch(inotify_, files::ConfigHome() + "/gtk-3.0", kConfigMask);
-    if (name == "bookmarks" || name == "user-dirs.dirs") {
+    WatchConfigLocked();
+    if (name == "bookmarks" || name == "user-dirs.dirs" || name == "gtk-3.0" ||
+        name == files::LeafName(files::ConfigHome())) {
         NodeRef places = Special().places;
         Send(places, kNodeEventVirtualChildListChanged, places, places, 0, touched);
     }

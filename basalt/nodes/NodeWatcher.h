@@ -58,8 +58,7 @@ private:
     int inotify_ = -1;
     int mounts_ = -1;
     bool started_ = false;
-    int configWd_ = -1;
-    int bookmarksWd_ = -1;
+    std::set<int> configWds_; // home, the config folder and gtk-3.0, as far as they exist
     std::map<NodeRef, Watched> watched_;
     std::unordered_map<int, NodeRef> byWd_;
 };
