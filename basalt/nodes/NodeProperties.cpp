@@ -273,8 +273,8 @@ StatusCode GetNodePropertyAsInt16(NodeRef node, FourCharCode code, int16_t* valu
         NodeStat stat;
         if (StatusCode status = StatFor(node, stat))
             return status;
-        *value = static_cast<int16_t>((ExtrasOf(node).locked ? 0x01 : 0) |
-                                      (S_ISDIR(stat.mode) ? 0x10 : 0));
+        *value =
+            static_cast<int16_t>((IsLocked(node) ? 0x01 : 0) | (S_ISDIR(stat.mode) ? 0x10 : 0));
         return noErr;
     }
     return kNodePropertyNotSupportedErr;
@@ -327,7 +327,7 @@ StatusCode GetNodePropertyAsBoolean(NodeRef node, FourCharCode code, Boolean* va
     if (!node->IsFileSystem())
         return kNodePropertyNotSupportedErr;
     if (code == NodeCode("aslk"))
-        *value = ExtrasOf(node).locked;
+        *value = IsLocked(node);
     else if (code == NodeCode("hext"))
         *value = ExtrasOf(node).hideExtension;
     else

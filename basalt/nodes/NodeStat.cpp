@@ -3,6 +3,7 @@
 #include "basalt/files/BFLongPath.h"
 #include "basalt/nodes/NodeTable.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <climits>
 #include <fstream>
@@ -25,6 +26,24 @@ NodeKind KindOfMode(uint32_t mode) {
     if (S_ISLNK(mode))
         return NodeKind::Symlink;
     return NodeKind::Other;
+}
+
+// A path short enough for the *xattr calls: long ones go through their folder's descriptor,
+// which `holder` keeps open.
+std::string ReachablePath(const std::string& path, UniqueFd& holder) {
+    if (path.size() < PATH_MAX - 1)
+        return path;
+    files::ParentAndLeaf at = files::OpenParent(path);
+    holder = std::move(at.parent);
+    return "/proc/self/fd/" + std::to_string(holder.Get()) + "/" + at.leaf;
+}
+
+std::string ListXattrs(const std::string& path) {
+    UniqueFd holder;
+    std::string target = ReachablePath(path, holder);
+    char buffer[4096];
+    ssize_t size = ::llistxattr(target.c_str(), buffer, sizeof buffer);
+    return size > 0 ? std::string(buffer, static_cast<size_t>(size)) : std::string();
 }
 
 NodeStat ReadStat(const std::string& path) {
@@ -62,28 +81,38 @@ bool ImmutableFlag(const std::string& path) {
            (flags & FS_IMMUTABLE_FL) != 0;
 }
 
+// One listxattr tells which of our attributes a file has; most have none, and then reading
+// the extras costs that one call.
 NodeExtras ReadExtras(const std::string& path) {
     NodeExtras extras;
-    extras.type = CodeXattr(path, "user.kel.type");
-    extras.creator = CodeXattr(path, "user.kel.creator");
-    extras.label = static_cast<int16_t>(std::atoi(ReadXattr(path, "user.kel.label").c_str()));
-    extras.hideExtension = ReadXattr(path, "user.kel.hide-extension") == "1";
-    extras.resourceSize = ReadXattr(path, "user.kel.resources").size();
-    extras.locked = ImmutableFlag(path);
+    std::string names = ListXattrs(path);
+    auto has = [&](std::string_view name) {
+        for (size_t at = 0; at < names.size();) {
+            size_t end = std::min(names.find('\0', at), names.size());
+            if (std::string_view(names).substr(at, end - at) == name)
+                return true;
+            at = end + 1;
+        }
+        return false;
+    };
+    if (has("user.kel.type"))
+        extras.type = CodeXattr(path, "user.kel.type");
+    if (has("user.kel.creator"))
+        extras.creator = CodeXattr(path, "user.kel.creator");
+    if (has("user.kel.label"))
+        extras.label = static_cast<int16_t>(std::atoi(ReadXattr(path, "user.kel.label").c_str()));
+    if (has("user.kel.hide-extension"))
+        extras.hideExtension = ReadXattr(path, "user.kel.hide-extension") == "1";
+    if (has("user.kel.resources"))
+        extras.resourceSize = ReadXattr(path, "user.kel.resources").size();
     return extras;
 }
 
 } // namespace
 
 std::string ReadXattr(const std::string& path, const char* name, bool* present) {
-    std::string target = path;
-    UniqueFd parent;
-    if (path.size() >= PATH_MAX - 1) {
-        // Reach a long path through the descriptor of its folder.
-        files::ParentAndLeaf at = files::OpenParent(path);
-        parent = std::move(at.parent);
-        target = "/proc/self/fd/" + std::to_string(parent.Get()) + "/" + at.leaf;
-    }
+    UniqueFd holder;
+    std::string target = ReachablePath(path, holder);
     char buffer[4096];
     ssize_t size = ::lgetxattr(target.c_str(), name, buffer, sizeof buffer);
     if (present != nullptr)
@@ -102,6 +131,15 @@ NodeStat StatOf(NodeRef node) {
             node->kind.compare_exchange_strong(expected, KindOfMode(node->cache.stat->mode));
     }
     return *node->cache.stat;
+}
+
+bool IsLocked(NodeRef node) {
+    if (!node->IsFileSystem())
+        return false;
+    std::lock_guard lock(node->mutex);
+    if (!node->cache.locked)
+        node->cache.locked = ImmutableFlag(PathOf(node));
+    return *node->cache.locked;
 }
 
 NodeExtras ExtrasOf(NodeRef node) {

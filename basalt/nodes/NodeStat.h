@@ -10,8 +10,10 @@ namespace basalt::nodes {
 
 // lstat of the node (links are not followed); exists is false for virtual nodes.
 NodeStat StatOf(NodeRef node);
-// Extended attributes and inode flags.
+// Our extended attributes.
 NodeExtras ExtrasOf(NodeRef node);
+// The immutable inode flag.
+bool IsLocked(NodeRef node);
 // The names a folder's ".hidden" file lists.
 bool IsListedHidden(NodeRef folder, const std::string& name);
 // Drops what is cached about the node, after a change.

@@ -49,12 +49,12 @@ struct NodeExtras {
     int16_t label = 0;
     bool hideExtension = false;
     uint64_t resourceSize = 0;
-    bool locked = false;
 };
 
 struct NodeCache {
     std::optional<NodeStat> stat;
     std::optional<NodeExtras> extras;
+    std::optional<bool> locked;
     std::optional<std::unordered_set<std::string>> hiddenNames; // a folder's .hidden
 };
 
