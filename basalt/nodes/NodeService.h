@@ -97,6 +97,8 @@ StatusCode DeleteNode(NodeRef node);
 // Compares the children seen before with the file system and sends the differences to the
 // clients registered on the container, then a sync completion.
 StatusCode NodeSync(NodeRef node);
+// Tells the service that the folder ref names changed (message 1): it is synchronised.
+StatusCode FNNotify(const BFRef* ref, uint32_t message, uint32_t flags);
 
 // ---- Volumes -------------------------------------------------------------------------------
 Boolean VolumeIsLocal(NodeRef volume);

@@ -36,7 +36,8 @@ TEST(BFCatalogInfoTest, FlagsIdsNamesSizesAndSpec) {
     EXPECT_EQ(fileInfo.parentDirID, innerInfo.nodeID);
     EXPECT_EQ(std::u16string(reinterpret_cast<char16_t*>(name.unicode), name.length), u"file.txt");
     EXPECT_EQ(BFCompareBFRefs(&parent, &inner), noErr);
-    EXPECT_EQ(spec.parID, static_cast<int32_t>(innerInfo.nodeID));
+    int32_t parentID = spec.parID; // a packed field: copy before comparing
+    EXPECT_EQ(parentID, static_cast<int32_t>(innerInfo.nodeID));
     EXPECT_EQ(std::string(reinterpret_cast<char*>(spec.name + 1), spec.name[0]), "file.txt");
     EXPECT_GT(fileInfo.contentModDate.lowSeconds, 3000000000u) << "seconds since 1904";
 

@@ -131,13 +131,14 @@ TEST(NodeWatcherTest, SyncSendsTheDifferencesThenCompletion) {
     // Changes the watcher has not reported yet are found by the rescan.
     fs::remove(folder / "old");
     keltest::WriteFile(folder / "fresh", "x");
-    ASSERT_EQ(NodeSync(parent.get()), noErr);
+    BFRef ref;
+    ASSERT_EQ(GetNodeAsBFRef(parent.get(), &ref), noErr);
+    ASSERT_EQ(FNNotify(&ref, 1, 0), noErr);
+    // The watcher may report the same changes itself; either way each arrives.
     std::vector<Event> events = client.Drain();
-    ASSERT_FALSE(events.empty());
     EXPECT_TRUE(Has(events, kNodeEventDeleted, old.get()));
     EXPECT_TRUE(Has(events, kNodeEventChildAdded, Child(parent.get(), u"fresh").get()));
-    EXPECT_EQ(events.back().kind, kNodeEventSyncComplete);
-    EXPECT_EQ(events.back().child, parent.get());
+    EXPECT_TRUE(Has(events, kNodeEventSyncComplete, parent.get()));
 }
 
 TEST(NodeWatcherTest, HiddenListChangesAndDeletionOfTheFolderItself) {
