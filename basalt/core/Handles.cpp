@@ -12,6 +12,7 @@ namespace {
 struct Block {
     Ptr master; // must stay first: a Handle is &master
     Size size;
+    Size capacity; // bytes allocated; shrinking keeps them so the block does not move
     bool locked;
 };
 
@@ -36,7 +37,7 @@ Handle Allocate(Size byteCount, bool clear) {
         gMemError = memFullErr;
         return nullptr;
     }
-    *block = Block{data, byteCount, false};
+    *block = Block{data, byteCount, byteCount, false};
     gMemError = noErr;
     return &block->master;
 }
@@ -78,19 +79,20 @@ void SetHandleSize(Handle h, Size newSize) {
         return;
     }
     Block* block = BlockOf(h);
-    if (block->locked && newSize > block->size) {
-        // A locked block must not move, and growing may move it.
-        gMemError = memFullErr;
+    gMemError = noErr;
+    if (newSize <= block->capacity) {
+        block->size = newSize;
         return;
     }
-    auto* data = static_cast<Ptr>(std::realloc(block->master, size_t(newSize) + 1));
+    // A locked block must not move, and growing may move it.
+    auto* data = block->locked ? nullptr
+                               : static_cast<Ptr>(std::realloc(block->master, size_t(newSize) + 1));
     if (data == nullptr) {
         gMemError = memFullErr;
         return;
     }
     block->master = data;
-    block->size = newSize;
-    gMemError = noErr;
+    block->size = block->capacity = newSize;
 }
 
 void HLock(Handle h) {
@@ -118,6 +120,38 @@ StatusCode PtrToHand(const void* srcPtr, Handle* dstHndl, long size) {
     if (size > 0)
         std::memcpy(**dstHndl, srcPtr, size_t(size));
     return noErr;
+}
+
+StatusCode HandToHand(Handle* theHndl) {
+    if (theHndl == nullptr || *theHndl == nullptr)
+        return gMemError = nilHandleErr;
+    Handle copy = nullptr;
+    StatusCode status = PtrToHand(**theHndl, &copy, GetHandleSize(*theHndl));
+    if (status == noErr)
+        *theHndl = copy;
+    return status;
+}
+
+Ptr NewPtr(Size byteCount) {
+    if (byteCount < 0) {
+        gMemError = paramErr;
+        return nullptr;
+    }
+    auto p = static_cast<Ptr>(std::malloc(size_t(byteCount) + 1));
+    gMemError = p != nullptr ? noErr : memFullErr;
+    return p;
+}
+
+Ptr NewPtrClear(Size byteCount) {
+    Ptr p = NewPtr(byteCount);
+    if (p != nullptr)
+        std::memset(p, 0, size_t(byteCount));
+    return p;
+}
+
+void DisposePtr(Ptr p) {
+    std::free(p);
+    gMemError = noErr;
 }
 
 } // extern "C"

@@ -33,6 +33,12 @@ TEST(Handles, PtrToHandCopies) {
     ASSERT_EQ(PtrToHand("xyz", &h, 3), noErr);
     EXPECT_EQ(GetHandleSize(h), 3);
     EXPECT_EQ(std::memcmp(*h, "xyz", 3), 0);
+    Handle original = h;
+    ASSERT_EQ(HandToHand(&h), noErr);
+    EXPECT_NE(h, original);
+    std::memcpy(*original, "abc", 3); // the copy is independent
+    EXPECT_EQ(std::memcmp(*h, "xyz", 3), 0);
+    DisposeHandle(original);
     DisposeHandle(h);
     EXPECT_EQ(PtrToHand(nullptr, &h, 3), paramErr);
 }
