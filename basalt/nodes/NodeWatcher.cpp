@@ -345,3 +345,10 @@ StatusCode NodeUnRegisterChildChangedNotification(NodeRef container, void* clien
 StatusCode NodeSync(NodeRef node) {
     return NodeWatcher::Shared().Sync(node);
 }
+
+StatusCode FNNotify(const BFRef* ref, uint32_t, uint32_t) {
+    NodeHolder folder(GetBFRefAsNode(ref));
+    if (!folder)
+        return fnfErr;
+    return NodeSync(folder.Get());
+}
