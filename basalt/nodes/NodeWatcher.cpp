@@ -23,8 +23,8 @@ constexpr uint32_t kConfigMask =
     IN_CREATE | IN_CLOSE_WRITE | IN_MOVED_TO | IN_DELETE | IN_MOVED_FROM | IN_ONLYDIR;
 // A burst: changes that follow each other within this gap, up to the longest wait, are
 // delivered together, so a flurry of changes costs one wake-up.
-constexpr int kBurstGapMs = 15;
-constexpr auto kBurstLongest = std::chrono::milliseconds(100);
+constexpr int kBurstGapMs = 25;
+constexpr auto kBurstLongest = std::chrono::milliseconds(150);
 
 int AddWatch(int inotify, const std::string& path, uint32_t mask) {
     if (path.size() < PATH_MAX - 1)

@@ -39,7 +39,8 @@ TEST(BFCatalogInfoTest, FlagsIdsNamesSizesAndSpec) {
     int32_t parentID = spec.parID; // a packed field: copy before comparing
     EXPECT_EQ(parentID, static_cast<int32_t>(innerInfo.nodeID));
     EXPECT_EQ(std::string(reinterpret_cast<char*>(spec.name + 1), spec.name[0]), "file.txt");
-    EXPECT_GT(fileInfo.contentModDate.lowSeconds, 3000000000u) << "seconds since 1904";
+    uint32_t modified = fileInfo.contentModDate.lowSeconds;
+    EXPECT_GT(modified, 3000000000u) << "seconds since 1904";
 
     // A spec naming the folder by its own id and no name is the folder.
     BFSpec folderSpec{};

@@ -18,10 +18,11 @@ void CountTickle(NodeEventQueueRef) {
     gTickles.fetch_add(1);
 }
 
+// Keeps the event's child, so that the node stays the same object while the test looks.
 struct Event {
-    uint32_t kind;
-    NodeRef child; // compared by pointer only
-    FourCharCode property;
+    uint32_t kind = 0;
+    Held child;
+    FourCharCode property = 0;
 };
 
 // A client of the service: its own queue, registered on one container.
@@ -41,18 +42,16 @@ public:
         std::vector<Event> events;
         NodeEventRef event = nullptr;
         while (NodeEventBlockUntilNextEventNew(&event, queue_)) {
-            Event seen{};
+            Event seen;
             void* client = nullptr;
             NodeEventGetKind(event, &seen.kind);
             NodeEventGetClientRef(event, &client);
             EXPECT_EQ(client, this);
             NodeRef child = nullptr;
-            if (NodeEventGetChild(event, &child) == noErr) {
-                seen.child = child;
-                DisposeNode(child);
-            }
+            if (NodeEventGetChild(event, &child) == noErr)
+                seen.child = Held(child);
             NodeEventGetProperty(event, &seen.property);
-            events.push_back(seen);
+            events.push_back(std::move(seen));
             NodeEventRelease(event);
         }
         return events;
@@ -73,7 +72,7 @@ private:
 
 bool Has(const std::vector<Event>& events, uint32_t kind, NodeRef child) {
     for (const Event& e : events) {
-        if (e.kind == kind && e.child == child)
+        if (e.kind == kind && e.child.get() == child)
             return true;
     }
     return false;
