@@ -19,7 +19,10 @@ struct RefData {
     uint32_t nodeID;
     uint64_t device;
     uint64_t inode;
-    uint8_t reserved[56];
+    // Inode numbers are reused at once; the birth time tells a new file at the old place.
+    int64_t birthSeconds;
+    uint32_t birthNanoseconds;
+    uint8_t reserved[44];
 };
 static_assert(sizeof(RefData) == sizeof(BFRef));
 
@@ -47,9 +50,13 @@ RefData Unpack(const BFRef& ref) {
 
 StatusCode MakeRef(const std::string& path, BFRef& ref, bool* isDirectory) {
     struct statx info {};
-    if (int error = StatxPath(path, STATX_INO | STATX_TYPE, info))
+    if (int error = StatxPath(path, STATX_INO | STATX_TYPE | STATX_BTIME, info))
         return StatusForErrno(error);
     RefData data{};
+    if (info.stx_mask & STATX_BTIME) {
+        data.birthSeconds = info.stx_btime.tv_sec;
+        data.birthNanoseconds = info.stx_btime.tv_nsec;
+    }
     data.magic = kRefMagic;
     data.device = makedev(info.stx_dev_major, info.stx_dev_minor);
     data.inode = info.stx_ino;
@@ -68,11 +75,14 @@ StatusCode PathOfRef(const BFRef& ref, std::string& path) {
     if (!entry || entry->device != data.device || entry->inode != data.inode)
         return errBFBadRef;
     struct statx info {};
-    if (int error = StatxPath(entry->path, STATX_INO, info))
+    if (int error = StatxPath(entry->path, STATX_INO | STATX_BTIME, info))
         return StatusForErrno(error);
     // A different object at the old place means ours was moved or deleted.
+    bool reborn = (info.stx_mask & STATX_BTIME) && (data.birthSeconds | data.birthNanoseconds) &&
+                  (info.stx_btime.tv_sec != data.birthSeconds ||
+                   info.stx_btime.tv_nsec != data.birthNanoseconds);
     if (makedev(info.stx_dev_major, info.stx_dev_minor) != data.device ||
-        info.stx_ino != data.inode)
+        info.stx_ino != data.inode || reborn)
         return fnfErr;
     path = entry->path;
     return noErr;

@@ -83,8 +83,10 @@ void MimeDatabase::LoadGlobs(const std::string& path) {
             auto found = bySuffix_.find(key);
             if (found == bySuffix_.end() || found->second.weight < glob.weight)
                 bySuffix_[key] = glob;
+        } else if (glob.pattern.find_first_of("*?[") == std::string::npos) {
+            literals_.try_emplace(Lower(glob.pattern), std::move(glob));
         } else {
-            otherGlobs_.push_back(std::move(glob));
+            patterns_.push_back(std::move(glob));
         }
     }
 }
@@ -105,26 +107,29 @@ void MimeDatabase::LoadPairs(const std::string& path, char separator,
 }
 
 std::string MimeDatabase::TypeForName(std::string_view name) const {
-    const Glob* best = nullptr;
-    std::string nameText(name);
-    for (const Glob& glob : otherGlobs_) {
-        int flags = glob.caseSensitive ? 0 : FNM_CASEFOLD;
-        if (fnmatch(glob.pattern.c_str(), nameText.c_str(), flags) == 0 &&
-            (best == nullptr || glob.weight > best->weight ||
-             (glob.weight == best->weight && glob.pattern.size() > best->pattern.size())))
-            best = &glob;
-    }
-    // The longest matching extension wins among suffix globs ("tar.gz" over "gz").
+    std::string lower = Lower(name);
+    if (auto found = literals_.find(lower); found != literals_.end())
+        return found->second.type;
+    // The longest matching extension wins ("tar.gz" over "gz").
     for (size_t dot = name.find('.'); dot != std::string_view::npos;
          dot = name.find('.', dot + 1)) {
-        std::string_view suffix = name.substr(dot + 1);
-        auto found = bySuffix_.find(std::string(suffix));
-        if (found == bySuffix_.end())
-            found = bySuffix_.find(Lower(suffix));
-        if (found != bySuffix_.end() && (best == nullptr || found->second.weight >= best->weight)) {
-            best = &found->second;
-            break;
+        // Exact case first; the lower-case form matches only globs that ignore case.
+        auto found = bySuffix_.find(std::string(name.substr(dot + 1)));
+        if (found == bySuffix_.end()) {
+            found = bySuffix_.find(lower.substr(dot + 1));
+            if (found != bySuffix_.end() && found->second.caseSensitive)
+                found = bySuffix_.end();
         }
+        if (found != bySuffix_.end())
+            return found->second.type;
+    }
+    const Glob* best = nullptr;
+    std::string nameText(name);
+    for (const Glob& glob : patterns_) {
+        int flags = glob.caseSensitive ? 0 : FNM_CASEFOLD;
+        if ((best == nullptr || glob.weight > best->weight) &&
+            fnmatch(glob.pattern.c_str(), nameText.c_str(), flags) == 0)
+            best = &glob;
     }
     return best != nullptr ? best->type : std::string();
 }

@@ -47,7 +47,8 @@ private:
 
     std::vector<std::string> dirs_;
     std::unordered_map<std::string, Glob> bySuffix_; // lower-case "*.ext" globs by "ext"
-    std::vector<Glob> otherGlobs_;
+    std::unordered_map<std::string, Glob> literals_; // whole names, lower case
+    std::vector<Glob> patterns_;
     std::unordered_map<std::string, std::vector<std::string>> parents_;
     std::unordered_map<std::string, std::vector<std::string>> aliases_;
     std::unordered_map<std::string, std::vector<std::string>> icons_;
