@@ -1,0 +1,175 @@
+#include "basalt/nodes/NodeListing.h"
+
+#include "basalt/files/BFLongPath.h"
+#include "basalt/nodes/NodeIterator.h"
+#include "basalt/nodes/NodeVolumes.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <dirent.h>
+#include <memory>
+#include <sys/syscall.h>
+
+namespace basalt::nodes {
+namespace {
+
+// The record getdents64 fills; glibc has no declaration of it.
+struct LinuxDirent64 {
+    uint64_t d_ino;
+    int64_t d_off;
+    unsigned short d_reclen;
+    unsigned char d_type;
+    char d_name[];
+};
+
+NodeKind KindOfDirentType(unsigned char type) {
+    switch (type) {
+    case DT_DIR:
+        return NodeKind::Folder;
+    case DT_REG:
+        return NodeKind::File;
+    case DT_LNK:
+        return NodeKind::Symlink;
+    case DT_UNKNOWN:
+        return NodeKind::Unknown;
+    default:
+        return NodeKind::Other;
+    }
+}
+
+StatusCode StatusForErrno(int error) {
+    switch (error) {
+    case EACCES:
+    case EPERM:
+        return permErr;
+    case ENOTDIR:
+        return kNodeNotContainerErr;
+    default:
+        return fnfErr;
+    }
+}
+
+std::vector<NodeRef> VolumeAliases() {
+    const SpecialNodes& special = Special();
+    std::vector<NodeRef> aliases;
+    for (const Volume& volume : Volumes()) {
+        NodeRef alias = Intern(special.volumes, VolumeDisplayName(volume), NodeKind::VolumeAlias);
+        NodeRef target = NodeForPath(volume.mountPoint);
+        NodeRef expected = nullptr;
+        if (!alias->aliasTarget.compare_exchange_strong(expected, target))
+            DisposeNode(target);
+        aliases.push_back(alias);
+    }
+    return aliases;
+}
+
+StatusCode ListFolder(NodeRef folder, std::vector<NodeRef>& children) {
+    std::vector<NodeEntry> entries;
+    if (StatusCode status = ReadFolderEntries(PathOf(folder), entries))
+        return status;
+    if (folder == Special().boot) {
+        // The virtual folders stand in for any real ones of the same name.
+        std::erase_if(
+            entries, [](const NodeEntry& e) { return e.name == "Network" || e.name == "Volumes"; });
+        children.push_back(CopyNodeRef(Special().network));
+        children.push_back(CopyNodeRef(Special().volumes));
+    }
+    std::vector<NodeRef> nodes = InternAll(folder, entries);
+    children.insert(children.end(), nodes.begin(), nodes.end());
+    return noErr;
+}
+
+} // namespace
+
+StatusCode ReadFolderEntries(const std::string& path, std::vector<NodeEntry>& entries) {
+    files::UniqueFd fd = files::OpenPath(path, O_RDONLY | O_DIRECTORY);
+    if (!fd.Valid())
+        return StatusForErrno(errno);
+    alignas(LinuxDirent64) char buffer[64 * 1024];
+    for (;;) {
+        long got = ::syscall(SYS_getdents64, fd.Get(), buffer, sizeof buffer);
+        if (got < 0)
+            return StatusForErrno(errno);
+        if (got == 0)
+            break;
+        for (long at = 0; at < got;) {
+            auto* entry = reinterpret_cast<LinuxDirent64*>(buffer + at);
+            at += entry->d_reclen;
+            std::string_view name = entry->d_name;
+            if (name != "." && name != "..")
+                entries.push_back({std::string(name), KindOfDirentType(entry->d_type)});
+        }
+    }
+    std::sort(entries.begin(), entries.end(),
+              [](const NodeEntry& a, const NodeEntry& b) { return a.name < b.name; });
+    return noErr;
+}
+
+StatusCode ListChildren(NodeRef container, std::vector<NodeRef>& children) {
+    if (container == nullptr)
+        return paramErr;
+    switch (container->kind.load()) {
+    case NodeKind::Root:
+        children = VolumeNodes(false);
+        return noErr;
+    case NodeKind::Network:
+        children = VolumeNodes(true);
+        return noErr;
+    case NodeKind::VolumesFolder:
+        children = VolumeAliases();
+        return noErr;
+    case NodeKind::Sidebar:
+        children = SidebarChildren(container);
+        return noErr;
+    default:
+        break;
+    }
+    if (SettledKind(container) != NodeKind::Folder)
+        return kNodeNotContainerErr;
+    return ListFolder(container, children);
+}
+
+void ReleaseAll(std::vector<NodeRef>& nodes) {
+    for (NodeRef node : nodes)
+        DisposeNode(node);
+    nodes.clear();
+}
+
+} // namespace basalt::nodes
+
+using namespace basalt::nodes;
+
+struct OpaqueNodeIterator {
+    std::vector<NodeRef> children;
+    size_t next = 0;
+};
+
+StatusCode NewNodeIterator(NodeRef container, NodeIteratorRef* iterator, uint32_t, Boolean) {
+    if (iterator == nullptr)
+        return paramErr;
+    auto made = std::make_unique<OpaqueNodeIterator>();
+    if (StatusCode status = ListChildren(container, made->children))
+        return status;
+    *iterator = made.release();
+    return noErr;
+}
+
+NodeRef NodeIteratorFirst(NodeIteratorRef iterator) {
+    if (iterator == nullptr)
+        return nullptr;
+    iterator->next = 0;
+    return NodeIteratorNext(iterator);
+}
+
+NodeRef NodeIteratorNext(NodeIteratorRef iterator) {
+    if (iterator == nullptr || iterator->next >= iterator->children.size())
+        return nullptr;
+    return CopyNodeRef(iterator->children[iterator->next++]);
+}
+
+void DisposeNodeIterator(NodeIteratorRef iterator) {
+    if (iterator == nullptr)
+        return;
+    ReleaseAll(iterator->children);
+    delete iterator;
+}

@@ -1,0 +1,179 @@
+#include "basalt/nodes/NodeStat.h"
+
+#include "basalt/files/BFLongPath.h"
+#include "basalt/nodes/NodeTable.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <climits>
+#include <fstream>
+#include <linux/fs.h>
+#include <sstream>
+#include <sys/ioctl.h>
+#include <sys/sysmacros.h>
+#include <sys/xattr.h>
+
+namespace basalt::nodes {
+namespace {
+
+using files::UniqueFd;
+
+NodeKind KindOfMode(uint32_t mode) {
+    if (S_ISDIR(mode))
+        return NodeKind::Folder;
+    if (S_ISREG(mode))
+        return NodeKind::File;
+    if (S_ISLNK(mode))
+        return NodeKind::Symlink;
+    return NodeKind::Other;
+}
+
+// A path short enough for the *xattr calls: long ones go through their folder's descriptor,
+// which `holder` keeps open.
+std::string ReachablePath(const std::string& path, UniqueFd& holder) {
+    if (path.size() < PATH_MAX - 1)
+        return path;
+    files::ParentAndLeaf at = files::OpenParent(path);
+    holder = std::move(at.parent);
+    return "/proc/self/fd/" + std::to_string(holder.Get()) + "/" + at.leaf;
+}
+
+std::string ListXattrs(const std::string& path) {
+    UniqueFd holder;
+    std::string target = ReachablePath(path, holder);
+    char buffer[4096];
+    ssize_t size = ::llistxattr(target.c_str(), buffer, sizeof buffer);
+    return size > 0 ? std::string(buffer, static_cast<size_t>(size)) : std::string();
+}
+
+NodeStat ReadStat(const std::string& path) {
+    NodeStat result;
+    struct statx info {};
+    unsigned mask = STATX_TYPE | STATX_MODE | STATX_SIZE | STATX_MTIME | STATX_BTIME | STATX_INO;
+    result.error = files::StatxPath(path, mask, info, false);
+    if (result.error != 0)
+        return result;
+    result.exists = true;
+    result.mode = info.stx_mode;
+    result.size = info.stx_size;
+    result.modified = info.stx_mtime.tv_sec;
+    result.created = (info.stx_mask & STATX_BTIME) ? info.stx_btime.tv_sec : info.stx_mtime.tv_sec;
+    result.device = makedev(info.stx_dev_major, info.stx_dev_minor);
+    result.inode = info.stx_ino;
+    return result;
+}
+
+std::optional<FourCharCode> CodeXattr(const std::string& path, const char* name) {
+    bool present = false;
+    std::string value = ReadXattr(path, name, &present);
+    if (!present || value.size() != 4)
+        return std::nullopt;
+    FourCharCode code = 0;
+    for (unsigned char c : value)
+        code = code << 8 | c;
+    return code;
+}
+
+bool ImmutableFlag(const std::string& path) {
+    UniqueFd fd = files::OpenPath(path, O_RDONLY | O_NONBLOCK | O_NOFOLLOW);
+    int flags = 0;
+    return fd.Valid() && ::ioctl(fd.Get(), FS_IOC_GETFLAGS, &flags) == 0 &&
+           (flags & FS_IMMUTABLE_FL) != 0;
+}
+
+// One listxattr tells which of our attributes a file has; most have none, and then reading
+// the extras costs that one call.
+NodeExtras ReadExtras(const std::string& path) {
+    NodeExtras extras;
+    std::string names = ListXattrs(path);
+    auto has = [&](std::string_view name) {
+        for (size_t at = 0; at < names.size();) {
+            size_t end = std::min(names.find('\0', at), names.size());
+            if (std::string_view(names).substr(at, end - at) == name)
+                return true;
+            at = end + 1;
+        }
+        return false;
+    };
+    if (has("user.kel.type"))
+        extras.type = CodeXattr(path, "user.kel.type");
+    if (has("user.kel.creator"))
+        extras.creator = CodeXattr(path, "user.kel.creator");
+    if (has("user.kel.label"))
+        extras.label = static_cast<int16_t>(std::atoi(ReadXattr(path, "user.kel.label").c_str()));
+    if (has("user.kel.hide-extension"))
+        extras.hideExtension = ReadXattr(path, "user.kel.hide-extension") == "1";
+    if (has("user.kel.resources"))
+        extras.resourceSize = ReadXattr(path, "user.kel.resources").size();
+    return extras;
+}
+
+} // namespace
+
+std::string ReadXattr(const std::string& path, const char* name, bool* present) {
+    UniqueFd holder;
+    std::string target = ReachablePath(path, holder);
+    char buffer[4096];
+    ssize_t size = ::lgetxattr(target.c_str(), name, buffer, sizeof buffer);
+    if (present != nullptr)
+        *present = size >= 0;
+    return size > 0 ? std::string(buffer, static_cast<size_t>(size)) : std::string();
+}
+
+NodeStat StatOf(NodeRef node) {
+    if (!node->IsFileSystem())
+        return {};
+    std::lock_guard lock(node->mutex);
+    if (!node->cache.stat) {
+        node->cache.stat = ReadStat(PathOf(node));
+        NodeKind expected = NodeKind::Unknown;
+        if (node->cache.stat->exists)
+            node->kind.compare_exchange_strong(expected, KindOfMode(node->cache.stat->mode));
+    }
+    return *node->cache.stat;
+}
+
+bool IsLocked(NodeRef node) {
+    if (!node->IsFileSystem())
+        return false;
+    std::lock_guard lock(node->mutex);
+    if (!node->cache.locked)
+        node->cache.locked = ImmutableFlag(PathOf(node));
+    return *node->cache.locked;
+}
+
+NodeExtras ExtrasOf(NodeRef node) {
+    if (!node->IsFileSystem())
+        return {};
+    std::lock_guard lock(node->mutex);
+    if (!node->cache.extras)
+        node->cache.extras = ReadExtras(PathOf(node));
+    return *node->cache.extras;
+}
+
+bool IsListedHidden(NodeRef folder, const std::string& name) {
+    if (folder == nullptr || !folder->IsFileSystem())
+        return false;
+    std::lock_guard lock(folder->mutex);
+    if (!folder->cache.hiddenNames) {
+        folder->cache.hiddenNames.emplace();
+        UniqueFd fd = files::OpenPath(files::JoinPath(PathOf(folder), ".hidden"), O_RDONLY);
+        std::string text;
+        char buffer[4096];
+        for (ssize_t got; fd.Valid() && (got = ::read(fd.Get(), buffer, sizeof buffer)) > 0;)
+            text.append(buffer, static_cast<size_t>(got));
+        std::istringstream lines(text);
+        for (std::string line; std::getline(lines, line);) {
+            if (!line.empty())
+                folder->cache.hiddenNames->insert(line);
+        }
+    }
+    return folder->cache.hiddenNames->count(name) != 0;
+}
+
+void Forget(NodeRef node) {
+    std::lock_guard lock(node->mutex);
+    node->cache = NodeCache();
+}
+
+} // namespace basalt::nodes

@@ -1,0 +1,24 @@
+#pragma once
+
+// What the file system says about a node, read on first use and cached until Forget.
+
+#include "basalt/nodes/OpaqueNodeRef.h"
+
+#include <string>
+
+namespace basalt::nodes {
+
+// lstat of the node (links are not followed); exists is false for virtual nodes.
+NodeStat StatOf(NodeRef node);
+// Our extended attributes.
+NodeExtras ExtrasOf(NodeRef node);
+// The immutable inode flag.
+bool IsLocked(NodeRef node);
+// The names a folder's ".hidden" file lists.
+bool IsListedHidden(NodeRef folder, const std::string& name);
+// Drops what is cached about the node, after a change.
+void Forget(NodeRef node);
+// Reads an extended attribute of a path of any length; empty when absent.
+std::string ReadXattr(const std::string& path, const char* name, bool* present = nullptr);
+
+} // namespace basalt::nodes

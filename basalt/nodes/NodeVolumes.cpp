@@ -1,0 +1,230 @@
+#include "basalt/nodes/NodeVolumes.h"
+
+#include "basalt/files/BFLongPath.h"
+#include "basalt/files/BFObjectTable.h"
+#include "basalt/files/BFVolumes.h"
+#include "basalt/nodes/NodeStat.h"
+#include "basalt/nodes/NodeTable.h"
+
+#include <algorithm>
+#include <climits>
+#include <filesystem>
+#include <fstream>
+#include <mutex>
+#include <spawn.h>
+#include <sys/sysmacros.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+extern char** environ;
+
+namespace basalt::nodes {
+namespace {
+
+const std::vector<std::string> kNetworkTypes = {"nfs",   "nfs4",       "cifs",     "smb3",
+                                                "smbfs", "fuse.sshfs", "9p",       "davfs",
+                                                "afs",   "ceph",       "glusterfs"};
+
+bool StartsWith(const std::string& text, const std::string& prefix) {
+    return text.compare(0, prefix.size(), prefix) == 0;
+}
+
+bool IsCared(const files::MountInfo& mount, bool network) {
+    if (network)
+        return true;
+    const std::string& point = mount.mountPoint;
+    return point == "/" || point == "/home" || StartsWith(point, "/media/") ||
+           StartsWith(point, "/run/media/") || StartsWith(point, "/mnt/");
+}
+
+bool IsRemovable(const files::MountInfo& mount) {
+    if (StartsWith(mount.mountPoint, "/media/") || StartsWith(mount.mountPoint, "/run/media/"))
+        return true;
+    std::string sys = "/sys/dev/block/" + std::to_string(major(mount.device)) + ":" +
+                      std::to_string(minor(mount.device));
+    for (const char* file : {"/removable", "/../removable"}) {
+        std::ifstream flag(sys + file);
+        int value = 0;
+        if (flag >> value)
+            return value == 1;
+    }
+    return false;
+}
+
+struct VolumeCache {
+    std::mutex mutex;
+    bool loaded = false;
+    std::vector<Volume> volumes;
+};
+
+VolumeCache& Cache() {
+    static VolumeCache* cache = new VolumeCache;
+    return *cache;
+}
+
+std::vector<Volume> ReadVolumes() {
+    std::vector<Volume> volumes;
+    for (const files::MountInfo& mount : files::ReadMountTable()) {
+        bool network = std::find(kNetworkTypes.begin(), kNetworkTypes.end(), mount.fsType) !=
+                       kNetworkTypes.end();
+        if (!IsCared(mount, network))
+            continue;
+        Volume volume{mount.mountPoint, mount.fsType,
+                      mount.source,     mount.device,
+                      network,          !network && mount.mountPoint != "/" && IsRemovable(mount)};
+        // A later mount on the same point hides the earlier one.
+        std::erase_if(volumes, [&](const Volume& v) { return v.mountPoint == volume.mountPoint; });
+        volumes.push_back(std::move(volume));
+    }
+    if (std::none_of(volumes.begin(), volumes.end(),
+                     [](const Volume& v) { return v.mountPoint == "/"; }))
+        volumes.insert(volumes.begin(), Volume{"/", "", "", 0, false, false});
+    std::stable_partition(volumes.begin(), volumes.end(),
+                          [](const Volume& v) { return v.mountPoint == "/"; });
+    return volumes;
+}
+
+std::string LabelOf(const std::string& source) {
+    std::error_code error;
+    for (const auto& entry : std::filesystem::directory_iterator("/dev/disk/by-label", error)) {
+        if (std::filesystem::canonical(entry.path(), error) == source)
+            return entry.path().filename().string();
+    }
+    return {};
+}
+
+} // namespace
+
+std::vector<Volume> Volumes() {
+    VolumeCache& cache = Cache();
+    std::lock_guard lock(cache.mutex);
+    if (!cache.loaded) {
+        cache.volumes = ReadVolumes();
+        cache.loaded = true;
+    }
+    return cache.volumes;
+}
+
+void RefreshVolumes() {
+    VolumeCache& cache = Cache();
+    std::lock_guard lock(cache.mutex);
+    cache.loaded = false;
+}
+
+std::optional<Volume> VolumeAtPath(const std::string& path) {
+    for (Volume& volume : Volumes()) {
+        if (volume.mountPoint == path)
+            return volume;
+    }
+    return std::nullopt;
+}
+
+std::string FileSystemTypeHolding(const std::string& path) {
+    auto mount = files::MountHolding(path);
+    return mount ? mount->fsType : std::string();
+}
+
+std::string VolumeDisplayName(const Volume& volume) {
+    std::string label = StartsWith(volume.source, "/dev/") ? LabelOf(volume.source) : "";
+    if (!label.empty())
+        return label;
+    if (volume.mountPoint == "/") {
+        char host[HOST_NAME_MAX + 1] = {};
+        ::gethostname(host, sizeof host - 1);
+        return host[0] != '\0' ? host : "Computer";
+    }
+    return volume.mountPoint.substr(volume.mountPoint.rfind('/') + 1);
+}
+
+bool IsVolumeNode(NodeRef node) {
+    if (node == Special().boot)
+        return true;
+    if (node->kind.load() != NodeKind::Folder && node->kind.load() != NodeKind::Unknown)
+        return false;
+    VolumeCache& cache = Cache();
+    {
+        // Most nodes are no mount point: compare names first, paths only on a match.
+        std::lock_guard lock(cache.mutex);
+        if (!cache.loaded) {
+            cache.volumes = ReadVolumes();
+            cache.loaded = true;
+        }
+        bool named = std::any_of(cache.volumes.begin(), cache.volumes.end(), [&](const Volume& v) {
+            return v.mountPoint.size() > node->name.size() &&
+                   v.mountPoint.ends_with("/" + node->name);
+        });
+        if (!named)
+            return false;
+    }
+    return VolumeAtPath(PathOf(node)).has_value();
+}
+
+std::string BootVolumeName() {
+    static const std::string name = [] {
+        auto boot = VolumeAtPath("/");
+        return VolumeDisplayName(boot ? *boot : Volume{"/", "", "", 0, false, false});
+    }();
+    return name;
+}
+
+std::vector<NodeRef> VolumeNodes(bool network) {
+    std::vector<NodeRef> nodes;
+    for (const Volume& volume : Volumes()) {
+        if (volume.network == network)
+            nodes.push_back(NodeForPath(volume.mountPoint));
+    }
+    return nodes;
+}
+
+} // namespace basalt::nodes
+
+using namespace basalt::nodes;
+
+namespace {
+
+std::optional<Volume> VolumeOfNode(NodeRef node) {
+    if (node == nullptr || !node->IsFileSystem())
+        return std::nullopt;
+    return VolumeAtPath(PathOf(node));
+}
+
+} // namespace
+
+Boolean VolumeIsLocal(NodeRef volume) {
+    auto found = VolumeOfNode(volume);
+    return found && !found->network;
+}
+
+Boolean VolumeIsEjectable(NodeRef volume) {
+    auto found = VolumeOfNode(volume);
+    return found && (found->removable || found->network);
+}
+
+StatusCode VolumeEject(NodeRef volume) {
+    auto found = VolumeOfNode(volume);
+    if (!found || found->mountPoint == "/")
+        return paramErr;
+    std::string point = found->mountPoint;
+    char umount[] = "umount";
+    char* argv[] = {umount, point.data(), nullptr};
+    pid_t child = 0;
+    if (posix_spawnp(&child, "umount", nullptr, nullptr, argv, environ) != 0)
+        return permErr;
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    RefreshVolumes();
+    return WIFEXITED(status) && WEXITSTATUS(status) == 0 ? StatusCode(noErr) : StatusCode(permErr);
+}
+
+NodeRef GetVolumeNode(int16_t volume) {
+    auto device = basalt::files::ObjectTable::Shared().DeviceForVolumeRefNum(volume);
+    if (!device)
+        return nullptr;
+    for (const Volume& candidate : Volumes()) {
+        struct statx info {};
+        if (basalt::files::StatxPath(candidate.mountPoint, STATX_INO, info) == 0 &&
+            makedev(info.stx_dev_major, info.stx_dev_minor) == *device)
+            return NodeForPath(candidate.mountPoint);
+    }
+    return nullptr;
+}

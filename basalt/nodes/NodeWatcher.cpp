@@ -1,0 +1,354 @@
+#include "basalt/nodes/NodeWatcher.h"
+
+#include "basalt/files/BFFindFolder.h"
+#include "basalt/files/BFLongPath.h"
+#include "basalt/nodes/NodeListing.h"
+#include "basalt/nodes/NodeProperties.h"
+#include "basalt/nodes/NodeStat.h"
+#include "basalt/nodes/NodeVolumes.h"
+
+#include <chrono>
+#include <climits>
+#include <cstring>
+#include <poll.h>
+#include <sys/inotify.h>
+
+namespace basalt::nodes {
+namespace {
+
+constexpr uint32_t kFolderMask = IN_CREATE | IN_DELETE | IN_MOVED_FROM | IN_MOVED_TO | IN_ATTRIB |
+                                 IN_MODIFY | IN_CLOSE_WRITE | IN_DELETE_SELF | IN_MOVE_SELF |
+                                 IN_ONLYDIR | IN_DONT_FOLLOW;
+constexpr uint32_t kConfigMask =
+    IN_CREATE | IN_CLOSE_WRITE | IN_MOVED_TO | IN_DELETE | IN_MOVED_FROM | IN_ONLYDIR;
+// A burst: changes that follow each other within this gap, up to the longest wait, are
+// delivered together, so a flurry of changes costs one wake-up.
+constexpr int kBurstGapMs = 25;
+constexpr auto kBurstLongest = std::chrono::milliseconds(150);
+
+int AddWatch(int inotify, const std::string& path, uint32_t mask) {
+    if (path.size() < PATH_MAX - 1)
+        return ::inotify_add_watch(inotify, path.c_str(), mask);
+    files::UniqueFd fd = files::OpenPath(path, O_PATH | O_DIRECTORY);
+    if (!fd.Valid())
+        return -1;
+    std::string proxy = "/proc/self/fd/" + std::to_string(fd.Get());
+    return ::inotify_add_watch(inotify, proxy.c_str(), mask);
+}
+
+std::set<std::string> ChildNames(NodeRef container) {
+    std::set<std::string> names;
+    std::vector<NodeEntry> entries;
+    if (ReadFolderEntries(PathOf(container), entries) == noErr) {
+        for (NodeEntry& entry : entries)
+            names.insert(std::move(entry.name));
+    }
+    return names;
+}
+
+void DrainMountInfo(int fd) {
+    char buffer[4096];
+    ::lseek(fd, 0, SEEK_SET);
+    while (::read(fd, buffer, sizeof buffer) > 0) {
+    }
+}
+
+} // namespace
+
+NodeWatcher& NodeWatcher::Shared() {
+    static NodeWatcher* watcher = new NodeWatcher; // its thread runs until the process ends
+    return *watcher;
+}
+
+NodeWatcher::NodeWatcher() {
+    inotify_ = ::inotify_init1(IN_CLOEXEC | IN_NONBLOCK);
+    mounts_ = ::open("/proc/self/mountinfo", O_RDONLY | O_CLOEXEC);
+    if (mounts_ >= 0)
+        DrainMountInfo(mounts_);
+}
+
+void NodeWatcher::StartLocked() {
+    if (started_ || inotify_ < 0)
+        return;
+    started_ = true;
+    std::thread([this] { Run(); }).detach();
+}
+
+StatusCode NodeWatcher::Register(NodeRef container, const NodeNotificationClient& client) {
+    if (container == nullptr || client.queue == nullptr)
+        return paramErr;
+    std::lock_guard lock(mutex_);
+    auto [it, added] = watched_.try_emplace(container);
+    Watched& watched = it->second;
+    if (added) {
+        CopyNodeRef(container);
+        if (container->IsFileSystem() && SettledKind(container) == NodeKind::Folder) {
+            watched.wd = AddWatch(inotify_, PathOf(container), kFolderMask);
+            if (watched.wd >= 0)
+                byWd_[watched.wd] = container;
+            watched.names = ChildNames(container);
+        }
+        if (container == Special().places)
+            WatchConfigLocked();
+    }
+    std::erase_if(watched.registrations,
+                  [&](const Registration& r) { return r.clientRef == client.clientRef; });
+    watched.registrations.push_back({client.clientRef, client.queue, client.tickler});
+    StartLocked();
+    return noErr;
+}
+
+StatusCode NodeWatcher::Unregister(NodeRef container, void* clientRef) {
+    std::lock_guard lock(mutex_);
+    auto it = watched_.find(container);
+    if (it == watched_.end())
+        return paramErr;
+    std::erase_if(it->second.registrations,
+                  [&](const Registration& r) { return r.clientRef == clientRef; });
+    if (it->second.registrations.empty()) {
+        if (it->second.wd >= 0) {
+            ::inotify_rm_watch(inotify_, it->second.wd);
+            byWd_.erase(it->second.wd);
+        }
+        watched_.erase(it);
+        DisposeNode(container);
+    }
+    return noErr;
+}
+
+void NodeWatcher::ForgetQueue(NodeEventQueueRef queue) {
+    std::vector<std::pair<NodeRef, void*>> gone;
+    {
+        std::lock_guard lock(mutex_);
+        for (auto& [container, watched] : watched_) {
+            for (const Registration& r : watched.registrations) {
+                if (r.queue == queue)
+                    gone.emplace_back(container, r.clientRef);
+            }
+        }
+    }
+    for (auto& [container, clientRef] : gone)
+        Unregister(container, clientRef);
+}
+
+StatusCode NodeWatcher::Sync(NodeRef container) {
+    if (container == nullptr)
+        return paramErr;
+    Touched touched;
+    std::lock_guard lock(mutex_);
+    auto it = watched_.find(container);
+    if (it == watched_.end()) {
+        std::vector<NodeRef> children = InternedChildren(container);
+        for (NodeRef child : children)
+            Forget(child);
+        ReleaseAll(children);
+        return noErr;
+    }
+    SyncLocked(container, it->second, touched);
+    Tickle(touched);
+    return noErr;
+}
+
+void NodeWatcher::SyncLocked(NodeRef container, Watched& watched, Touched& touched) {
+    if (container->IsFileSystem()) {
+        std::set<std::string> now = ChildNames(container);
+        for (const std::string& name : now) {
+            if (watched.names.count(name) == 0) {
+                NodeHolder child(Intern(container, name, NodeKind::Unknown));
+                Send(container, kNodeEventChildAdded, child.Get(), container, 0, touched);
+            }
+        }
+        for (const std::string& name : watched.names) {
+            if (now.count(name) == 0) {
+                NodeHolder child(Existing(container, name));
+                if (child)
+                    Send(container, kNodeEventDeleted, child.Get(), nullptr, 0, touched);
+            }
+        }
+        watched.names = std::move(now);
+        std::vector<NodeRef> children = InternedChildren(container);
+        for (NodeRef child : children)
+            Forget(child);
+        ReleaseAll(children);
+        Forget(container);
+    }
+    Send(container, kNodeEventSyncComplete, container, nullptr, 0, touched);
+}
+
+void NodeWatcher::Send(NodeRef container, uint32_t kind, NodeRef child, NodeRef parent,
+                       FourCharCode property, Touched& touched) {
+    auto it = watched_.find(container);
+    if (it == watched_.end())
+        return;
+    for (const Registration& r : it->second.registrations) {
+        if (PostNodeEvent(r.queue, kind, r.clientRef, child, parent, property))
+            touched.insert({r.queue, r.tickler});
+    }
+}
+
+void NodeWatcher::Tickle(const Touched& touched) {
+    for (const auto& [queue, tickler] : touched) {
+        if (tickler != nullptr)
+            tickler(queue);
+    }
+}
+
+// The folders on the way to the bookmarks file may not exist yet; each one is watched once it
+// does, so that making them is seen too.
+void NodeWatcher::WatchConfigLocked() {
+    std::string config = files::ConfigHome();
+    for (const std::string& dir : {files::HomePath(), config, config + "/gtk-3.0"}) {
+        int wd = AddWatch(inotify_, dir, kConfigMask);
+        if (wd >= 0)
+            configWds_.insert(wd);
+    }
+}
+
+void NodeWatcher::Run() {
+    for (;;) {
+        pollfd fds[2] = {{inotify_, POLLIN, 0}, {mounts_, POLLPRI, 0}};
+        if (::poll(fds, mounts_ >= 0 ? 2 : 1, -1) < 0)
+            continue;
+        if (fds[1].revents & (POLLPRI | POLLERR)) {
+            DrainMountInfo(mounts_);
+            RefreshVolumes();
+            Touched touched;
+            std::lock_guard lock(mutex_);
+            HandleMountsChanged(touched);
+            Tickle(touched);
+        }
+        if (!(fds[0].revents & POLLIN))
+            continue;
+        std::vector<char> bytes;
+        auto start = std::chrono::steady_clock::now();
+        for (;;) {
+            alignas(inotify_event) char buffer[64 * 1024];
+            ssize_t got = ::read(inotify_, buffer, sizeof buffer);
+            if (got > 0)
+                bytes.insert(bytes.end(), buffer, buffer + got);
+            pollfd more{inotify_, POLLIN, 0};
+            if (std::chrono::steady_clock::now() - start > kBurstLongest ||
+                ::poll(&more, 1, kBurstGapMs) <= 0)
+                break;
+        }
+        HandleBurst(bytes);
+    }
+}
+
+void NodeWatcher::HandleBurst(const std::vector<char>& bytes) {
+    Touched touched;
+    std::lock_guard lock(mutex_);
+    for (size_t at = 0; at + sizeof(inotify_event) <= bytes.size();) {
+        inotify_event event;
+        std::memcpy(&event, bytes.data() + at, sizeof event);
+        std::string name(event.len > 0 ? bytes.data() + at + sizeof event : "");
+        at += sizeof event + event.len;
+        HandleEvent(event.wd, event.mask, name, touched);
+    }
+    Tickle(touched);
+}
+
+void NodeWatcher::HandleEvent(int wd, uint32_t mask, const std::string& name, Touched& touched) {
+    if (mask & IN_Q_OVERFLOW) {
+        for (auto& [container, watched] : watched_)
+            SyncLocked(container, watched, touched);
+        return;
+    }
+    if (configWds_.count(wd) != 0)
+        return HandleConfigChanged(name, touched);
+    auto found = byWd_.find(wd);
+    if (found == byWd_.end())
+        return;
+    NodeRef container = found->second;
+    Watched& watched = watched_[container];
+    if (mask & IN_IGNORED) {
+        byWd_.erase(found);
+        watched.wd = -1;
+        return;
+    }
+    if (mask & (IN_DELETE_SELF | IN_MOVE_SELF)) {
+        Forget(container);
+        return Send(container, kNodeEventDeleted, container, nullptr, 0, touched);
+    }
+    if (name == ".hidden") {
+        // Which children show changed: tell every child that is in use.
+        Forget(container);
+        std::vector<NodeRef> children = InternedChildren(container);
+        for (NodeRef child : children)
+            Send(container, kNodeEventPropertyChanged, child, nullptr, NodeCode("fflg"), touched);
+        ReleaseAll(children);
+    }
+    if (mask & (IN_CREATE | IN_MOVED_TO)) {
+        watched.names.insert(name);
+        NodeHolder child(
+            Intern(container, name, (mask & IN_ISDIR) ? NodeKind::Folder : NodeKind::Unknown));
+        Forget(child.Get());
+        Send(container, kNodeEventChildAdded, child.Get(), container, 0, touched);
+    } else if (mask & (IN_DELETE | IN_MOVED_FROM)) {
+        watched.names.erase(name);
+        NodeHolder child(Existing(container, name));
+        if (child) {
+            Forget(child.Get());
+            Send(container, kNodeEventDeleted, child.Get(), nullptr, 0, touched);
+        }
+    } else if (mask & (IN_ATTRIB | IN_MODIFY | IN_CLOSE_WRITE)) {
+        NodeHolder child(Existing(container, name));
+        if (child) {
+            Forget(child.Get());
+            FourCharCode property = (mask & IN_ATTRIB) ? NodeCode("attr") : NodeCode("modd");
+            Send(container, kNodeEventPropertyChanged, child.Get(), nullptr, property, touched);
+        }
+    }
+}
+
+void NodeWatcher::HandleMountsChanged(Touched& touched) {
+    const SpecialNodes& special = Special();
+    for (NodeRef container : {special.root, special.network, special.volumes, special.devices})
+        Send(container, kNodeEventVirtualChildListChanged, container, container, 0, touched);
+}
+
+void NodeWatcher::HandleConfigChanged(const std::string& name, Touched& touched) {
+    WatchConfigLocked();
+    if (name == "bookmarks" || name == "user-dirs.dirs" || name == "gtk-3.0" ||
+        name == files::LeafName(files::ConfigHome())) {
+        NodeRef places = Special().places;
+        Send(places, kNodeEventVirtualChildListChanged, places, places, 0, touched);
+    }
+}
+
+} // namespace basalt::nodes
+
+using namespace basalt::nodes;
+
+StatusCode NodeEventDisposeEventQueue(NodeEventQueueRef queue) {
+    if (queue == nullptr)
+        return paramErr;
+    NodeWatcher::Shared().ForgetQueue(queue);
+    NodeEventRef event = nullptr;
+    while (NodeEventBlockUntilNextEventNew(&event, queue))
+        NodeEventRelease(event);
+    delete queue;
+    return noErr;
+}
+
+StatusCode NodeRegisterChildChangedNotification(NodeRef container,
+                                                const NodeNotificationClient* client, uint32_t) {
+    if (client == nullptr)
+        return paramErr;
+    return NodeWatcher::Shared().Register(container, *client);
+}
+
+StatusCode NodeUnRegisterChildChangedNotification(NodeRef container, void* clientRef) {
+    return NodeWatcher::Shared().Unregister(container, clientRef);
+}
+
+StatusCode NodeSync(NodeRef node) {
+    return NodeWatcher::Shared().Sync(node);
+}
+
+StatusCode FNNotify(const BFRef* ref, uint32_t, uint32_t) {
+    NodeHolder folder(GetBFRefAsNode(ref));
+    if (!folder)
+        return fnfErr;
+    return NodeSync(folder.Get());
+}

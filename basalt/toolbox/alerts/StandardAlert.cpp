@@ -1,0 +1,267 @@
+// Standard alerts and sheets: a window with the message, the explanation and up to four
+// buttons, items 1 (default), 2 (cancel), 3 (other) and 4 (help). A modal alert runs its own
+// loop and answers the item hit; a sheet sends "cmds" 1 with "ok  ", "not!" or "othr" to its
+// target and closes itself.
+
+#include "basalt/toolbox/controls/ControlDrawing.h"
+#include "basalt/toolbox/controls/Displays.h"
+#include "basalt/toolbox/dialogs/Dialog.h"
+#include "basalt/toolbox/views/UnicodeText.h"
+#include "basalt/toolbox/windows/WindowList.h"
+
+#include <cmath>
+
+using namespace basalt::toolbox;
+
+namespace {
+
+constexpr double kWidth = 440;
+constexpr double kMargin = 20;
+constexpr double kTextLeft = 20;
+constexpr double kButtonHeight = 24;
+
+bool IsDefaultText(BCStringRef text) {
+    return text == kAlertDefaultOKText;
+}
+
+std::u16string ButtonText(BCStringRef given, const char16_t* standard) {
+    if (given == nullptr)
+        return {};
+    return IsDefaultText(given) ? std::u16string(standard) : FromBCString(given);
+}
+
+double TextHeight(const std::u16string& text, BTThemeFontID font, double width) {
+    if (text.empty())
+        return 0;
+    StringHolder string(MakeBCString(text));
+    BTThemeTextInfo info{};
+    info.fontID = font;
+    BGFloat height = 0;
+    BTThemeGetTextDimensions(string.get(), width, &info, nullptr, &height, nullptr);
+    return std::ceil(height);
+}
+
+std::shared_ptr<View> AddText(Window& window, const std::u16string& text, BTThemeFontID font,
+                              double top, double height) {
+    auto view = std::make_shared<StaticText>();
+    view->font = font;
+    view->SetText(text);
+    view->SetFrame(BGRectMake(kTextLeft, top, kWidth - kTextLeft - kMargin, height));
+    window.Root().AddSubview(view);
+    return view;
+}
+
+struct Buttons {
+    std::u16string texts[4];
+};
+
+// Lays the buttons out from the right: default, cancel; other and help from the left.
+void AddButtons(Window& window, Dialog& dialog, const Buttons& buttons, double top) {
+    double right = kWidth - kMargin;
+    double left = kMargin;
+    for (int item = 1; item <= 4; ++item) {
+        const std::u16string& text = buttons.texts[item - 1];
+        if (text.empty()) {
+            dialog.Append({});
+            continue;
+        }
+        std::shared_ptr<View> button = MakeView(kControlKindPushButton);
+        button->SetText(text);
+        double width = std::max(80.0, button->OptimalSize(nullptr).width);
+        if (item == 4)
+            width = kButtonHeight;
+        double x = item <= 2 ? right - width : left;
+        if (item <= 2)
+            right -= width + 12;
+        else
+            left += width + 12;
+        button->SetFrame(BGRectMake(x, top, width, kButtonHeight));
+        window.Root().AddSubview(button);
+        Rect rect;
+        BGRectToRect(button->Frame(), &rect);
+        dialog.Append({button, rect, kDialogItemButton});
+    }
+}
+
+StatusCode BuildAlert(AlertType, BCStringRef error, BCStringRef explanation,
+                      const AlertStdBCStringAlertParamRec* param, WindowClass windowClass,
+                      DialogRef* outAlert) {
+    if (outAlert == nullptr)
+        return paramErr;
+    AlertStdBCStringAlertParamRec defaults;
+    GetStandardAlertDefaultParams(&defaults, kStdAlertVersionOne);
+    const AlertStdBCStringAlertParamRec& p = param != nullptr ? *param : defaults;
+    std::u16string message = FromBCString(error);
+    std::u16string detail = FromBCString(explanation);
+    double textWidth = kWidth - kTextLeft - kMargin;
+    double messageHeight = TextHeight(message, kBTThemeFontEmphasized, textWidth);
+    double detailHeight = TextHeight(detail, kBTThemeFontSmallSystem, textWidth);
+    double buttonsTop = kMargin + messageHeight + (detail.empty() ? 0 : 8 + detailHeight) + 20;
+    Rect bounds = {0, 0, int16_t(buttonsTop + kButtonHeight + kMargin), int16_t(kWidth)};
+
+    WindowAttributes attributes = p.movable ? kWindowNoAttributes : kWindowNoAttributes;
+    WindowClass actualClass = windowClass;
+    if (windowClass != kSheetWindowClass)
+        actualClass = p.movable ? kMovableAlertWindowClass : kAlertWindowClass;
+    WindowRef ref = nullptr;
+    if (StatusCode status = CreateNewWindow(actualClass, attributes, &bounds, &ref);
+        status != noErr)
+        return status;
+    Window& window = *Window::From(ref);
+    AddText(window, message, kBTThemeFontEmphasized, kMargin, messageHeight);
+    if (!detail.empty())
+        AddText(window, detail, kBTThemeFontSmallSystem, kMargin + messageHeight + 8, detailHeight);
+
+    window.dialog = std::make_unique<Dialog>(window);
+    Dialog& dialog = *window.dialog;
+    Buttons buttons;
+    buttons.texts[0] = ButtonText(p.defaultText, u"OK");
+    buttons.texts[1] = ButtonText(p.cancelText, u"Cancel");
+    buttons.texts[2] = ButtonText(p.otherText, u"Don\u2019t Save");
+    if (p.helpButton)
+        buttons.texts[3] = u"?";
+    AddButtons(window, dialog, buttons, buttonsTop);
+    dialog.alertPosition = p.position;
+    if (p.defaultButton > 0)
+        SetDialogDefaultItem(dialog.Ref(), p.defaultButton);
+    if (p.cancelButton > 0 && p.cancelButton != p.defaultButton)
+        SetDialogCancelItem(dialog.Ref(), p.cancelButton);
+    *outAlert = dialog.Ref();
+    return noErr;
+}
+
+void PlaceAlert(Dialog& dialog) {
+    WindowRef parent = nullptr;
+    for (const auto& window : windows::All())
+        if (window.get() != &dialog.window && window->IsVisible()) {
+            parent = window->Ref();
+            break;
+        }
+    bool onParent = dialog.alertPosition == kWindowAlertPositionParentWindow ||
+                    dialog.alertPosition == kWindowAlertPositionParentWindowScreen;
+    RepositionWindow(dialog.window.Ref(), parent,
+                     onParent && parent != nullptr ? kWindowAlertPositionOnParentWindow
+                                                   : kWindowAlertPositionOnMainScreen);
+}
+
+uint32_t CommandOfItem(DialogItemIndex item) {
+    switch (item) {
+    case kAlertStdAlertOKButton:
+        return kBTCommandOK;
+    case kAlertStdAlertCancelButton:
+        return kBTCommandCancel;
+    case kAlertStdAlertOtherButton:
+        return kBTCommandOther;
+    default:
+        return 0;
+    }
+}
+
+// One pass of a modal alert's filter: the event (or a null event) as a record.
+bool Filtered(ModalFilterUPP filter, Dialog& dialog, EventRef event, DialogItemIndex* hit) {
+    if (filter == nullptr)
+        return false;
+    EventRecord record{};
+    if (event == nullptr || !ConvertEventRefToEventRecord(event, &record)) {
+        record = {};
+        record.what = nullEvent;
+        record.when = TickCount();
+    }
+    DialogItemIndex item = 0;
+    if (!filter(dialog.Ref(), &record, &item))
+        return false;
+    if (item != 0)
+        *hit = item;
+    return true;
+}
+
+} // namespace
+
+extern "C" {
+
+StatusCode GetStandardAlertDefaultParams(AlertStdBCStringAlertParamRec* param, uint32_t version) {
+    if (param == nullptr || version != kStdAlertVersionOne)
+        return paramErr;
+    *param = {};
+    param->version = version;
+    param->defaultText = kAlertDefaultOKText;
+    param->defaultButton = kAlertStdAlertOKButton;
+    param->position = kWindowDefaultPosition;
+    return noErr;
+}
+
+StatusCode CreateStandardAlert(AlertType alertType, BCStringRef error, BCStringRef explanation,
+                               const AlertStdBCStringAlertParamRec* param, DialogRef* outAlert) {
+    return BuildAlert(alertType, error, explanation, param, kAlertWindowClass, outAlert);
+}
+
+StatusCode RunStandardAlert(DialogRef inAlert, ModalFilterUPP filterProc,
+                            DialogItemIndex* outItemHit) {
+    if (inAlert == nullptr)
+        return paramErr;
+    Dialog& dialog = *Dialog::From(inAlert);
+    auto window = dialog.window.Shared();
+    DialogItemIndex hit = 0;
+    dialog.onItemHit = [&hit](DialogItemIndex item) { hit = item; };
+    PlaceAlert(dialog);
+    ShowWindow(window->Ref());
+    BeginAppModalStateForWindow(window->Ref());
+    // Null events reach the filter three times a second, so that it can end the alert itself.
+    while (hit == 0 && !window->disposed) {
+        EventRef event = nullptr;
+        StatusCode status = ReceiveNextEvent(0, nullptr, 1.0 / 3, true, &event);
+        if (status != noErr && status != eventLoopTimedOutErr)
+            break;
+        if (!Filtered(filterProc, dialog, event, &hit) && event != nullptr)
+            SendEventToEventTarget(event, GetEventDispatcherTarget());
+        ReleaseEvent(event);
+    }
+    EndAppModalStateForWindow(window->Ref());
+    if (!window->disposed) {
+        window->dialog->onItemHit = nullptr;
+        window->Dispose();
+    }
+    if (outItemHit != nullptr)
+        *outItemHit = hit;
+    return hit != 0 ? StatusCode(noErr) : StatusCode(userCanceledErr);
+}
+
+StatusCode CreateStandardSheet(AlertType alertType, BCStringRef error, BCStringRef explanation,
+                               const AlertStdBCStringAlertParamRec* param,
+                               EventTargetRef notifyTarget, DialogRef* outSheet) {
+    StatusCode status =
+        BuildAlert(alertType, error, explanation, param, kSheetWindowClass, outSheet);
+    if (status != noErr)
+        return status;
+    Dialog& dialog = *Dialog::From(*outSheet);
+    dialog.notifyTarget = notifyTarget;
+    DialogRef ref = dialog.Ref();
+    dialog.onItemHit = [ref](DialogItemIndex item) {
+        if (uint32_t command = CommandOfItem(item))
+            CloseStandardSheet(ref, command);
+    };
+    return noErr;
+}
+
+StatusCode CloseStandardSheet(DialogRef inSheet, uint32_t inResultCommand) {
+    if (inSheet == nullptr)
+        return paramErr;
+    Dialog& dialog = *Dialog::From(inSheet);
+    auto window = dialog.window.Shared();
+    if (window->disposed)
+        return errInvalidWindowRef;
+    EventTargetRef target = dialog.notifyTarget;
+    dialog.onItemHit = nullptr;
+    window->Dispose();
+    if (inResultCommand == 0 || target == nullptr)
+        return noErr;
+    BTCommand command{};
+    command.attributes = kBTCommandFromControl;
+    command.commandID = inResultCommand;
+    EventHolder event(kEventClassCommand, kEventCommandProcess);
+    SetParam(event.get(), kEventParamDirectObject, typeBTCommand, command);
+    SendEventToEventTarget(event.get(), target);
+    return noErr;
+}
+
+} // extern "C"

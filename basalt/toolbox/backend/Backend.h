@@ -1,0 +1,57 @@
+#pragma once
+
+// What a backend supplies to the toolbox: window surfaces, the display, the beep, popup menu
+// tracking and the system clipboard. The toolbox core never knows which backend runs.
+//
+// Input does not go through this interface: a backend posts mouse and key events to the main
+// event queue (PostEventToQueue, from any thread), and the standard handlers take it from
+// there. Mouse events carry "mloc" (global, y down) and, when the backend knows it, "wind".
+
+#include <basalt/BasaltToolbox.h>
+#include <cairo.h>
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace basalt::toolbox {
+
+class BackendWindow {
+public:
+    virtual ~BackendWindow() = default;
+    // The pixels of the content area: (content size x Scale()) device pixels.
+    virtual cairo_surface_t* Surface() = 0;
+    virtual double Scale() const = 0;
+    virtual void SetContentBounds(const Rect& globalBounds) = 0;
+    virtual void SetVisible(bool visible) = 0;
+    virtual void SetTitle(const std::string& title) = 0;
+    // The surface holds a finished frame; show it.
+    virtual void Present() = 0;
+};
+
+class Backend {
+public:
+    virtual ~Backend() = default;
+    virtual std::string Name() const = 0;
+    virtual std::unique_ptr<BackendWindow> CreateWindow(WindowRef window, WindowClass windowClass,
+                                                        const Rect& contentBounds) = 0;
+    // The main display, global coordinates.
+    virtual Rect DisplayBounds() const = 0;
+    virtual int16_t MenuBarHeight() const = 0;
+    virtual void Beep() = 0;
+    // Shows the menu at a global point and lets the user pick; the item, or 0 for none.
+    virtual MenuItemIndex TrackPopupMenu(MenuRef menu, Point where, MenuItemIndex current) = 0;
+    virtual void SetClipboardText(const std::string& utf8) = 0;
+    virtual std::string ClipboardText() = 0;
+};
+
+using BackendFactory = std::function<std::unique_ptr<Backend>()>;
+
+// Backends register themselves when the library loads. preferWhenDisplay marks the backend that
+// serves a real display (chosen when DISPLAY is set).
+void RegisterBackend(const std::string& name, bool preferWhenDisplay, BackendFactory factory);
+
+// The backend of this process, chosen at first use: KEL_BACKEND names one; otherwise the
+// display backend when DISPLAY is set and one is registered; otherwise "headless".
+Backend& CurrentBackend();
+
+} // namespace basalt::toolbox

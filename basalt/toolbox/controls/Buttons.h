@@ -1,0 +1,48 @@
+#pragma once
+
+// Buttons: push and bevel buttons, check boxes and radio buttons, disclosure buttons, and the
+// segmented view whose part is the segment clicked (1-based).
+
+#include "basalt/toolbox/views/View.h"
+
+namespace basalt::toolbox {
+
+class PushButton : public View {
+public:
+    explicit PushButton(OSType kind = kControlKindPushButton) : View(kind) {}
+    void Draw(BGContextRef context) override;
+    BGSize OptimalSize(float* baseline) override;
+    bool IsPushButton() const override { return true; }
+};
+
+class CheckBox : public View {
+public:
+    explicit CheckBox(OSType kind) : View(kind) {}
+    void Draw(BGContextRef context) override;
+    BGSize OptimalSize(float* baseline) override;
+    ControlPartCode PerformClick(ControlPartCode part, uint32_t modifiers) override;
+};
+
+class DisclosureButton : public View {
+public:
+    DisclosureButton() : View(kControlKindDisclosureButton) {}
+    void Draw(BGContextRef context) override;
+    ControlPartCode PerformClick(ControlPartCode part, uint32_t modifiers) override;
+};
+
+class SegmentedView : public View {
+public:
+    SegmentedView();
+    void Draw(BGContextRef context) override;
+    ControlPartCode HitTest(BGPoint local) override;
+    ControlPartCode PerformClick(ControlPartCode part, uint32_t modifiers) override;
+    StatusCode SetKindData(ResType tag, size_t size, const void* data) override;
+    StatusCode GetKindData(ResType tag, size_t size, void* data, size_t* actual) override;
+    // Segment labels, from the text split at "|".
+    std::vector<std::u16string> Labels() const;
+
+private:
+    uint32_t count_ = 2;
+};
+
+} // namespace basalt::toolbox

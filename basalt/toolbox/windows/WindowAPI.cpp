@@ -1,0 +1,602 @@
+// The C calls on windows, the modal loops, ports, the display and the beep.
+
+#include "basalt/toolbox/dialogs/Dialog.h"
+#include "basalt/toolbox/events/EventLoop.h"
+#include "basalt/toolbox/menus/MenuBar.h"
+#include "basalt/toolbox/views/UnicodeText.h"
+#include "basalt/toolbox/windows/WindowList.h"
+
+#include <algorithm>
+
+using namespace basalt::toolbox;
+
+namespace {
+
+Window* Live(WindowRef ref) {
+    return windows::IsValid(ref) ? Window::From(ref) : nullptr;
+}
+
+GrafPtr gCurrentPort = nullptr;
+
+struct ModalRun {
+    Window* window;
+    OpaqueEventLoopRef::RunLevel* level;
+};
+std::vector<ModalRun> gModalRuns;
+
+Rect Centered(const Rect& within, int16_t width, int16_t height, double verticalShare) {
+    int16_t left = int16_t(within.left + (within.right - within.left - width) / 2);
+    int16_t top = int16_t(within.top + (within.bottom - within.top - height) * verticalShare);
+    return {top, left, int16_t(top + height), int16_t(left + width)};
+}
+
+} // namespace
+
+extern "C" {
+
+StatusCode CreateNewWindow(WindowClass windowClass, WindowAttributes attributes,
+                           const Rect* contentBounds, WindowRef* outWindow) {
+    if (contentBounds == nullptr || outWindow == nullptr ||
+        contentBounds->right < contentBounds->left || contentBounds->bottom < contentBounds->top)
+        return paramErr;
+    auto window = std::make_shared<Window>(windowClass, attributes, *contentBounds);
+    window->Root().AttachToWindow(window.get());
+    windows::Add(window);
+    *outWindow = window->Ref();
+    return noErr;
+}
+
+void DisposeWindow(WindowRef window) {
+    if (Window* live = Live(window))
+        live->Dispose();
+}
+
+Boolean IsValidWindowPtr(WindowRef window) {
+    return Live(window) != nullptr;
+}
+
+EventTargetRef GetWindowEventTarget(WindowRef window) {
+    Window* live = Live(window);
+    return live != nullptr ? live->Target() : nullptr;
+}
+
+void ShowWindow(WindowRef window) {
+    if (Window* live = Live(window)) {
+        live->SetVisible(true);
+        windows::BringToFront(live);
+    }
+}
+
+void HideWindow(WindowRef window) {
+    if (Window* live = Live(window))
+        live->SetVisible(false);
+}
+
+Boolean IsWindowVisible(WindowRef window) {
+    Window* live = Live(window);
+    return live != nullptr && live->IsVisible();
+}
+
+void SelectWindow(WindowRef window) {
+    if (Window* live = Live(window))
+        windows::BringToFront(live);
+}
+
+void BringToFront(WindowRef window) {
+    SelectWindow(window);
+}
+
+WindowRef FrontWindow(void) {
+    Window* front = windows::FrontVisible();
+    return front != nullptr ? front->Ref() : nullptr;
+}
+
+WindowRef FrontNonFloatingWindow(void) {
+    for (const auto& window : windows::All())
+        if (window->IsVisible() && window->windowClass != kFloatingWindowClass &&
+            window->windowClass != kSheetWindowClass)
+            return window->Ref();
+    return nullptr;
+}
+
+WindowRef GetUserFocusWindow(void) {
+    Window* focus = windows::UserFocus();
+    return focus != nullptr ? focus->Ref() : nullptr;
+}
+
+Boolean IsWindowActive(WindowRef window) {
+    Window* live = Live(window);
+    return live != nullptr && live->IsActive();
+}
+
+Boolean IsWindowHilited(WindowRef window) {
+    return IsWindowActive(window);
+}
+
+StatusCode GetWindowClass(WindowRef window, WindowClass* outClass) {
+    Window* live = Live(window);
+    if (live == nullptr || outClass == nullptr)
+        return errInvalidWindowRef;
+    *outClass = live->windowClass;
+    return noErr;
+}
+
+StatusCode SetWindowClass(WindowRef window, WindowClass windowClass) {
+    Window* live = Live(window);
+    if (live == nullptr)
+        return errInvalidWindowRef;
+    live->windowClass = windowClass;
+    return noErr;
+}
+
+StatusCode GetWindowAttributes(WindowRef window, WindowAttributes* outAttributes) {
+    Window* live = Live(window);
+    if (live == nullptr || outAttributes == nullptr)
+        return errInvalidWindowRef;
+    *outAttributes = live->attributes;
+    return noErr;
+}
+
+StatusCode ChangeWindowAttributes(WindowRef window, WindowAttributes setThese,
+                                  WindowAttributes clearThese) {
+    Window* live = Live(window);
+    if (live == nullptr)
+        return errInvalidWindowRef;
+    live->attributes = (live->attributes | setThese) & ~clearThese;
+    return noErr;
+}
+
+StatusCode GetWindowBounds(WindowRef window, WindowRegionCode regionCode, Rect* globalBounds) {
+    Window* live = Live(window);
+    if (live == nullptr || globalBounds == nullptr)
+        return errInvalidWindowRef;
+    *globalBounds =
+        regionCode == kWindowStructureRgn ? live->StructureBounds() : live->ContentBounds();
+    return noErr;
+}
+
+StatusCode SetWindowBounds(WindowRef window, WindowRegionCode regionCode, const Rect* bounds) {
+    Window* live = Live(window);
+    if (live == nullptr || bounds == nullptr)
+        return errInvalidWindowRef;
+    Rect content = *bounds;
+    if (regionCode == kWindowStructureRgn && live->HasTitleBar())
+        content.top = int16_t(content.top + kBTWindowTitleBarHeight);
+    live->SetContentBounds(content);
+    return noErr;
+}
+
+StatusCode GetWindowRegion(WindowRef window, WindowRegionCode inRegionCode, RgnHandle ioWinRgn) {
+    Window* live = Live(window);
+    if (live == nullptr || ioWinRgn == nullptr)
+        return errInvalidWindowRef;
+    Rect structure = live->StructureBounds();
+    Rect content = live->ContentBounds();
+    switch (inRegionCode) {
+    case kWindowStructureRgn:
+        RectRgn(ioWinRgn, &structure);
+        return noErr;
+    case kWindowContentRgn:
+    case kWindowGlobalPortRgn:
+        RectRgn(ioWinRgn, &content);
+        return noErr;
+    case kWindowTitleBarRgn:
+    case kWindowTitleTextRgn: {
+        Rect title = {structure.top, structure.left, content.top, structure.right};
+        if (!live->HasTitleBar())
+            title.bottom = title.top;
+        RectRgn(ioWinRgn, &title);
+        return noErr;
+    }
+    default:
+        SetEmptyRgn(ioWinRgn);
+        return noErr;
+    }
+}
+
+void SizeWindow(WindowRef window, int16_t width, int16_t height, Boolean) {
+    Window* live = Live(window);
+    if (live == nullptr || width < 0 || height < 0)
+        return;
+    Rect bounds = live->ContentBounds();
+    bounds.right = int16_t(bounds.left + width);
+    bounds.bottom = int16_t(bounds.top + height);
+    live->SetContentBounds(bounds);
+}
+
+void MoveWindow(WindowRef window, int16_t hGlobal, int16_t vGlobal, Boolean front) {
+    Window* live = Live(window);
+    if (live == nullptr)
+        return;
+    Rect bounds = live->ContentBounds();
+    OffsetRect(&bounds, int16_t(hGlobal - bounds.left), int16_t(vGlobal - bounds.top));
+    live->SetContentBounds(bounds);
+    if (front)
+        windows::BringToFront(live);
+}
+
+StatusCode RepositionWindow(WindowRef window, WindowRef parentWindow, uint32_t method) {
+    Window* live = Live(window);
+    if (live == nullptr)
+        return errInvalidWindowRef;
+    Window* parent = Live(parentWindow);
+    Rect within = CurrentBackend().DisplayBounds();
+    within.top = int16_t(within.top + CurrentBackend().MenuBarHeight());
+    bool onParent =
+        method == kWindowCenterOnParentWindow || method == kWindowAlertPositionOnParentWindow;
+    if (onParent && parent != nullptr)
+        within = parent->ContentBounds();
+    const Rect& content = live->ContentBounds();
+    bool alert =
+        method == kWindowAlertPositionOnMainScreen || method == kWindowAlertPositionOnParentWindow;
+    Rect placed = Centered(within, int16_t(content.right - content.left),
+                           int16_t(content.bottom - content.top), alert ? 1.0 / 3 : 0.5);
+    if (live->HasTitleBar() && !onParent)
+        placed.top = std::max<int16_t>(placed.top, int16_t(within.top + kBTWindowTitleBarHeight));
+    MoveWindow(window, placed.left, placed.top, false);
+    return noErr;
+}
+
+StatusCode AutoPositionWindow(WindowRef window, uint32_t method, Boolean useWindow, Boolean) {
+    return RepositionWindow(window, useWindow ? GetUserFocusWindow() : nullptr,
+                            method == kWindowCenterOnParentWindow ? kWindowCenterOnParentWindow
+                                                                  : kWindowCenterOnMainScreen);
+}
+
+StatusCode SetWindowTitleWithBCString(WindowRef window, BCStringRef title) {
+    Window* live = Live(window);
+    if (live == nullptr)
+        return errInvalidWindowRef;
+    live->title = FromBCString(title);
+    if (live->Surface() != nullptr)
+        live->Surface()->SetTitle(ToUTF8(live->title));
+    return noErr;
+}
+
+StatusCode CopyWindowTitleAsBCString(WindowRef window, BCStringRef* outTitle) {
+    Window* live = Live(window);
+    if (live == nullptr || outTitle == nullptr)
+        return errInvalidWindowRef;
+    *outTitle = MakeBCString(live->title);
+    return noErr;
+}
+
+void SetWRefCon(WindowRef window, long data) {
+    if (Window* live = Live(window))
+        live->refCon = data;
+}
+
+long GetWRefCon(WindowRef window) {
+    Window* live = Live(window);
+    return live != nullptr ? live->refCon : 0;
+}
+
+StatusCode SetWindowProperty(WindowRef window, PropertyCreator creator, PropertyTag tag,
+                             size_t size, const void* buffer) {
+    Window* live = Live(window);
+    if (live == nullptr)
+        return errInvalidWindowRef;
+    if (buffer == nullptr && size != 0)
+        return paramErr;
+    auto* bytes = static_cast<const uint8_t*>(buffer);
+    live->properties[{creator, tag}].assign(bytes, bytes + size);
+    return noErr;
+}
+
+StatusCode GetWindowProperty(WindowRef window, PropertyCreator creator, PropertyTag tag,
+                             size_t bufferSize, size_t* actualSize, void* buffer) {
+    Window* live = Live(window);
+    if (live == nullptr)
+        return errInvalidWindowRef;
+    auto it = live->properties.find({creator, tag});
+    if (it == live->properties.end())
+        return errDataNotSupported;
+    if (actualSize != nullptr)
+        *actualSize = it->second.size();
+    if (buffer != nullptr)
+        std::copy_n(it->second.begin(), std::min(bufferSize, it->second.size()),
+                    static_cast<uint8_t*>(buffer));
+    return noErr;
+}
+
+StatusCode RemoveWindowProperty(WindowRef window, PropertyCreator creator, PropertyTag tag) {
+    Window* live = Live(window);
+    if (live == nullptr)
+        return errInvalidWindowRef;
+    return live->properties.erase({creator, tag}) != 0 ? StatusCode(noErr)
+                                                       : StatusCode(errDataNotSupported);
+}
+
+StatusCode BTWindowFlush(WindowRef window) {
+    Window* live = Live(window);
+    if (live == nullptr)
+        return errInvalidWindowRef;
+    live->Flush();
+    return noErr;
+}
+
+Boolean BTViewIsCompositingEnabled(WindowRef window) {
+    return Live(window) != nullptr;
+}
+
+// Windows have no grow box of their own: resizing is the window manager's frame.
+StatusCode BTGrowBoxViewSetTransparent(BTViewRef, Boolean) {
+    return noErr;
+}
+
+StatusCode BTWindowGetGreatestAreaDisplay(WindowRef window, uint32_t, Rect* outDisplayBounds) {
+    if (Live(window) == nullptr || outDisplayBounds == nullptr)
+        return errInvalidWindowRef;
+    *outDisplayBounds = CurrentBackend().DisplayBounds();
+    return noErr;
+}
+
+StatusCode BTWindowGetAvailablePositioningBounds(uint32_t, BGRect* outAvailableRect) {
+    if (outAvailableRect == nullptr)
+        return paramErr;
+    Rect display = CurrentBackend().DisplayBounds();
+    display.top = int16_t(display.top + CurrentBackend().MenuBarHeight());
+    *outAvailableRect = BGRectFromRect(&display);
+    return noErr;
+}
+
+RgnHandle GetGrayRgn(void) {
+    static RgnHandle gray = NewRgn();
+    Rect display = CurrentBackend().DisplayBounds();
+    RectRgn(gray, &display);
+    return gray;
+}
+
+int16_t GetMBarHeight(void) {
+    return CurrentBackend().MenuBarHeight();
+}
+
+StatusCode ShowSheetWindow(WindowRef inSheet, WindowRef inParentWindow) {
+    Window* sheet = Live(inSheet);
+    Window* parent = Live(inParentWindow);
+    if (sheet == nullptr || parent == nullptr || sheet == parent)
+        return errInvalidWindowRef;
+    if (parent->VisibleSheet() != nullptr && parent->VisibleSheet() != sheet)
+        return paramErr;
+    sheet->sheetParent = parent->Shared();
+    parent->sheet = sheet->Shared();
+    const Rect& host = parent->ContentBounds();
+    const Rect& own = sheet->ContentBounds();
+    int16_t width = int16_t(own.right - own.left);
+    MoveWindow(inSheet, int16_t(host.left + (host.right - host.left - width) / 2), host.top, false);
+    sheet->SetVisible(true);
+    windows::BringToFront(sheet);
+    return noErr;
+}
+
+StatusCode HideSheetWindow(WindowRef inSheet) {
+    Window* sheet = Live(inSheet);
+    if (sheet == nullptr)
+        return errInvalidWindowRef;
+    sheet->SetVisible(false);
+    if (auto parent = sheet->sheetParent.lock())
+        parent->Invalidate();
+    windows::UpdateActivation();
+    return noErr;
+}
+
+StatusCode GetSheetWindowParent(WindowRef inSheet, WindowRef* outParentWindow) {
+    Window* sheet = Live(inSheet);
+    if (sheet == nullptr || outParentWindow == nullptr)
+        return errInvalidWindowRef;
+    auto parent = sheet->sheetParent.lock();
+    *outParentWindow = parent != nullptr ? parent->Ref() : nullptr;
+    return noErr;
+}
+
+StatusCode BeginAppModalStateForWindow(WindowRef inWindow) {
+    Window* live = Live(inWindow);
+    if (live == nullptr)
+        return errInvalidWindowRef;
+    windows::PushModal(live);
+    _BeginAppModalState();
+    return noErr;
+}
+
+StatusCode EndAppModalStateForWindow(WindowRef inWindow) {
+    Window* window = Window::From(inWindow);
+    if (inWindow == nullptr)
+        return errInvalidWindowRef;
+    windows::PopModal(window);
+    _EndAppModalState();
+    return noErr;
+}
+
+StatusCode RunAppModalLoopForWindow(WindowRef inWindow) {
+    Window* live = Live(inWindow);
+    if (live == nullptr)
+        return errInvalidWindowRef;
+    auto keep = live->Shared();
+    BeginAppModalStateForWindow(inWindow);
+    OpaqueEventLoopRef::RunLevel level;
+    gModalRuns.push_back({live, &level});
+    RunLevel(level, kEventDurationForever);
+    std::erase_if(gModalRuns, [&](const ModalRun& run) { return run.level == &level; });
+    EndAppModalStateForWindow(inWindow);
+    return noErr;
+}
+
+StatusCode QuitAppModalLoopForWindow(WindowRef inWindow) {
+    for (auto it = gModalRuns.rbegin(); it != gModalRuns.rend(); ++it)
+        if (it->window == Window::From(inWindow)) {
+            it->level->quit = true;
+            GetMainEventQueue()->Wake();
+            return noErr;
+        }
+    return errInvalidWindowRef;
+}
+
+void GetPort(GrafPtr* port) {
+    if (port != nullptr)
+        *port = gCurrentPort;
+}
+
+void SetPort(GrafPtr port) {
+    gCurrentPort = port;
+}
+
+// A window's port is the window itself seen through the port type.
+CGrafPtr GetWindowPort(WindowRef window) {
+    return reinterpret_cast<CGrafPtr>(window);
+}
+
+void SetPortWindowPort(WindowRef window) {
+    SetPort(GetWindowPort(window));
+}
+
+WindowRef GetWindowFromPort(CGrafPtr port) {
+    return reinterpret_cast<WindowRef>(port);
+}
+
+Rect* GetPortBounds(CGrafPtr port, Rect* rect) {
+    Window* live = Live(GetWindowFromPort(port));
+    if (rect == nullptr)
+        return rect;
+    *rect = Rect{0, 0, 0, 0};
+    if (live != nullptr) {
+        const Rect& content = live->ContentBounds();
+        *rect = {0, 0, int16_t(content.bottom - content.top),
+                 int16_t(content.right - content.left)};
+    }
+    return rect;
+}
+
+namespace {
+std::map<CGrafPtr, RgnHandle>& VisibleRegions() {
+    static std::map<CGrafPtr, RgnHandle> regions;
+    return regions;
+}
+} // namespace
+
+RgnHandle GetPortVisibleRegion(CGrafPtr port, RgnHandle visRgn) {
+    if (visRgn == nullptr)
+        return visRgn;
+    auto it = VisibleRegions().find(port);
+    if (it != VisibleRegions().end() && Live(GetWindowFromPort(port)) != nullptr) {
+        CopyRgn(it->second, visRgn);
+    } else {
+        Rect bounds;
+        GetPortBounds(port, &bounds);
+        RectRgn(visRgn, &bounds);
+    }
+    return visRgn;
+}
+
+void SetPortVisibleRegion(CGrafPtr port, RgnHandle visRgn) {
+    if (port == nullptr || visRgn == nullptr)
+        return;
+    RgnHandle& stored = VisibleRegions()[port];
+    if (stored == nullptr)
+        stored = NewRgn();
+    CopyRgn(visRgn, stored);
+}
+
+namespace {
+uint32_t gThemeCursor = 0;
+}
+
+void InitCursor(void) {
+    gThemeCursor = 0;
+}
+
+StatusCode SetThemeCursor(uint32_t inCursor) {
+    gThemeCursor = inCursor;
+    return noErr;
+}
+
+void AudioServicesPlayAlertSound(uint32_t) {
+    CurrentBackend().Beep();
+}
+
+StatusCode GetRootControl(WindowRef window, ControlRef* outControl) {
+    Window* live = Live(window);
+    if (live == nullptr || outControl == nullptr)
+        return errInvalidWindowRef;
+    *outControl = live->Root().Ref();
+    return noErr;
+}
+
+BTViewRef BTViewGetRoot(WindowRef inWindow) {
+    Window* live = Live(inWindow);
+    return live != nullptr ? live->Root().Ref() : nullptr;
+}
+
+StatusCode GetControlByID(WindowRef inWindow, const ControlID* inID, ControlRef* outControl) {
+    Window* live = Live(inWindow);
+    if (live == nullptr || inID == nullptr || outControl == nullptr)
+        return paramErr;
+    View* found = live->Root().FindByID(*inID);
+    *outControl = found != nullptr ? found->Ref() : nullptr;
+    return found != nullptr ? StatusCode(noErr) : StatusCode(errUnknownControl);
+}
+
+StatusCode SetKeyboardFocus(WindowRef inWindow, ControlRef inControl, ControlPartCode inPart) {
+    Window* live = Live(inWindow);
+    if (live == nullptr)
+        return errInvalidWindowRef;
+    if (inPart == kControlFocusNoPart || inControl == nullptr)
+        return live->SetFocus(nullptr, kControlFocusNoPart);
+    return live->SetFocus(View::From(inControl), inPart);
+}
+
+StatusCode GetKeyboardFocus(WindowRef inWindow, ControlRef* outControl) {
+    Window* live = Live(inWindow);
+    if (live == nullptr || outControl == nullptr)
+        return errInvalidWindowRef;
+    View* focus = live->Focus();
+    *outControl = focus != nullptr ? focus->Ref() : nullptr;
+    return noErr;
+}
+
+StatusCode ClearKeyboardFocus(WindowRef inWindow) {
+    return SetKeyboardFocus(inWindow, nullptr, kControlFocusNoPart);
+}
+
+StatusCode AdvanceKeyboardFocus(WindowRef inWindow) {
+    Window* live = Live(inWindow);
+    if (live == nullptr)
+        return errInvalidWindowRef;
+    live->AdvanceFocus(false);
+    return noErr;
+}
+
+StatusCode SetWindowDefaultButton(WindowRef inWindow, ControlRef inControl) {
+    Window* live = Live(inWindow);
+    if (live == nullptr)
+        return errInvalidWindowRef;
+    live->SetDefaultButton(inControl != nullptr ? View::From(inControl) : nullptr);
+    return noErr;
+}
+
+StatusCode SetWindowCancelButton(WindowRef inWindow, ControlRef inControl) {
+    Window* live = Live(inWindow);
+    if (live == nullptr)
+        return errInvalidWindowRef;
+    live->SetCancelButton(inControl != nullptr ? View::From(inControl) : nullptr);
+    return noErr;
+}
+
+StatusCode GetWindowDefaultButton(WindowRef inWindow, ControlRef* outControl) {
+    Window* live = Live(inWindow);
+    if (live == nullptr || outControl == nullptr)
+        return errInvalidWindowRef;
+    View* button = live->DefaultButton();
+    *outControl = button != nullptr ? button->Ref() : nullptr;
+    return noErr;
+}
+
+StatusCode GetWindowCancelButton(WindowRef inWindow, ControlRef* outControl) {
+    Window* live = Live(inWindow);
+    if (live == nullptr || outControl == nullptr)
+        return errInvalidWindowRef;
+    View* button = live->CancelButton();
+    *outControl = button != nullptr ? button->Ref() : nullptr;
+    return noErr;
+}
+
+} // extern "C"

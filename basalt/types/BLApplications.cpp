@@ -1,0 +1,138 @@
+// Which application claims a type: the mimeinfo.cache of each XDG applications folder, and
+// the MimeType lines of the .desktop files of folders that have no cache. Read once.
+
+#include "basalt/types/BLRegistry.h"
+#include "basalt/types/BUTypes.h"
+#include "basalt/types/MimeDatabase.h"
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <unordered_map>
+
+namespace basalt::types {
+namespace {
+
+using Claims = std::unordered_map<std::string, std::string>;
+
+std::vector<std::string> ApplicationDirs() {
+    std::vector<std::string> dirs;
+    const char* home = std::getenv("XDG_DATA_HOME");
+    if (home != nullptr && *home != '\0')
+        dirs.push_back(std::string(home) + "/applications");
+    else if (const char* h = std::getenv("HOME"))
+        dirs.push_back(std::string(h) + "/.local/share/applications");
+    const char* shared = std::getenv("XDG_DATA_DIRS");
+    std::stringstream list(shared != nullptr && *shared != '\0' ? shared
+                                                                : "/usr/local/share:/usr/share");
+    std::string dir;
+    while (std::getline(list, dir, ':'))
+        dirs.push_back(dir + "/applications");
+    return dirs;
+}
+
+void AddTypes(Claims& claims, const std::string& types, const std::string& desktopFile) {
+    std::stringstream list(types);
+    std::string type;
+    while (std::getline(list, type, ';')) {
+        if (!type.empty())
+            claims.try_emplace(type, desktopFile);
+    }
+}
+
+void ReadCache(Claims& claims, const std::filesystem::path& dir, std::ifstream& cache) {
+    std::string line;
+    while (std::getline(cache, line)) {
+        size_t equals = line.find('=');
+        if (equals == std::string::npos || line[0] == '[')
+            continue;
+        std::string first = line.substr(equals + 1);
+        first = first.substr(0, first.find(';'));
+        claims.try_emplace(line.substr(0, equals), (dir / first).string());
+    }
+}
+
+void ReadDesktopFiles(Claims& claims, const std::filesystem::path& dir) {
+    std::error_code error;
+    for (const auto& entry : std::filesystem::directory_iterator(dir, error)) {
+        if (entry.path().extension() != ".desktop")
+            continue;
+        std::ifstream file(entry.path());
+        std::string line;
+        while (std::getline(file, line)) {
+            if (line.starts_with("MimeType="))
+                AddTypes(claims, line.substr(9), entry.path().string());
+        }
+    }
+}
+
+const Claims& AllClaims() {
+    static const Claims* claims = [] {
+        auto* made = new Claims; // kept for the process
+        for (const std::string& dir : ApplicationDirs()) {
+            std::ifstream cache(dir + "/mimeinfo.cache");
+            if (cache)
+                ReadCache(*made, dir, cache);
+            else
+                ReadDesktopFiles(*made, dir);
+        }
+        return made;
+    }();
+    return *claims;
+}
+
+} // namespace
+
+std::optional<std::string> ApplicationForType(std::string_view type) {
+    const Claims& claims = AllClaims();
+    auto& database = MimeDatabase::Shared();
+    if (auto found = claims.find(database.Canonical(type)); found != claims.end())
+        return found->second;
+    for (const auto& [alias, file] : claims) {
+        if (database.Canonical(alias) == database.Canonical(type))
+            return file;
+    }
+    return std::nullopt;
+}
+
+} // namespace basalt::types
+
+using namespace basalt::types;
+
+extern "C" {
+
+StatusCode BLGetApplicationForInfo(OSType type, OSType, BCStringRef extension, uint32_t, BFRef*,
+                                   BCURLRef* outURL) {
+    std::string mime;
+    if (extension != nullptr && BCStringGetLength(extension) > 0)
+        mime = MimeDatabase::Shared().TypeForName("x." + Utf8(extension));
+    if (mime.empty() && type != 0 && FourCharCodeForType(TypeForFourCharCode(type)) == type)
+        mime = TypeForFourCharCode(type);
+    auto application = mime.empty() ? std::nullopt : ApplicationForType(mime);
+    if (!application)
+        return kBLApplicationNotFoundErr;
+    if (outURL != nullptr)
+        *outURL = BCURLCreateFromFileSystemRepresentation(
+            nullptr, reinterpret_cast<const uint8_t*>(application->data()),
+            static_cast<BCIndex>(application->size()), false);
+    return noErr;
+}
+
+StatusCode BLCopyKindStringForInfo(OSType type, OSType, BCStringRef extension,
+                                   BCStringRef* outKind) {
+    if (outKind == nullptr)
+        return paramErr;
+    std::string mime;
+    if (extension != nullptr && BCStringGetLength(extension) > 0)
+        mime = MimeDatabase::Shared().TypeForName("x." + Utf8(extension));
+    if (mime.empty() && type != 0 && FourCharCodeForType(TypeForFourCharCode(type)) == type)
+        mime = TypeForFourCharCode(type);
+    std::string comment = mime.empty() ? std::string() : MimeDatabase::Shared().Comment(mime);
+    if (comment.empty())
+        return kBLApplicationNotFoundErr;
+    *outKind = MakeString(comment);
+    return noErr;
+}
+
+} // extern "C"

@@ -1,1 +1,0 @@
-// Placeholder translation unit for an empty object library.

@@ -1,0 +1,130 @@
+/*
+ * A small client of the library, in C: it fetches the defaults, makes one dialog of each kind,
+ * reads its state, asks for a reply and gives the dialog back, and checks the answers to a few
+ * mistakes a client can make. It prints what it does and exits 0 when every answer is the
+ * expected one.
+ *
+ *   cc -std=c99 kel_client.c $(pkg-config --cflags --libs kelservices) -o kel_client
+ */
+#include <basalt/BasaltCore.h>
+#include <kel/KelServices.h>
+/* Only needed by clients with windows of their own, such as the parent of a sheet. */
+#include <basalt/BasaltToolbox.h>
+#include <stdio.h>
+#include <string.h>
+
+static int failures = 0;
+
+static void Expect(const char* what, long got, long wanted) {
+    if (got != wanted) {
+        ++failures;
+    }
+    printf("%-58s %6ld%s\n", what, got, got == wanted ? "" : "  <-- unexpected");
+}
+
+/* Counts the selectors the library sends; a dialog that never shows sends none. */
+static void CountEvents(long selector, KelCBRec* record, void* clientData) {
+    (void)selector;
+    (void)record;
+    ++*(int*)clientData;
+}
+
+static void ShowDialog(const char* kind, KelDialogRef dialog) {
+    KelReplyRecord reply;
+    char what[80];
+
+    snprintf(what, sizeof what, "%s: run (no window can be made yet)", kind);
+    Expect(what, KelDialogRun(dialog), kKelUnimplementedErr);
+    snprintf(what, sizeof what, "%s: user action", kind);
+    Expect(what, (long)KelDialogGetUserAction(dialog), kKelUserActionNone);
+    snprintf(what, sizeof what, "%s: has a window", kind);
+    Expect(what, KelDialogGetWindow(dialog) != NULL, 0);
+    snprintf(what, sizeof what, "%s: reply", kind);
+    KelDialogGetReply(dialog, &reply);
+    Expect(what, reply.validRecord, 0);
+    if (reply.validRecord) {
+        KelDisposeReply(&reply);
+    }
+    KelDialogDispose(dialog);
+}
+
+int main(void) {
+    KelDialogCreationOptions options;
+    KelDialogRef dialog = NULL;
+    KelReplyRecord reply;
+    int events = 0;
+
+    printf("KelServices version 0x%08lx\n", (unsigned long)KelLibraryVersion());
+    Expect("defaults", KelGetDefaultDialogCreationOptions(&options), 0);
+    Expect("default option flags", (long)options.optionFlags, kKelOptDefaults);
+    options.clientName = BCSTR("Example Client");
+
+    Expect("create open dialog",
+           KelCreateGetFileDialog(&options, NULL, CountEvents, NULL, NULL, &events, &dialog), 0);
+    ShowDialog("open", dialog);
+    Expect("create save dialog",
+           KelCreatePutFileDialog(&options, 0x54455854, 0, CountEvents, &events, &dialog), 0);
+    Expect("save dialog: set the name", KelDialogSetSaveFileName(dialog, BCSTR("Untitled")), 0);
+    Expect("save dialog: has the name", KelDialogGetSaveFileName(dialog) != NULL, 1);
+    ShowDialog("save", dialog);
+    Expect("create choose file dialog",
+           KelCreateChooseFileDialog(&options, NULL, CountEvents, NULL, NULL, &events, &dialog), 0);
+    ShowDialog("choose file", dialog);
+    Expect("create choose folder dialog",
+           KelCreateChooseFolderDialog(&options, CountEvents, NULL, &events, &dialog), 0);
+    ShowDialog("choose folder", dialog);
+    Expect("create choose volume dialog",
+           KelCreateChooseVolumeDialog(&options, CountEvents, NULL, &events, &dialog), 0);
+    ShowDialog("choose volume", dialog);
+    Expect("create choose object dialog",
+           KelCreateChooseObjectDialog(&options, CountEvents, NULL, NULL, &events, &dialog), 0);
+    ShowDialog("choose object", dialog);
+    Expect("create new folder dialog",
+           KelCreateNewFolderDialog(&options, CountEvents, &events, &dialog), 0);
+    ShowDialog("new folder", dialog);
+
+    options.saveFileName = BCSTR("Letter");
+    Expect("create ask save dialog",
+           KelCreateAskSaveChangesDialog(&options, kKelSaveChangesClosing, CountEvents, &events,
+                                         &dialog),
+           0);
+    Expect("ask save: reply is not for this dialog", KelDialogGetReply(dialog, &reply),
+           kKelWrongDialogClassErr);
+    Expect("ask save: end by call", KelCustomControl(dialog, kKelCtlTerminate, NULL),
+           kKelWrongStateErr);
+    ShowDialog("ask save", dialog);
+    Expect("create ask discard dialog",
+           KelCreateAskDiscardChangesDialog(&options, CountEvents, &events, &dialog), 0);
+    ShowDialog("ask discard", dialog);
+    Expect("create ask review dialog",
+           KelCreateAskReviewDocumentsDialog(&options, 3, CountEvents, &events, &dialog), 0);
+    ShowDialog("ask review", dialog);
+    Expect("events sent to a dialog that never showed", events, 0);
+
+    /* Mistakes. */
+    Expect("defaults into nothing", KelGetDefaultDialogCreationOptions(NULL), paramErr);
+    Expect("open dialog without a place to put it",
+           KelCreateGetFileDialog(NULL, NULL, NULL, NULL, NULL, NULL, NULL), paramErr);
+    options.popupExtension = BCArrayCreate(kBCAllocatorDefault, NULL, 0, &kBCTypeArrayCallBacks);
+    Expect("popup items without an event callback",
+           KelCreateGetFileDialog(&options, NULL, NULL, NULL, NULL, NULL, &dialog), paramErr);
+    BCRelease(options.popupExtension);
+    options.popupExtension = NULL;
+    options.optionFlags |= kKelOptKeepAliases;
+    Expect("save dialog keeping aliases",
+           KelCreatePutFileDialog(&options, 0, 0, CountEvents, NULL, &dialog), paramErr);
+    options.optionFlags = kKelOptDefaults;
+    options.modality = kKelModalitySheet;
+    KelCreateGetFileDialog(&options, NULL, CountEvents, NULL, NULL, NULL, &dialog);
+    Expect("sheet without a parent window", KelDialogRun(dialog), paramErr);
+    KelDialogDispose(dialog);
+    options.saveFileName = NULL;
+    Expect("ask discard without a document name",
+           KelCreateAskDiscardChangesDialog(&options, CountEvents, NULL, &dialog), paramErr);
+    Expect("run nothing", KelDialogRun(NULL), paramErr);
+    Expect("reply into nothing", KelDisposeReply(NULL), paramErr);
+    Expect("translate a file", KelTranslateFile(NULL, NULL, 0, NULL, NULL, 0), -4);
+
+    printf("%s\n", failures == 0 ? "all answers as expected" : "some answers unexpected");
+    return failures == 0 ? 0 : 1;
+}

@@ -1,0 +1,83 @@
+// The blocking calls show a dialog and wait for its end. Showing a dialog needs its window, which
+// the library cannot make yet: each call checks its arguments, leaves an empty reply, and answers
+// -4, so a client learns at once that no dialog came.
+
+#include "kel/interface/KelStartup.h"
+
+#include <basalt/files/BEDesc.h>
+#include <cstring>
+#include <kel/KelServices.h>
+
+namespace {
+
+StatusCode RunBrowseCall(KelReplyRecord* reply) {
+    EnsureKelInitialized();
+    if (reply == nullptr) {
+        return paramErr;
+    }
+    std::memset(reply, 0, sizeof *reply);
+    reply->version = 2;
+    reply->selection = BEDesc{typeNull, nullptr};
+    return kBCUnimpErr;
+}
+
+// The ask calls need a record, and in it the text the alert is about.
+StatusCode RunAskCall(const KelDialogOptions* options, bool needsName, bool needsMessage) {
+    EnsureKelInitialized();
+    if (options == nullptr || (needsName && options->savedFileName[0] == 0) ||
+        (needsMessage && options->message[0] == 0)) {
+        return paramErr;
+    }
+    return kBCUnimpErr;
+}
+
+} // namespace
+
+StatusCode KelGetFile(const BEDesc*, KelReplyRecord* reply, const KelDialogOptions*, KelEventProc,
+                      KelPreviewProc, KelObjectFilterProc, KelTypeList**, void*) {
+    return RunBrowseCall(reply);
+}
+
+StatusCode KelPutFile(const BEDesc*, KelReplyRecord* reply, const KelDialogOptions*, KelEventProc,
+                      FourCharCode, FourCharCode, void*) {
+    return RunBrowseCall(reply);
+}
+
+StatusCode KelChooseFile(const BEDesc*, KelReplyRecord* reply, const KelDialogOptions*,
+                         KelEventProc, KelPreviewProc, KelObjectFilterProc, KelTypeList**, void*) {
+    return RunBrowseCall(reply);
+}
+
+StatusCode KelChooseFolder(const BEDesc*, KelReplyRecord* reply, const KelDialogOptions*,
+                           KelEventProc, KelObjectFilterProc, void*) {
+    return RunBrowseCall(reply);
+}
+
+StatusCode KelChooseVolume(const BEDesc*, KelReplyRecord* reply, const KelDialogOptions*,
+                           KelEventProc, KelObjectFilterProc, void*) {
+    return RunBrowseCall(reply);
+}
+
+StatusCode KelChooseObject(const BEDesc*, KelReplyRecord* reply, const KelDialogOptions*,
+                           KelEventProc, KelObjectFilterProc, void*) {
+    return RunBrowseCall(reply);
+}
+
+StatusCode KelNewFolder(const BEDesc*, KelReplyRecord* reply, const KelDialogOptions*, KelEventProc,
+                        void*) {
+    return RunBrowseCall(reply);
+}
+
+StatusCode KelAskSaveChanges(const KelDialogOptions* options, uint32_t, uint32_t*, KelEventProc,
+                             void*) {
+    return RunAskCall(options, true, false);
+}
+
+StatusCode KelCustomAskSaveChanges(const KelDialogOptions* options, uint32_t*, KelEventProc,
+                                   void*) {
+    return RunAskCall(options, false, true);
+}
+
+StatusCode KelAskDiscardChanges(const KelDialogOptions* options, uint32_t*, KelEventProc, void*) {
+    return RunAskCall(options, true, false);
+}

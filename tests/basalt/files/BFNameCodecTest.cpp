@@ -1,0 +1,26 @@
+#include "basalt/files/BFNameCodec.h"
+
+#include <gtest/gtest.h>
+
+using namespace basalt::files;
+
+TEST(BFNameCodecTest, EveryByteStringRoundTrips) {
+    for (std::string name :
+         {std::string("plain"), std::string("caf\xC3\xA9"), std::string("caf\xE9"),
+          std::string("\xFF\xFE\x80"), std::string("\xE2\x82"),
+          std::string("emoji \xF0\x9F\x98\x80"), std::string("a:b")}) {
+        EXPECT_EQ(EncodeName(DecodeName(name)), name);
+    }
+}
+
+TEST(BFNameCodecTest, InvalidBytesShowAsLatin1ForPeople) {
+    EXPECT_EQ(DisplayName("caf\xE9"), u"café");
+    EXPECT_EQ(DecodeName("caf\xE9").back(), u'\xDD69');
+    EXPECT_EQ(DisplayName("caf\xC3\xA9"), u"café");
+}
+
+TEST(BFNameCodecTest, StraySurrogatesEncodeAsReplacement) {
+    std::u16string text = u"x";
+    text.push_back(u'\xD800');
+    EXPECT_EQ(EncodeName(text), "x\xEF\xBF\xBD");
+}

@@ -1,0 +1,27 @@
+#pragma once
+
+// A client event callback that writes down what it is sent, for tests of the dialog lifecycle.
+
+#include <functional>
+#include <kel/KelServices.h>
+#include <vector>
+
+namespace keltest {
+
+struct EventRecorder {
+    std::vector<long> selectors;
+    std::vector<uint32_t> userActions;
+    // Run on each selector, after it is written down.
+    std::function<void(long, KelCBRec*)> onEvent;
+
+    static void Record(long selector, KelCBRec* record, void* clientData) {
+        auto* recorder = static_cast<EventRecorder*>(clientData);
+        recorder->selectors.push_back(selector);
+        recorder->userActions.push_back(record->userAction);
+        if (recorder->onEvent) {
+            recorder->onEvent(selector, record);
+        }
+    }
+};
+
+} // namespace keltest
