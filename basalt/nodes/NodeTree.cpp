@@ -225,6 +225,9 @@ Boolean NodeIsVolume(NodeRef node) {
 Boolean NodeIsVisible(NodeRef node) {
     if (node == nullptr)
         return false;
+    // The Volumes folder is there for text paths, not to be shown.
+    if (node == Special().volumes)
+        return false;
     if (!node->IsFileSystem() || node == Special().boot)
         return true;
     if (node->name.starts_with("."))
