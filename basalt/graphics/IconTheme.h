@@ -1,0 +1,48 @@
+#pragma once
+
+// Finds icon files by freedesktop icon name in the installed icon themes: each theme's
+// index.theme lists its folders with their sizes; a name is looked for at the exact size first,
+// then at the closest, theme by theme along the inheritance chain, then in the plain pixmaps
+// folders. Lookups are thread-safe; folder listings are read once and kept.
+
+#include <filesystem>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace basalt::graphics {
+
+class IconThemeSet {
+public:
+    // baseFolders are searched in order for "<theme>/index.theme"; themes in order, each
+    // followed by what it inherits ("hicolor" always ends the chain).
+    IconThemeSet(std::vector<std::filesystem::path> baseFolders, std::vector<std::string> themes);
+    ~IconThemeSet();
+
+    // The themes of this desktop: $XDG_DATA_HOME/icons, $XDG_DATA_DIRS/icons; Adwaita, hicolor.
+    static IconThemeSet& Default();
+
+    // The best file for name at pixelSize, PNG or SVG.
+    std::optional<std::filesystem::path> Find(const std::string& name, int pixelSize);
+
+    struct Folder;
+    struct Theme;
+
+private:
+    const Theme* LoadTheme(const std::string& name);
+    std::optional<std::filesystem::path> FindInTheme(const Theme& theme, const std::string& name,
+                                                     int pixelSize);
+    bool Holds(const std::filesystem::path& folder, const std::string& file);
+
+    std::vector<std::filesystem::path> baseFolders_;
+    std::vector<std::string> themeOrder_;
+    std::mutex mutex_;
+    std::map<std::string, std::unique_ptr<Theme>> themes_;
+    std::map<std::filesystem::path, std::set<std::string>> listings_;
+};
+
+} // namespace basalt::graphics
