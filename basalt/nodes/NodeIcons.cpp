@@ -79,3 +79,16 @@ StatusCode GetNodePropertyAsIconRef(NodeRef node, FourCharCode code, IconRef* ic
         return GetIconRef(kBTSystemVolume, kBTSystemIconsCreator, system, icon);
     return TypeIcon(node, icon);
 }
+
+StatusCode GetIconRefFromFileInfo(const BFRef* ref, BCIndex, const UniChar*, uint32_t,
+                                  const BFCatalogInfo*, uint32_t, IconRef* icon,
+                                  int16_t* outLabel) {
+    if (ref == nullptr || icon == nullptr)
+        return paramErr;
+    NodeHolder node(GetBFRefAsNode(ref));
+    if (!node)
+        return fnfErr;
+    if (outLabel != nullptr)
+        *outLabel = 0;
+    return GetNodePropertyAsIconRef(node.Get(), NodeCode("icon"), icon, 0);
+}

@@ -43,6 +43,11 @@ StatusCode GetNodePropertyAsBoolean(NodeRef node, FourCharCode code, Boolean* va
 // to. Owned by the caller (ReleaseIconRef).
 StatusCode GetNodePropertyAsIconRef(NodeRef node, FourCharCode code, IconRef* icon,
                                     uint32_t options);
+// The same icon for a file reference; the name, catalog info and flags are accepted and not
+// needed, as the reference itself says everything. outLabel (may be null) gets 0.
+StatusCode GetIconRefFromFileInfo(const BFRef* ref, BCIndex nameLength, const UniChar* name,
+                                  uint32_t whichInfo, const BFCatalogInfo* info,
+                                  uint32_t usageFlags, IconRef* icon, int16_t* outLabel);
 
 enum : uint32_t {
     kNodePermissionDelete = 0x1000,   // the node can be renamed or deleted

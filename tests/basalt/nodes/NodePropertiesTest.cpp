@@ -169,6 +169,14 @@ TEST(NodePropertiesTest, IconsFollowTheKindOfNode) {
     ReleaseIconRef(text);
     EXPECT_EQ(GetNodePropertyAsIconRef(parent.get(), NodeCode("pnam"), &text, 0),
               kNodePropertyNotSupportedErr);
+
+    BFRef ref;
+    ASSERT_EQ(GetNodeAsBFRef(home.get(), &ref), noErr);
+    IconRef byRef = nullptr, homeIcon = SystemIcon(kBTIconHome);
+    EXPECT_EQ(GetIconRefFromFileInfo(&ref, 0, nullptr, 0, nullptr, 1, &byRef, nullptr), noErr);
+    EXPECT_EQ(byRef, homeIcon);
+    ReleaseIconRef(byRef);
+    ReleaseIconRef(homeIcon);
 }
 
 } // namespace
