@@ -119,9 +119,12 @@ std::vector<Volume> ReadVolumes() {
 
 std::string LabelOf(const std::string& source) {
     std::error_code error;
-    for (const auto& entry : std::filesystem::directory_iterator("/dev/disk/by-label", error)) {
-        if (std::filesystem::canonical(entry.path(), error) == source)
-            return entry.path().filename().string();
+    // Stepped with error codes: a throwing iterator must not leave the service.
+    for (std::filesystem::directory_iterator entry("/dev/disk/by-label", error), end;
+         !error && entry != end; entry.increment(error)) {
+        std::error_code ignored;
+        if (std::filesystem::canonical(entry->path(), ignored) == source)
+            return entry->path().filename().string();
     }
     return {};
 }
