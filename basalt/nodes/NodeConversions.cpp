@@ -82,7 +82,7 @@ NodeRef GetPathNameAsNode(BCIndex length, const UniChar* chars) {
         if (!current)
             return nullptr;
     }
-    if (current.Get()->IsFileSystem() && !StatOf(current.Get()).exists)
+    if (!NodeValidate(current.Get()))
         return nullptr;
     return current.Release();
 }
@@ -127,7 +127,7 @@ NodeRef GetURLAsNode(BCURLRef url) {
                                           static_cast<BCIndex>(buffer.size())))
         return nullptr;
     NodeHolder node(NodeForPath(buffer.c_str()));
-    if (!node || !StatOf(node.Get()).exists)
+    if (!node || !NodeValidate(node.Get()))
         return nullptr;
     return node.Release();
 }

@@ -81,34 +81,6 @@ std::string TypeOf(NodeRef node) {
     }
 }
 
-std::string IconNames(NodeRef node) {
-    const SpecialNodes& special = Special();
-    if (node == special.root)
-        return "computer";
-    if (node == special.network)
-        return "network-workgroup";
-    if (!node->IsFileSystem())
-        return "folder";
-    if (IsVolumeNode(node)) {
-        auto volume = VolumeAtPath(PathOf(node));
-        if (volume && volume->network)
-            return "folder-remote;drive-harddisk";
-        return volume && volume->removable ? "drive-removable-media;drive-harddisk"
-                                           : "drive-harddisk";
-    }
-    std::string type = TypeOf(node);
-    if (type == "inode/directory") {
-        std::string path = PathOf(node);
-        if (path == files::HomePath())
-            return "user-home;folder";
-        return path == files::FolderPathForType(NodeCode("desk")) ? "user-desktop;folder"
-                                                                  : "folder";
-    }
-    std::string specific = type;
-    std::replace(specific.begin(), specific.end(), '/', '-');
-    return specific + ";" + MimeDatabase::Shared().GenericIcon(type);
-}
-
 StatusCode StringProperty(NodeRef node, FourCharCode code, std::u16string& out) {
     bool fileSystem = node->IsFileSystem();
     if (code == NodeCode("pnam")) {
@@ -126,8 +98,6 @@ StatusCode StringProperty(NodeRef node, FourCharCode code, std::u16string& out) 
             out = files::DisplayName(node->name);
     } else if (code == NodeCode("utid")) {
         out = Utf16(TypeOf(node));
-    } else if (code == NodeCode("icon")) {
-        out = Utf16(IconNames(node));
     } else {
         return kNodePropertyNotSupportedErr;
     }

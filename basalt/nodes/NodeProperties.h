@@ -9,10 +9,12 @@
 //   "ascd" / "modd" creation / modification date           "attr" 1 locked, 0x10 folder
 //   "fflg" 0x8000 alias, 0x4000 invisible                   "labl" colour label
 //   "dats" / "ress" data and resource sizes                 "aslk" locked  "hext" hidden ext
-//   "icon" (string) the freedesktop icon name for the node
+//   "icon" the node's icon, through GetNodePropertyAsIconRef
 
 #include "basalt/files/BFCatalogInfo.h"
 #include "basalt/nodes/NodeService.h"
+
+#include <basalt/BasaltGraphics.h>
 
 constexpr FourCharCode NodeCode(const char (&c)[5]) {
     return uint32_t(uint8_t(c[0])) << 24 | uint32_t(uint8_t(c[1])) << 16 |
@@ -35,6 +37,17 @@ StatusCode GetNodePropertyAsUTCDateTime(NodeRef node, FourCharCode code, UTCDate
                                         uint32_t options);
 StatusCode GetNodePropertyAsBoolean(NodeRef node, FourCharCode code, Boolean* value,
                                     uint32_t options);
+
+// The icon of the node's kind: the computer, volumes by kind, special folders, folders,
+// packages, and files by their type's icon from the icon themes; an alias shows what it leads
+// to. Owned by the caller (ReleaseIconRef).
+StatusCode GetNodePropertyAsIconRef(NodeRef node, FourCharCode code, IconRef* icon,
+                                    uint32_t options);
+// The same icon for a file reference; the name, catalog info and flags are accepted and not
+// needed, as the reference itself says everything. outLabel (may be null) gets 0.
+StatusCode GetIconRefFromFileInfo(const BFRef* ref, BCIndex nameLength, const UniChar* name,
+                                  uint32_t whichInfo, const BFCatalogInfo* info,
+                                  uint32_t usageFlags, IconRef* icon, int16_t* outLabel);
 
 enum : uint32_t {
     kNodePermissionDelete = 0x1000,   // the node can be renamed or deleted

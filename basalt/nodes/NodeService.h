@@ -3,7 +3,8 @@
 // The node service: the file system as a tree of counted nodes. One OpaqueNodeRef exists per
 // object while it is referenced, so nodes compare by pointer. The tree: a virtual root
 // ("Computer") whose children are the volumes people care about; the boot volume ("/") also
-// holds the virtual folders "Network" (network mounts) and "Volumes" (one alias per volume).
+// holds the virtual folders "Network" (network mounts) and "Volumes" (one alias per volume,
+// invisible: it serves text paths such as "/Volumes/Name/...").
 // Virtual nodes 11 and 12 are the sidebar's sections. Aliases are symbolic links.
 //
 // References: functions that return a node as owned (Get...AsNode, GetBootNode, iterators,

@@ -71,24 +71,27 @@ StatusCode FindFolderChild(NodeRef parent, const std::u16string& name, NodeRef* 
         return noErr;
     }
     std::string folder = PathOf(parent);
-    struct statx info {};
-    if (files::StatxPath(files::JoinPath(folder, bytes), STATX_TYPE, info, false) != 0) {
-        uint32_t hint = 1;
-        NodeGetNameSyntaxHint(parent, &hint);
-        if (hint != 0)
-            return errno == EACCES ? StatusCode(permErr) : StatusCode(fnfErr);
-        // A file system that ignores case: find the entry's real name.
+    uint32_t hint = 1;
+    NodeGetNameSyntaxHint(parent, &hint);
+    if (hint == 0) {
+        // A file system that folds case: the node must carry the entry's real name.
         std::vector<NodeEntry> entries;
         if (StatusCode status = ReadFolderEntries(folder, entries))
             return status;
-        auto match = std::find_if(entries.begin(), entries.end(), [&](const NodeEntry& e) {
-            return EqualIgnoringCase(files::DecodeName(e.name), name);
-        });
+        auto match = std::find_if(entries.begin(), entries.end(),
+                                  [&](const NodeEntry& e) { return e.name == bytes; });
+        if (match == entries.end())
+            match = std::find_if(entries.begin(), entries.end(), [&](const NodeEntry& e) {
+                return EqualIgnoringCase(files::DecodeName(e.name), name);
+            });
         if (match == entries.end())
             return fnfErr;
         *child = Intern(parent, match->name, match->kind);
         return noErr;
     }
+    struct statx info {};
+    if (int error = files::StatxPath(files::JoinPath(folder, bytes), STATX_TYPE, info, false))
+        return error == EACCES ? StatusCode(permErr) : StatusCode(fnfErr);
     NodeKind kind = S_ISDIR(info.stx_mode)   ? NodeKind::Folder
                     : S_ISLNK(info.stx_mode) ? NodeKind::Symlink
                     : S_ISREG(info.stx_mode) ? NodeKind::File
@@ -221,6 +224,9 @@ Boolean NodeIsVolume(NodeRef node) {
 
 Boolean NodeIsVisible(NodeRef node) {
     if (node == nullptr)
+        return false;
+    // The Volumes folder is there for text paths, not to be shown.
+    if (node == Special().volumes)
         return false;
     if (!node->IsFileSystem() || node == Special().boot)
         return true;

@@ -7,10 +7,13 @@
 #include "basalt/nodes/NodeTable.h"
 
 #include <algorithm>
+#include <chrono>
 #include <climits>
+#include <fcntl.h>
 #include <filesystem>
 #include <fstream>
 #include <mutex>
+#include <poll.h>
 #include <spawn.h>
 #include <sys/sysmacros.h>
 #include <sys/wait.h>
@@ -51,10 +54,40 @@ bool IsRemovable(const files::MountInfo& mount) {
     return false;
 }
 
+// The table is read again when the mounts change. The watcher says so when it runs; without
+// it, mountinfo is polled here, at most every kRecheck, since the table is asked per node.
+constexpr auto kRecheck = std::chrono::milliseconds(500);
+
+std::vector<Volume> ReadVolumes();
+
 struct VolumeCache {
     std::mutex mutex;
     bool loaded = false;
     std::vector<Volume> volumes;
+    int mountInfo = -1;
+    std::chrono::steady_clock::time_point checked;
+
+    void EnsureLoaded() {
+        auto now = std::chrono::steady_clock::now();
+        if (loaded && now - checked > kRecheck) {
+            checked = now;
+            pollfd changed{mountInfo, POLLPRI, 0};
+            if (mountInfo >= 0 && ::poll(&changed, 1, 0) > 0)
+                loaded = false;
+        }
+        if (!loaded) {
+            if (mountInfo < 0)
+                mountInfo = ::open("/proc/self/mountinfo", O_RDONLY | O_CLOEXEC);
+            // Reading the file to its end is what clears its change mark.
+            char buffer[4096];
+            ::lseek(mountInfo, 0, SEEK_SET);
+            while (mountInfo >= 0 && ::read(mountInfo, buffer, sizeof buffer) > 0) {
+            }
+            volumes = ReadVolumes();
+            loaded = true;
+            checked = now;
+        }
+    }
 };
 
 VolumeCache& Cache() {
@@ -86,9 +119,12 @@ std::vector<Volume> ReadVolumes() {
 
 std::string LabelOf(const std::string& source) {
     std::error_code error;
-    for (const auto& entry : std::filesystem::directory_iterator("/dev/disk/by-label", error)) {
-        if (std::filesystem::canonical(entry.path(), error) == source)
-            return entry.path().filename().string();
+    // Stepped with error codes: a throwing iterator must not leave the service.
+    for (std::filesystem::directory_iterator entry("/dev/disk/by-label", error), end;
+         !error && entry != end; entry.increment(error)) {
+        std::error_code ignored;
+        if (std::filesystem::canonical(entry->path(), ignored) == source)
+            return entry->path().filename().string();
     }
     return {};
 }
@@ -98,10 +134,7 @@ std::string LabelOf(const std::string& source) {
 std::vector<Volume> Volumes() {
     VolumeCache& cache = Cache();
     std::lock_guard lock(cache.mutex);
-    if (!cache.loaded) {
-        cache.volumes = ReadVolumes();
-        cache.loaded = true;
-    }
+    cache.EnsureLoaded();
     return cache.volumes;
 }
 
@@ -145,10 +178,7 @@ bool IsVolumeNode(NodeRef node) {
     {
         // Most nodes are no mount point: compare names first, paths only on a match.
         std::lock_guard lock(cache.mutex);
-        if (!cache.loaded) {
-            cache.volumes = ReadVolumes();
-            cache.loaded = true;
-        }
+        cache.EnsureLoaded();
         bool named = std::any_of(cache.volumes.begin(), cache.volumes.end(), [&](const Volume& v) {
             return v.mountPoint.size() > node->name.size() &&
                    v.mountPoint.ends_with("/" + node->name);

@@ -12,6 +12,7 @@
 #include <cstring>
 #include <poll.h>
 #include <sys/inotify.h>
+#include <system_error>
 
 namespace basalt::nodes {
 namespace {
@@ -70,8 +71,12 @@ NodeWatcher::NodeWatcher() {
 void NodeWatcher::StartLocked() {
     if (started_ || inotify_ < 0)
         return;
-    started_ = true;
-    std::thread([this] { Run(); }).detach();
+    try {
+        std::thread([this] { Run(); }).detach();
+        started_ = true;
+    } catch (const std::system_error&) {
+        // No thread, no change events; listing still works. The next registration retries.
+    }
 }
 
 StatusCode NodeWatcher::Register(NodeRef container, const NodeNotificationClient& client) {

@@ -55,14 +55,16 @@ void ReadCache(Claims& claims, const std::filesystem::path& dir, std::ifstream& 
 
 void ReadDesktopFiles(Claims& claims, const std::filesystem::path& dir) {
     std::error_code error;
-    for (const auto& entry : std::filesystem::directory_iterator(dir, error)) {
-        if (entry.path().extension() != ".desktop")
+    // Stepped with error codes: a throwing iterator must not leave the registry.
+    for (std::filesystem::directory_iterator entry(dir, error), end; !error && entry != end;
+         entry.increment(error)) {
+        if (entry->path().extension() != ".desktop")
             continue;
-        std::ifstream file(entry.path());
+        std::ifstream file(entry->path());
         std::string line;
         while (std::getline(file, line)) {
             if (line.starts_with("MimeType="))
-                AddTypes(claims, line.substr(9), entry.path().string());
+                AddTypes(claims, line.substr(9), entry->path().string());
         }
     }
 }

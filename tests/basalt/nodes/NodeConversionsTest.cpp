@@ -38,6 +38,11 @@ TEST(NodeConversionsTest, PathTextRoundTripsAwkwardNames) {
     }
     Held boot(GetBootNode());
     EXPECT_EQ(PathText(boot.get()), u"");
+    UniChar small[4];
+    BCIndex needed = 0;
+    EXPECT_EQ(GetNodeAsPathName(NodeAt(folder).get(), 1, 4, &needed, small),
+              basalt::files::kBFRefPathTooLongErr);
+    EXPECT_EQ(needed, static_cast<BCIndex>(folder.string().size() - 1)) << "the length needed";
     EXPECT_EQ(FromText(u"/").get(), boot.get());
     EXPECT_EQ(FromText(u"/no/such/thing").get(), nullptr);
     EXPECT_EQ(FromText(u"relative/path").get(), nullptr);

@@ -75,6 +75,8 @@ TEST(NodeListingTest, TopOfTheTreeAndBootVolume) {
     EXPECT_TRUE(Contains(bootNames, u"usr"));
 
     Held volumes = Child(boot.get(), u"Volumes");
+    EXPECT_FALSE(NodeIsVisible(volumes.get()));
+    EXPECT_TRUE(NodeIsVisible(Child(boot.get(), u"Network").get()));
     std::vector<Held> aliases = Children(volumes.get());
     ASSERT_FALSE(aliases.empty());
     EXPECT_TRUE(NodeIsAlias(aliases[0].get()));

@@ -131,3 +131,52 @@ TEST(NodePropertiesTest, StringCompareAndCollationKeysSortNames) {
 }
 
 } // namespace
+
+namespace {
+
+IconRef SystemIcon(OSType type) {
+    IconRef icon = nullptr;
+    GetIconRef(kBTSystemVolume, kBTSystemIconsCreator, type, &icon);
+    return icon;
+}
+
+// Icons are interned, so a node's icon can be compared with the system icon it should be.
+TEST(NodePropertiesTest, IconsFollowTheKindOfNode) {
+    auto folder = keltest::MakeScratchFolder("icons");
+    keltest::WriteFile(folder / "notes.txt", "x");
+    fs::create_directory_symlink("missing", folder / "broken");
+    Held parent = NodeAt(folder);
+    struct Case {
+        NodeRef node;
+        OSType expected;
+    };
+    Held home(GetHomeNode());
+    Held boot(GetBootNode());
+    Held broken = Child(parent.get(), u"broken");
+    for (Case c : {Case{parent.get(), kBTIconGenericFolder}, Case{home.get(), kBTIconHome},
+                   Case{boot.get(), kBTIconHardDisk}, Case{GetRootNode(), kBTIconComputer},
+                   Case{broken.get(), kBTIconAlias}}) {
+        IconRef icon = nullptr, expected = SystemIcon(c.expected);
+        ASSERT_EQ(GetNodePropertyAsIconRef(c.node, NodeCode("icon"), &icon, 0), noErr);
+        EXPECT_EQ(icon, expected);
+        ReleaseIconRef(icon);
+        ReleaseIconRef(expected);
+    }
+    IconRef text = nullptr;
+    Held notes = Child(parent.get(), u"notes.txt");
+    EXPECT_EQ(GetNodePropertyAsIconRef(notes.get(), NodeCode("icon"), &text, 0), noErr);
+    EXPECT_NE(text, nullptr);
+    ReleaseIconRef(text);
+    EXPECT_EQ(GetNodePropertyAsIconRef(parent.get(), NodeCode("pnam"), &text, 0),
+              kNodePropertyNotSupportedErr);
+
+    BFRef ref;
+    ASSERT_EQ(GetNodeAsBFRef(home.get(), &ref), noErr);
+    IconRef byRef = nullptr, homeIcon = SystemIcon(kBTIconHome);
+    EXPECT_EQ(GetIconRefFromFileInfo(&ref, 0, nullptr, 0, nullptr, 1, &byRef, nullptr), noErr);
+    EXPECT_EQ(byRef, homeIcon);
+    ReleaseIconRef(byRef);
+    ReleaseIconRef(homeIcon);
+}
+
+} // namespace

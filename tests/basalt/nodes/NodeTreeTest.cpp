@@ -1,7 +1,11 @@
 #include "NodeTestSupport.h"
 #include "tests/support/TestEnvironment.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <linux/fs.h>
+#include <sys/ioctl.h>
+#include <unistd.h>
 
 using namespace nodetest;
 namespace fs = std::filesystem;
@@ -50,6 +54,28 @@ TEST(NodeTreeTest, ChildLookupFollowsTheFileSystemsCaseRule) {
     EXPECT_EQ(status, bdNamErr);
     Child(parent.get(), std::u16string(256, u'n'), &status);
     EXPECT_EQ(status, bdNamErr);
+}
+
+// A folder that folds case, where the file system offers it (ext4 with the casefold feature).
+TEST(NodeTreeTest, CaseFoldingFolderFindsTheRealName) {
+    auto folder = keltest::MakeScratchFolder("fold") / "folding";
+    fs::create_directory(folder);
+    int fd = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY);
+    int flags = 0;
+    bool folds = fd >= 0 && ::ioctl(fd, FS_IOC_GETFLAGS, &flags) == 0 &&
+                 ::ioctl(fd, FS_IOC_SETFLAGS, &(flags |= FS_CASEFOLD_FL)) == 0;
+    if (fd >= 0)
+        ::close(fd);
+    if (!folds)
+        GTEST_SKIP() << "no file system here folds case for a folder";
+    keltest::WriteFile(folder / "Readme", "x");
+    Held parent = NodeAt(folder);
+    uint32_t hint = 1;
+    ASSERT_EQ(NodeGetNameSyntaxHint(parent.get(), &hint), noErr);
+    EXPECT_EQ(hint, 0u);
+    Held found = Child(parent.get(), u"README");
+    ASSERT_TRUE(found);
+    EXPECT_EQ(StringProperty(found.get(), "pnam"), u"Readme");
 }
 
 TEST(NodeTreeTest, AliasesResolveOneStepOrWholeChainAndReportLoops) {
