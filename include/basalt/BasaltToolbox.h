@@ -267,6 +267,15 @@ enum {
 
 /* Virtual key codes. */
 enum {
+    kVK_ANSI_A = 0x00,
+    kVK_ANSI_S = 0x01,
+    kVK_ANSI_D = 0x02,
+    kVK_ANSI_Z = 0x06,
+    kVK_ANSI_X = 0x07,
+    kVK_ANSI_C = 0x08,
+    kVK_ANSI_V = 0x09,
+    kVK_ANSI_N = 0x2D,
+    kVK_ANSI_Period = 0x2F,
     kVK_Return = 0x24,
     kVK_Tab = 0x30,
     kVK_Space = 0x31,
@@ -840,6 +849,9 @@ BASALT_EXPORT void SetControlMaximum(ControlRef control, int16_t value);
 BASALT_EXPORT int16_t GetControlMaximum(ControlRef control);
 BASALT_EXPORT StatusCode SetControlTitleWithBCString(ControlRef control, BCStringRef title);
 BASALT_EXPORT StatusCode CopyControlTitleAsBCString(ControlRef control, BCStringRef* outTitle);
+/* The command a hit on the control sends ("cmds" 1) when no handler takes the hit. */
+BASALT_EXPORT StatusCode SetControlCommandID(ControlRef inControl, uint32_t inCommandID);
+BASALT_EXPORT StatusCode GetControlCommandID(ControlRef inControl, uint32_t* outCommandID);
 BASALT_EXPORT void SetControlReference(ControlRef control, long data);
 BASALT_EXPORT long GetControlReference(ControlRef control);
 BASALT_EXPORT void DrawOneControl(ControlRef control);

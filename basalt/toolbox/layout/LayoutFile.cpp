@@ -162,6 +162,11 @@ std::optional<Problem> ReadState(const Context& context, const json& spec, const
             return context.Fail(errLayoutFile, what + ": \"" + key + "\" must be true or false");
     if (!typed("text", &json::is_string))
         return context.Fail(errLayoutFile, what + ": \"text\" must be a string");
+    if (!typed("command", &json::is_string) ||
+        (spec.contains("command") && spec["command"].get<std::string>().size() != 4))
+        return context.Fail(errLayoutFile, what + ": \"command\" must be four characters");
+    if (spec.contains("command"))
+        view.command = CodeOf(spec["command"].get<std::string>());
     if (spec.contains("text"))
         view.SetText(FromUTF8(spec["text"].get<std::string>()));
     if (spec.contains("segments")) {

@@ -520,6 +520,20 @@ StatusCode CopyControlTitleAsBCString(ControlRef control, BCStringRef* outTitle)
     return noErr;
 }
 
+StatusCode SetControlCommandID(ControlRef inControl, uint32_t inCommandID) {
+    if (inControl == nullptr)
+        return paramErr;
+    V(inControl)->command = inCommandID;
+    return noErr;
+}
+
+StatusCode GetControlCommandID(ControlRef inControl, uint32_t* outCommandID) {
+    if (inControl == nullptr || outCommandID == nullptr)
+        return paramErr;
+    *outCommandID = V(inControl)->command;
+    return noErr;
+}
+
 void SetControlReference(ControlRef control, long data) {
     if (control != nullptr)
         V(control)->reference = data;

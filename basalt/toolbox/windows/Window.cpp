@@ -179,7 +179,16 @@ StatusCode SendControlHit(View& view, ControlPartCode part, uint32_t modifiers) 
     SetParam(event.get(), kEventParamDirectObject, typeControlRef, ref);
     SetParam(event.get(), kEventParamControlPart, typeControlPartCode, part);
     SetParam(event.get(), kEventParamKeyModifiers, typeUInt32, modifiers);
-    return SendEventToEventTarget(event.get(), view.Target());
+    auto keep = view.Shared();
+    StatusCode status = SendEventToEventTarget(event.get(), view.Target());
+    if (status != eventNotHandledErr || view.command == 0 || view.OwnerWindow() == nullptr)
+        return status;
+    BTCommand command{};
+    command.attributes = kBTCommandFromControl;
+    command.commandID = view.command;
+    EventHolder process(kEventClassCommand, kEventCommandProcess);
+    SetParam(process.get(), kEventParamDirectObject, typeBTCommand, command);
+    return SendEventToEventTarget(process.get(), view.Target());
 }
 
 ControlPartCode ClickView(View& view, ControlPartCode part, uint32_t modifiers) {

@@ -1,0 +1,7 @@
+// Toolbox tests run on the headless backend whatever display the machine has.
+
+#include <cstdlib>
+
+namespace {
+[[maybe_unused]] const int kHeadless = setenv("KEL_BACKEND", "headless", 1);
+}
