@@ -129,6 +129,14 @@ StatusCode HeadlessDriver::Click(WindowRef window, const char* signature, int32_
     return Click(window, controlID, modifiers);
 }
 
+StatusCode HeadlessDriver::Click(ControlRef control, uint32_t modifiers) {
+    WindowRef window = control != nullptr ? GetControlOwner(control) : nullptr;
+    if (window == nullptr)
+        return errUnknownControl;
+    BGRect frame = toolbox::View::From(control)->FrameInWindow();
+    return ClickAt(window, {BGRectGetMidX(frame), BGRectGetMidY(frame)}, modifiers);
+}
+
 StatusCode HeadlessDriver::Drag(WindowRef window, BGPoint from, BGPoint to, uint32_t modifiers) {
     if (!IsValidWindowPtr(window))
         return errInvalidWindowRef;

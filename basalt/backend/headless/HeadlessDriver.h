@@ -24,6 +24,8 @@ public:
                             ControlPartCode part = 0);
     static StatusCode Click(WindowRef window, const char* signature, int32_t id,
                             uint32_t modifiers = 0);
+    // Clicks the middle of a control, wherever its window is when the click arrives.
+    static StatusCode Click(ControlRef control, uint32_t modifiers = 0);
     // A press at one point, a drag to another and a release there.
     static StatusCode Drag(WindowRef window, BGPoint from, BGPoint to, uint32_t modifiers = 0);
     // A key press and release. character 0 takes the key's own character.
