@@ -1,0 +1,127 @@
+// Windows under dispatch: handlers that dispose of their window, modal loops that shut other
+// windows out, activation and focus.
+
+#include "basalt/backend/headless/HeadlessDriver.h"
+#include "basalt/toolbox/events/Event.h"
+#include "basalt/toolbox/views/UnicodeText.h"
+
+#include <gtest/gtest.h>
+
+using basalt::headless::HeadlessDriver;
+using namespace basalt::toolbox;
+
+namespace {
+
+WindowRef MakeWindow(int16_t left, WindowClass windowClass = kDocumentWindowClass) {
+    Rect bounds = {100, left, 300, int16_t(left + 300)};
+    WindowRef window = nullptr;
+    CreateNewWindow(windowClass, kWindowCloseBoxAttribute, &bounds, &window);
+    ShowWindow(window);
+    return window;
+}
+
+ControlRef MakeButton(WindowRef window, const char16_t* title) {
+    Rect bounds = {20, 20, 44, 120};
+    StringHolder text(MakeBCString(title));
+    ControlRef button = nullptr;
+    BTCreateControl(window, &bounds, kControlKindPushButton, text.get(), &button);
+    return button;
+}
+
+StatusCode DisposeOnHit(EventHandlerCallRef call, EventRef event, void* data) {
+    DisposeWindow(static_cast<WindowRef>(data));
+    return CallNextEventHandler(call, event);
+}
+
+StatusCode QuitOnHit(EventHandlerCallRef, EventRef, void* data) {
+    QuitAppModalLoopForWindow(static_cast<WindowRef>(data));
+    return noErr;
+}
+
+StatusCode CountActivation(EventHandlerCallRef, EventRef event, void* data) {
+    auto* counts = static_cast<std::pair<int, int>*>(data);
+    (GetEventKind(event) == kEventWindowActivated ? counts->first : counts->second)++;
+    return noErr;
+}
+
+} // namespace
+
+TEST(Window, AHandlerMayDisposeOfItsWindowDuringTheClick) {
+    WindowRef window = MakeWindow(100);
+    ControlRef button = MakeButton(window, u"Close");
+    const EventTypeSpec hit = {kEventClassControl, kEventControlHit};
+    InstallEventHandler(GetControlEventTarget(button), DisposeOnHit, 1, &hit, window, nullptr);
+    HeadlessDriver::Click(button);
+    HeadlessDriver::RunUntilIdle();
+    EXPECT_FALSE(IsValidWindowPtr(window));
+}
+
+TEST(Window, AModalLoopShutsOtherWindowsOutUntilItIsQuit) {
+    WindowRef behind = MakeWindow(50);
+    ControlRef behindButton = MakeButton(behind, u"Behind");
+    WindowRef modal = MakeWindow(500, kMovableModalWindowClass);
+    ControlRef done = MakeButton(modal, u"Done");
+    const EventTypeSpec hit = {kEventClassControl, kEventControlHit};
+    InstallEventHandler(GetControlEventTarget(done), QuitOnHit, 1, &hit, modal, nullptr);
+    int behindHits = 0;
+    InstallEventHandler(
+        GetControlEventTarget(behindButton),
+        [](EventHandlerCallRef, EventRef, void* data) -> StatusCode {
+            ++*static_cast<int*>(data);
+            return noErr;
+        },
+        1, &hit, &behindHits, nullptr);
+    HeadlessDriver::ResetBeepCount();
+    HeadlessDriver::Soon([=] {
+        HeadlessDriver::Click(behindButton);
+        HeadlessDriver::Click(done);
+    });
+    EXPECT_EQ(RunAppModalLoopForWindow(modal), noErr);
+    EXPECT_EQ(behindHits, 0);
+    EXPECT_EQ(HeadlessDriver::BeepCount(), 1);
+
+    // Once the loop is over the other window takes clicks again.
+    HeadlessDriver::Click(behindButton);
+    HeadlessDriver::RunUntilIdle();
+    EXPECT_EQ(behindHits, 1);
+    DisposeWindow(modal);
+    DisposeWindow(behind);
+}
+
+TEST(Window, ClickingABackWindowActivatesIt) {
+    WindowRef first = MakeWindow(50);
+    WindowRef second = MakeWindow(500);
+    std::pair<int, int> counts;
+    const EventTypeSpec activation[] = {{kEventClassWindow, kEventWindowActivated},
+                                        {kEventClassWindow, kEventWindowDeactivated}};
+    InstallEventHandler(GetWindowEventTarget(first), CountActivation, 2, activation, &counts,
+                        nullptr);
+    EXPECT_TRUE(IsWindowActive(second));
+    HeadlessDriver::ClickAt(first, {150, 100});
+    HeadlessDriver::RunUntilIdle();
+    EXPECT_TRUE(IsWindowActive(first));
+    EXPECT_EQ(FrontWindow(), first);
+    EXPECT_EQ(counts, std::make_pair(1, 0));
+    DisposeWindow(first);
+    DisposeWindow(second);
+}
+
+TEST(Window, FocusLeavesAViewThatHidesOrGoes) {
+    WindowRef window = MakeWindow(100);
+    Rect bounds = {60, 20, 84, 200};
+    ControlRef field = nullptr;
+    BTCreateControl(window, &bounds, kControlKindEditUnicodeText, nullptr, &field);
+    ControlRef button = MakeButton(window, u"Push");
+    EXPECT_EQ(SetKeyboardFocus(window, button, kControlEditTextPart), errControlHiddenOrDisabled);
+    ASSERT_EQ(SetKeyboardFocus(window, field, kControlEditTextPart), noErr);
+    HideControl(field);
+    ControlRef focus = field;
+    GetKeyboardFocus(window, &focus);
+    EXPECT_EQ(focus, nullptr);
+    ShowControl(field);
+    SetKeyboardFocus(window, field, kControlEditTextPart);
+    DisposeControl(field);
+    GetKeyboardFocus(window, &focus);
+    EXPECT_EQ(focus, nullptr);
+    DisposeWindow(window);
+}
