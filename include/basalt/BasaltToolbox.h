@@ -787,7 +787,8 @@ BASALT_EXPORT StatusCode BTViewConvertRect(BGRect* ioRect, BTViewRef inSourceVie
 BASALT_EXPORT StatusCode BTPointConvert(BGPoint* ioPoint, uint32_t inSourceSpace,
                                         void* inSourceObject, uint32_t inDestSpace,
                                         void* inDestObject);
-/* Spaces of BTPointConvert and BTRectConvert. */
+/* Spaces of BTPointConvert and BTRectConvert: the screen (global points, y down), a window's
+   content (object: the WindowRef), a view's bounds (object: the view). */
 enum { kBTCoordSpaceScreenPixel = 1, kBTCoordSpaceWindow = 2, kBTCoordSpaceView = 3 };
 BASALT_EXPORT StatusCode BTRectConvert(BGRect* ioRect, uint32_t inSourceSpace, void* inSourceObject,
                                        uint32_t inDestSpace, void* inDestObject);

@@ -648,3 +648,71 @@ StatusCode BTScrollViewGoTo(BTViewRef inView, uint32_t inAction) {
 }
 
 } // extern "C"
+
+namespace {
+
+// A point in any space to global coordinates (points, y down), or back.
+bool ToGlobal(BGPoint* point, uint32_t space, void* object) {
+    if (space == kBTCoordSpaceScreenPixel)
+        return true;
+    WindowRef window = space == kBTCoordSpaceWindow
+                           ? static_cast<WindowRef>(object)
+                           : GetControlOwner(static_cast<ControlRef>(object));
+    if (space == kBTCoordSpaceView) {
+        if (object == nullptr)
+            return false;
+        *point = V(static_cast<ControlRef>(object))->ToWindow(*point);
+    }
+    Rect content{};
+    if (space != kBTCoordSpaceWindow && space != kBTCoordSpaceView)
+        return false;
+    if (GetWindowBounds(window, kWindowContentRgn, &content) != noErr)
+        return false;
+    point->x += content.left;
+    point->y += content.top;
+    return true;
+}
+
+bool FromGlobal(BGPoint* point, uint32_t space, void* object) {
+    if (space == kBTCoordSpaceScreenPixel)
+        return true;
+    if (space != kBTCoordSpaceWindow && space != kBTCoordSpaceView)
+        return false;
+    WindowRef window = space == kBTCoordSpaceWindow
+                           ? static_cast<WindowRef>(object)
+                           : GetControlOwner(static_cast<ControlRef>(object));
+    Rect content{};
+    if (GetWindowBounds(window, kWindowContentRgn, &content) != noErr)
+        return false;
+    point->x -= content.left;
+    point->y -= content.top;
+    if (space == kBTCoordSpaceView)
+        *point = V(static_cast<ControlRef>(object))->FromWindow(*point);
+    return true;
+}
+
+} // namespace
+
+extern "C" {
+
+StatusCode BTPointConvert(BGPoint* ioPoint, uint32_t inSourceSpace, void* inSourceObject,
+                          uint32_t inDestSpace, void* inDestObject) {
+    if (ioPoint == nullptr)
+        return paramErr;
+    BGPoint point = *ioPoint;
+    if (!ToGlobal(&point, inSourceSpace, inSourceObject) ||
+        !FromGlobal(&point, inDestSpace, inDestObject))
+        return paramErr;
+    *ioPoint = point;
+    return noErr;
+}
+
+StatusCode BTRectConvert(BGRect* ioRect, uint32_t inSourceSpace, void* inSourceObject,
+                         uint32_t inDestSpace, void* inDestObject) {
+    if (ioRect == nullptr)
+        return paramErr;
+    return BTPointConvert(&ioRect->origin, inSourceSpace, inSourceObject, inDestSpace,
+                          inDestObject);
+}
+
+} // extern "C"

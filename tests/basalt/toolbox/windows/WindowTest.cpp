@@ -125,3 +125,21 @@ TEST(Window, FocusLeavesAViewThatHidesOrGoes) {
     EXPECT_EQ(focus, nullptr);
     DisposeWindow(window);
 }
+
+TEST(Window, PointsConvertBetweenViewWindowAndScreen) {
+    WindowRef window = MakeWindow(100);
+    ControlRef button = MakeButton(window, u"Here");
+    BGPoint point = {5, 6};
+    ASSERT_EQ(BTPointConvert(&point, kBTCoordSpaceView, button, kBTCoordSpaceScreenPixel, nullptr),
+              noErr);
+    EXPECT_EQ(point.x, 100 + 20 + 5);
+    EXPECT_EQ(point.y, 100 + 20 + 6);
+    ASSERT_EQ(
+        BTPointConvert(&point, kBTCoordSpaceScreenPixel, nullptr, kBTCoordSpaceWindow, window),
+        noErr);
+    EXPECT_EQ(point.x, 25);
+    EXPECT_EQ(point.y, 26);
+    EXPECT_EQ(BTPointConvert(&point, kBTCoordSpaceView, nullptr, kBTCoordSpaceWindow, window),
+              paramErr);
+    DisposeWindow(window);
+}
