@@ -181,6 +181,7 @@ enum {
     kEventParamMouseLocation = 0x6D6C6F63,              /* "mloc": global, y down */
     kEventParamWindowMouseLocation = 0x776D6F75,        /* "wmou" */
     kEventParamMouseButton = 0x6D62746E,                /* "mbtn" */
+    kEventParamMouseWheelDelta = 0x6D77646C,            /* "mwdl": lines, positive scrolls up */
     kEventParamClickCount = 0x63636E74,                 /* "ccnt" */
     kEventParamKeyModifiers = 0x6B6D6F64,               /* "kmod" */
     kEventParamKeyCode = 0x6B636F64,                    /* "kcod" */

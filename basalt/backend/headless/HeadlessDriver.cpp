@@ -17,7 +17,8 @@ namespace {
 using toolbox::EventHolder;
 using toolbox::SetParam;
 
-void PostMouse(WindowRef window, EventKind kind, BGPoint local, uint32_t modifiers) {
+void PostMouse(WindowRef window, EventKind kind, BGPoint local, uint32_t modifiers,
+               int32_t wheel = 0) {
     Rect content{};
     GetWindowBounds(window, kWindowContentRgn, &content);
     BGPoint global = {local.x + content.left, local.y + content.top};
@@ -27,6 +28,8 @@ void PostMouse(WindowRef window, EventKind kind, BGPoint local, uint32_t modifie
     SetParam(event.get(), kEventParamWindowRef, typeWindowRef, window);
     uint16_t button = 1;
     SetParam(event.get(), kEventParamMouseButton, typeMouseButton, button);
+    if (kind == kEventMouseWheelMoved)
+        SetParam(event.get(), kEventParamMouseWheelDelta, typeSInt32, wheel);
     PostEventToQueue(GetMainEventQueue(), event.get(), kEventPriorityStandard);
 }
 
@@ -143,6 +146,20 @@ StatusCode HeadlessDriver::Drag(WindowRef window, BGPoint from, BGPoint to, uint
     PostMouse(window, kEventMouseDown, from, modifiers);
     PostMouse(window, kEventMouseDragged, to, modifiers);
     PostMouse(window, kEventMouseUp, to, modifiers);
+    return noErr;
+}
+
+StatusCode HeadlessDriver::MoveTo(WindowRef window, BGPoint local) {
+    if (!IsValidWindowPtr(window))
+        return errInvalidWindowRef;
+    PostMouse(window, kEventMouseMoved, local, 0);
+    return noErr;
+}
+
+StatusCode HeadlessDriver::Scroll(WindowRef window, BGPoint local, int32_t lines) {
+    if (!IsValidWindowPtr(window))
+        return errInvalidWindowRef;
+    PostMouse(window, kEventMouseWheelMoved, local, 0, lines);
     return noErr;
 }
 

@@ -28,6 +28,10 @@ public:
     static StatusCode Click(ControlRef control, uint32_t modifiers = 0);
     // A press at one point, a drag to another and a release there.
     static StatusCode Drag(WindowRef window, BGPoint from, BGPoint to, uint32_t modifiers = 0);
+    // The mouse moves to a point with no button down.
+    static StatusCode MoveTo(WindowRef window, BGPoint local);
+    // The wheel turns by lines (positive: up) with the mouse at a point.
+    static StatusCode Scroll(WindowRef window, BGPoint local, int32_t lines);
     // A key press and release. character 0 takes the key's own character.
     static StatusCode PressKey(uint16_t keyCode, uint32_t modifiers = 0, char16_t character = 0);
     // A key press for every character of the UTF-8 text.

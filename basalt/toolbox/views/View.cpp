@@ -346,9 +346,10 @@ EventTargetRef View::PropagationParent() {
 StatusCode View::HandleStandardEvent(EventHandlerCallRef, EventRef event) {
     if (event->eventClass == kEventClassControl)
         return HandleControlEvent(event);
-    if (event->eventClass == kEventClassTextInput &&
-        event->kind == kEventTextInputUnicodeForKeyEvent)
+    if (event->eventClass == kEventClassTextInput)
         return HandleText(event) ? noErr : eventNotHandledErr;
+    if (event->eventClass == kEventClassObject && event->kind == kEventObjectInitialize)
+        return noErr;
     return eventNotHandledErr;
 }
 

@@ -97,10 +97,7 @@ void DisposeControl(ControlRef control) {
     if (control == nullptr)
         return;
     auto keep = V(control)->Shared();
-    EventHolder destruct(kEventClassObject, kEventObjectDestruct);
-    if (!keep->classChain.empty())
-        SendEventToEventTargetWithOptions(destruct.get(), keep->Target(),
-                                          kEventTargetDontPropagate);
+    SendDestruct(*keep);
     keep->RemoveFromSuperview();
     ReleaseLoose(keep.get());
     keep->Target()->RemoveAllHandlers();

@@ -2,6 +2,7 @@
 // tracking and "cntl" hits, routes keys (menu keys, tab, the default and cancel buttons, text
 // for the focus), and closes the window on "wind" 72.
 
+#include "basalt/toolbox/controls/ScrollView.h"
 #include "basalt/toolbox/dialogs/Dialog.h"
 #include "basalt/toolbox/menus/MenuBar.h"
 #include "basalt/toolbox/windows/TrackingAreas.h"
@@ -88,6 +89,19 @@ StatusCode MouseUp(Window& window, BGPoint local, uint32_t modifiers) {
     return noErr;
 }
 
+// The wheel scrolls the innermost scroll view under the mouse by lines.
+StatusCode Wheel(Window& window, EventRef event, BGPoint local) {
+    int32_t delta = 0;
+    GetParam(event, kEventParamMouseWheelDelta, typeSInt32, &delta);
+    for (View* view = window.Root().HitView(local); view != nullptr; view = view->Superview())
+        if (auto* scroll = dynamic_cast<ScrollView*>(view)) {
+            ScrollView::Info info = scroll->Query();
+            scroll->ScrollBy(0, -delta * info.line.height);
+            return noErr;
+        }
+    return eventNotHandledErr;
+}
+
 StatusCode HandleMouse(Window& window, EventRef event) {
     BGPoint global{};
     if (!GetParam(event, kEventParamMouseLocation, typeBTPoint, &global))
@@ -101,6 +115,8 @@ StatusCode HandleMouse(Window& window, EventRef event) {
         return MouseDown(window, event, local, modifiers);
     case kEventMouseUp:
         return MouseUp(window, local, modifiers);
+    case kEventMouseWheelMoved:
+        return Wheel(window, event, local);
     case kEventMouseMoved:
     case kEventMouseDragged: {
         UpdateTrackingAreas(window.Root(), local);
