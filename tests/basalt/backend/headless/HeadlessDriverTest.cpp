@@ -234,3 +234,20 @@ TEST_F(Sampler, ASnapshotShowsTheWindow) {
     EXPECT_NE(background, button);
     cairo_surface_destroy(image);
 }
+
+TEST(HeadlessSnapshot, WindowsMadeAtTwiceTheScaleHaveTwiceThePixels) {
+    HeadlessDriver::SetScale(2);
+    Rect bounds = {100, 100, 160, 300};
+    WindowRef window = nullptr;
+    CreateNewWindow(kDocumentWindowClass, 0, &bounds, &window);
+    HeadlessDriver::SetScale(1);
+    ShowWindow(window);
+    std::filesystem::path png = keltest::MakeScratchFolder("snapshot") / "double.png";
+    ASSERT_EQ(HeadlessDriver::WritePNG(window, png), noErr);
+    cairo_surface_t* image = cairo_image_surface_create_from_png(png.c_str());
+    EXPECT_EQ(cairo_image_surface_get_width(image), 400);
+    EXPECT_EQ(cairo_image_surface_get_height(image), 2 * (60 + kBTWindowTitleBarHeight));
+    cairo_surface_destroy(image);
+    DisposeWindow(window);
+    EXPECT_EQ(HeadlessDriver::WritePNG(window, png), errInvalidWindowRef);
+}
