@@ -129,6 +129,7 @@ enum {
     kEventWindowDeactivated = 6,
     kEventWindowShown = 24,
     kEventWindowHidden = 25,
+    kEventWindowBoundsChanging = 26,
     kEventWindowBoundsChanged = 27,
     kEventWindowClose = 72,
     kEventWindowClosed = 73,

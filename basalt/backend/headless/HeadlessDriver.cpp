@@ -163,6 +163,19 @@ StatusCode HeadlessDriver::Scroll(WindowRef window, BGPoint local, int32_t lines
     return noErr;
 }
 
+StatusCode HeadlessDriver::ResizeTo(WindowRef window, int16_t width, int16_t height) {
+    Rect bounds{};
+    if (GetWindowBounds(window, kWindowContentRgn, &bounds) != noErr)
+        return errInvalidWindowRef;
+    bounds.right = int16_t(bounds.left + width);
+    bounds.bottom = int16_t(bounds.top + height);
+    EventHolder event(kEventClassWindow, kEventWindowBoundsChanging);
+    SetParam(event.get(), kEventParamDirectObject, typeWindowRef, window);
+    SetParam(event.get(), kEventParamCurrentBounds, typeQDRectangle, bounds);
+    PostEventToQueue(GetMainEventQueue(), event.get(), kEventPriorityStandard);
+    return noErr;
+}
+
 StatusCode HeadlessDriver::PressKey(uint16_t keyCode, uint32_t modifiers, char16_t character) {
     if (character == 0)
         character = toolbox::CharacterForKeyCode(keyCode, (modifiers & shiftKey) != 0);

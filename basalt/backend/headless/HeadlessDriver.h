@@ -32,6 +32,8 @@ public:
     static StatusCode MoveTo(WindowRef window, BGPoint local);
     // The wheel turns by lines (positive: up) with the mouse at a point.
     static StatusCode Scroll(WindowRef window, BGPoint local, int32_t lines);
+    // The user drags the window's corner until its content has that size.
+    static StatusCode ResizeTo(WindowRef window, int16_t width, int16_t height);
     // A key press and release. character 0 takes the key's own character.
     static StatusCode PressKey(uint16_t keyCode, uint32_t modifiers = 0, char16_t character = 0);
     // A key press for every character of the UTF-8 text.

@@ -9,6 +9,8 @@
 #include "basalt/toolbox/windows/Window.h"
 #include "basalt/toolbox/windows/WindowList.h"
 
+#include <algorithm>
+
 namespace basalt::toolbox {
 namespace {
 
@@ -180,6 +182,27 @@ StatusCode HandleKey(Window& window, EventRef event) {
     return SendTextInput(window, event);
 }
 
+// The user asks for new bounds ("crct"); the window's handlers say how small it may get
+// ("wind" 81 answers "dims", height in v and width in h).
+StatusCode ResizeByUser(Window& window, EventRef event) {
+    Rect wanted{};
+    if (!GetParam(event, kEventParamCurrentBounds, typeQDRectangle, &wanted))
+        return eventNotHandledErr;
+    if (!(window.attributes & kWindowResizableAttribute))
+        return noErr;
+    EventHolder ask(kEventClassWindow, kEventWindowGetMinimumSize);
+    WindowRef ref = window.Ref();
+    SetParam(ask.get(), kEventParamDirectObject, typeWindowRef, ref);
+    Point minimum{0, 0};
+    if (SendEventToEventTargetWithOptions(ask.get(), window.Target(), kEventTargetDontPropagate) ==
+        noErr)
+        GetParam(ask.get(), kEventParamDimensions, typeQDPoint, &minimum);
+    wanted.right = std::max<int16_t>(wanted.right, int16_t(wanted.left + minimum.h));
+    wanted.bottom = std::max<int16_t>(wanted.bottom, int16_t(wanted.top + minimum.v));
+    window.SetContentBounds(wanted);
+    return noErr;
+}
+
 } // namespace
 
 StatusCode Window::HandleStandardEvent(EventHandlerCallRef, EventRef event) {
@@ -194,6 +217,8 @@ StatusCode Window::HandleStandardEvent(EventHandlerCallRef, EventRef event) {
             DisposeWindow(Ref());
             return noErr;
         }
+        if (event->kind == kEventWindowBoundsChanging)
+            return ResizeByUser(*this, event);
         return eventNotHandledErr;
     case kEventClassControl:
         if (event->kind == kEventControlHit && dialog != nullptr) {

@@ -143,3 +143,50 @@ TEST(Window, PointsConvertBetweenViewWindowAndScreen) {
               paramErr);
     DisposeWindow(window);
 }
+
+TEST(Window, UserResizingStopsAtTheMinimumTheHandlersGive) {
+    WindowRef window = MakeWindow(100);
+    ChangeWindowAttributes(window, kWindowResizableAttribute, 0);
+    const EventTypeSpec minimum = {kEventClassWindow, kEventWindowGetMinimumSize};
+    InstallEventHandler(
+        GetWindowEventTarget(window),
+        [](EventHandlerCallRef, EventRef event, void*) -> StatusCode {
+            Point size = {150, 250}; // height, width
+            SetParam(event, kEventParamDimensions, typeQDPoint, size);
+            return noErr;
+        },
+        1, &minimum, nullptr, nullptr);
+    HeadlessDriver::ResizeTo(window, 400, 300);
+    HeadlessDriver::RunUntilIdle();
+    Rect bounds{};
+    GetWindowBounds(window, kWindowContentRgn, &bounds);
+    EXPECT_EQ(bounds.right - bounds.left, 400);
+    EXPECT_EQ(bounds.bottom - bounds.top, 300);
+    HeadlessDriver::ResizeTo(window, 100, 100);
+    HeadlessDriver::RunUntilIdle();
+    GetWindowBounds(window, kWindowContentRgn, &bounds);
+    EXPECT_EQ(bounds.right - bounds.left, 250);
+    EXPECT_EQ(bounds.bottom - bounds.top, 150);
+
+    ChangeWindowAttributes(window, 0, kWindowResizableAttribute);
+    HeadlessDriver::ResizeTo(window, 500, 500);
+    HeadlessDriver::RunUntilIdle();
+    GetWindowBounds(window, kWindowContentRgn, &bounds);
+    EXPECT_EQ(bounds.right - bounds.left, 250);
+    DisposeWindow(window);
+}
+
+TEST(Window, TheApplicationLoopRunsUntilItIsQuit) {
+    int ticks = 0;
+    EventLoopTimerRef timer = nullptr;
+    InstallEventLoopTimer(
+        GetMainEventLoop(), 0, 0.001,
+        [](EventLoopTimerRef, void* data) {
+            if (++*static_cast<int*>(data) == 3)
+                QuitApplicationEventLoop();
+        },
+        &ticks, &timer);
+    RunApplicationEventLoop();
+    EXPECT_EQ(ticks, 3);
+    RemoveEventLoopTimer(timer);
+}
