@@ -28,6 +28,8 @@ public:
     bool SameValue(const void* a, const void* b) const;
 
     bool Equals(const BCObject& other) const override;
+    // Cheap and consistent with Equals: equal collections have equal counts.
+    BCHashCode Hash() const override { return values_.size(); }
     std::string Describe() const override;
 
 private:

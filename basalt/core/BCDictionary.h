@@ -26,6 +26,8 @@ public:
     void Clear();
 
     bool Equals(const BCObject& other) const override;
+    // Cheap and consistent with Equals: equal collections have equal counts.
+    BCHashCode Hash() const override { return entries_.size(); }
     std::string Describe() const override;
 
 private:

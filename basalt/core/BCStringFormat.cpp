@@ -4,6 +4,7 @@
 
 #include "basalt/core/BCString.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstring>
 #include <optional>
@@ -42,10 +43,14 @@ bool IsDigit(char16_t c) {
     return c >= u'0' && c <= u'9';
 }
 
+// Widths, precisions and positions beyond this are treated as this, so a hostile format
+// cannot ask for gigabytes of padding.
+constexpr int kLargestAmount = 10000;
+
 int ReadNumber(const std::u16string& format, size_t& at) {
     int value = 0;
     while (at < format.size() && IsDigit(format[at]))
-        value = value * 10 + (format[at++] - u'0');
+        value = std::min(value * 10 + (format[at++] - u'0'), kLargestAmount);
     return value;
 }
 
@@ -260,11 +265,12 @@ std::u16string FormatOne(const Spec& spec, const std::vector<Arg>& args) {
                    ? &args[static_cast<size_t>(index)]
                    : nullptr;
     };
-    int width =
-        spec.widthArg >= 0 && at(spec.widthArg) ? int(at(spec.widthArg)->integer) : spec.width;
-    int precision = spec.precisionArg >= 0 && at(spec.precisionArg)
-                        ? int(at(spec.precisionArg)->integer)
-                        : spec.precision;
+    auto amount = [&](int index, int fixed) {
+        long long value = index >= 0 && at(index) ? at(index)->integer : fixed;
+        return static_cast<int>(std::clamp<long long>(value, -kLargestAmount, kLargestAmount));
+    };
+    int width = amount(spec.widthArg, spec.width);
+    int precision = amount(spec.precisionArg, spec.precision);
     const Arg* arg = at(spec.arg);
     if (arg == nullptr)
         return u"";

@@ -137,6 +137,20 @@ BCRange BCStringFind(BCStringRef string, BCStringRef toFind, BCOptionFlags optio
     return basalt::FindOne(text, basalt::TextOf(toFind), BCRange{0, BCIndex(text.size())}, options);
 }
 
+Boolean BCStringFindWithOptions(BCStringRef string, BCStringRef toFind, BCRange rangeToSearch,
+                                BCOptionFlags options, BCRange* result) {
+    const auto& text = basalt::TextOf(string);
+    if (rangeToSearch.location < 0 || rangeToSearch.length < 0 ||
+        static_cast<size_t>(rangeToSearch.location + rangeToSearch.length) > text.size())
+        return false;
+    BCRange found = basalt::FindOne(text, basalt::TextOf(toFind), rangeToSearch, options);
+    if (found.location == kBCNotFound)
+        return false;
+    if (result != nullptr)
+        *result = found;
+    return true;
+}
+
 Boolean BCStringHasPrefix(BCStringRef string, BCStringRef prefix) {
     return !basalt::TextOf(prefix).empty() &&
            basalt::TextOf(string).starts_with(basalt::TextOf(prefix));

@@ -35,35 +35,12 @@ size_t SchemeLength(const std::string& text) {
     return 0;
 }
 
-BCURLRef Wrap(std::string text) {
-    return reinterpret_cast<BCURLRef>(static_cast<BCObject*>(new URL(std::move(text))));
-}
-
 std::string CurrentDirectory() {
     std::string buffer(4096, '\0');
     if (getcwd(buffer.data(), buffer.size()) == nullptr)
         return "/";
     buffer.resize(std::strlen(buffer.c_str()));
     return buffer;
-}
-
-// The file URL of a byte path, made absolute against the working directory.
-BCURLRef FileURL(std::string path, bool isDirectory) {
-    if (path.empty())
-        return nullptr;
-    if (path[0] != '/')
-        path = CurrentDirectory() + "/" + path;
-    if (isDirectory && path.back() != '/')
-        path += '/';
-    return Wrap("file://" + EscapePath(path));
-}
-
-// Resolves a relative reference against a base URL's directory.
-std::string Resolve(const std::string& relative, const URL& base) {
-    if (!relative.empty() && relative[0] == '/')
-        return base.WithPath(relative);
-    const std::string& path = base.Path();
-    return base.WithPath(path.substr(0, path.rfind('/') + 1) + relative);
 }
 
 std::string TrimmedPath(const URL& url) {
@@ -80,6 +57,24 @@ BCStringRef StringFromBytes(const std::string& bytes) {
 }
 
 } // namespace
+
+BCURLRef MakeURL(std::string text) {
+    return reinterpret_cast<BCURLRef>(static_cast<BCObject*>(new URL(std::move(text))));
+}
+
+BCURLRef MakeFileURL(std::string path, bool isDirectory) {
+    if (path.empty())
+        return nullptr;
+    if (path[0] != '/')
+        path = CurrentDirectory() + "/" + path;
+    if (isDirectory && path.back() != '/')
+        path += '/';
+    return MakeURL("file://" + EscapePath(path));
+}
+
+bool HasScheme(const std::string& text) {
+    return SchemeLength(text) > 0;
+}
 
 URL::URL(std::string text) : BCObject(kType), text_(std::move(text)) {
     size_t schemeLength = SchemeLength(text_);
@@ -158,25 +153,25 @@ BCURLRef BCURLCreateWithString(BCAllocatorRef, BCStringRef urlString, BCURLRef b
     std::string text = basalt::UTF8Of(urlString);
     if (text.empty() || text.find_first_of(" \t\r\n") != std::string::npos)
         return nullptr;
-    if (basalt::SchemeLength(text) > 0)
-        return basalt::Wrap(text);
+    if (basalt::HasScheme(text))
+        return basalt::MakeURL(text);
     const URL* base = basalt::As<URL>(baseURL);
-    return base != nullptr ? basalt::Wrap(basalt::Resolve(text, *base)) : nullptr;
+    return base != nullptr ? basalt::MakeURL(basalt::ResolveReference(text, *base)) : nullptr;
 }
 
 BCURLRef BCURLCreateWithFileSystemPath(BCAllocatorRef, BCStringRef filePath, BCURLPathStyle,
                                        Boolean isDirectory) {
     if (basalt::As<basalt::String>(filePath) == nullptr)
         return nullptr;
-    return basalt::FileURL(basalt::UTF8Of(filePath), isDirectory);
+    return basalt::MakeFileURL(basalt::UTF8Of(filePath), isDirectory);
 }
 
 BCURLRef BCURLCreateFromFileSystemRepresentation(BCAllocatorRef, const uint8_t* buffer,
                                                  BCIndex bufLen, Boolean isDirectory) {
     if (buffer == nullptr || bufLen <= 0)
         return nullptr;
-    return basalt::FileURL(std::string(reinterpret_cast<const char*>(buffer), size_t(bufLen)),
-                           isDirectory);
+    return basalt::MakeFileURL(std::string(reinterpret_cast<const char*>(buffer), size_t(bufLen)),
+                               isDirectory);
 }
 
 BCURLRef BCURLCreateCopyAppendingPathComponent(BCAllocatorRef, BCURLRef url,
@@ -190,7 +185,7 @@ BCURLRef BCURLCreateCopyAppendingPathComponent(BCAllocatorRef, BCURLRef url,
     path += basalt::EscapePath(basalt::UTF8Of(pathComponent));
     if (isDirectory && path.back() != '/')
         path += '/';
-    return basalt::Wrap(object->WithPath(path));
+    return basalt::MakeURL(object->WithPath(path));
 }
 
 BCURLRef BCURLCreateCopyDeletingLastPathComponent(BCAllocatorRef, BCURLRef url) {
@@ -200,7 +195,7 @@ BCURLRef BCURLCreateCopyDeletingLastPathComponent(BCAllocatorRef, BCURLRef url) 
     std::string path = basalt::TrimmedPath(*object);
     size_t slash = path.rfind('/');
     path = slash == std::string::npos ? std::string("/") : path.substr(0, slash + 1);
-    return basalt::Wrap(object->WithPath(path));
+    return basalt::MakeURL(object->WithPath(path));
 }
 
 BCStringRef BCURLGetString(BCURLRef url) {

@@ -41,6 +41,17 @@ private:
     mutable std::atomic<BCStringRef> string_{nullptr};
 };
 
+// A new URL from absolute text, owned by the caller.
+BCURLRef MakeURL(std::string text);
+// The file URL of a byte path, made absolute against the working directory.
+BCURLRef MakeFileURL(std::string path, bool isDirectory);
+// Whether text begins with "scheme:".
+bool HasScheme(const std::string& text);
+// A relative reference resolved against a base URL's folder.
+std::string ResolveReference(const std::string& relative, const URL& base);
+// The path with its "." and ".." steps removed.
+std::string RemoveDotSegments(const std::string& path);
+
 // Percent-escapes every byte outside the unreserved set and '/'.
 std::string EscapePath(const std::string& bytes);
 // Undoes percent escapes; nothing for a malformed escape.

@@ -11,6 +11,8 @@ namespace {
 constexpr BGFloat kInfinity = std::numeric_limits<BGFloat>::infinity();
 
 int16_t ClampToShort(BGFloat value) {
+    if (std::isnan(value))
+        return 0;
     return static_cast<int16_t>(std::clamp(value, -32768.0, 32767.0));
 }
 

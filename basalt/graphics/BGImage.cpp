@@ -6,6 +6,8 @@
 #include "basalt/graphics/PixbufSurface.h"
 #include "basalt/graphics/UprightBox.h"
 
+#include <cstring>
+
 using basalt::graphics::ReleaseObject;
 using basalt::graphics::RetainObject;
 
@@ -30,6 +32,22 @@ BGImageRef ImageFromPixbuf(GdkPixbuf* pixbuf) {
     BGImageRef image = AdoptSurface(basalt::graphics::SurfaceFromPixbuf(pixbuf));
     g_object_unref(pixbuf);
     return image;
+}
+
+// Pixels are read a word at a time, so bytes that are not word-aligned are copied first.
+cairo_surface_t* CopyPixels(const uint8_t* bytes, cairo_format_t format, size_t width,
+                            size_t height, size_t bytesPerRow) {
+    cairo_surface_t* surface =
+        cairo_image_surface_create(format, static_cast<int>(width), static_cast<int>(height));
+    if (cairo_surface_status(surface) != CAIRO_STATUS_SUCCESS)
+        return surface;
+    cairo_surface_flush(surface);
+    unsigned char* target = cairo_image_surface_get_data(surface);
+    const size_t stride = static_cast<size_t>(cairo_image_surface_get_stride(surface));
+    for (size_t row = 0; row < height; ++row)
+        std::memcpy(target + row * stride, bytes + row * bytesPerRow, width * 4);
+    cairo_surface_mark_dirty(surface);
+    return surface;
 }
 
 // Draws the image into rect: upright whatever the context's orientation, or else with its
@@ -121,6 +139,8 @@ BGImageRef BGImageCreate(size_t width, size_t height, size_t bitsPerComponent, s
         return nullptr;
     const cairo_format_t format =
         alpha == kBGImageAlphaPremultipliedFirst ? CAIRO_FORMAT_ARGB32 : CAIRO_FORMAT_RGB24;
+    if (reinterpret_cast<uintptr_t>(provider->bytes) % alignof(uint32_t) != 0)
+        return AdoptSurface(CopyPixels(provider->bytes, format, width, height, bytesPerRow));
     // Cairo only reads an image's pixels, so borrowing the provider's bytes is safe.
     cairo_surface_t* surface = cairo_image_surface_create_for_data(
         const_cast<unsigned char*>(provider->bytes), format, static_cast<int>(width),

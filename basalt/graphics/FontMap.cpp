@@ -1,5 +1,7 @@
 #include "basalt/graphics/FontMap.h"
 
+#include <utility>
+
 namespace basalt::graphics {
 
 namespace {
@@ -25,16 +27,36 @@ constexpr ThemeFont kThemeFonts[] = {
     {kBTThemeFontScopeEmphasized, 11, PANGO_WEIGHT_BOLD},
 };
 
+// Control font styles' names for some of the theme fonts.
+constexpr std::pair<BTThemeFontID, BTThemeFontID> kAliases[] = {
+    {kBTControlFontSmallSystem, kBTThemeFontSmallSystem},
+    {kBTControlFontSmallEmphasized, kBTThemeFontSmallEmphasized},
+    {kBTControlFontBigSystem, kBTThemeFontSystem},
+    {kBTControlFontViews, kBTThemeFontViews},
+};
+
+const ThemeFont* Lookup(BTThemeFontID font) {
+    for (const auto& [alias, theme] : kAliases)
+        if (font == alias)
+            font = theme;
+    for (const ThemeFont& entry : kThemeFonts)
+        if (entry.id == font)
+            return &entry;
+    return nullptr;
+}
+
 } // namespace
 
+bool IsThemeFont(BTThemeFontID font) {
+    return Lookup(font) != nullptr;
+}
+
 PangoFontDescription* CreateThemeFontDescription(BTThemeFontID font) {
-    for (const ThemeFont& entry : kThemeFonts) {
-        if (entry.id != font)
-            continue;
+    if (const ThemeFont* entry = Lookup(font)) {
         PangoFontDescription* description = pango_font_description_new();
         pango_font_description_set_family_static(description, kFamily);
-        pango_font_description_set_absolute_size(description, entry.size * PANGO_SCALE);
-        pango_font_description_set_weight(description, entry.weight);
+        pango_font_description_set_absolute_size(description, entry->size * PANGO_SCALE);
+        pango_font_description_set_weight(description, entry->weight);
         return description;
     }
     return nullptr;

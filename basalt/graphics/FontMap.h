@@ -11,4 +11,6 @@ namespace basalt::graphics {
 // the theme does not know. The caller frees it with pango_font_description_free.
 PangoFontDescription* CreateThemeFontDescription(BTThemeFontID font);
 
+bool IsThemeFont(BTThemeFontID font);
+
 } // namespace basalt::graphics

@@ -51,8 +51,8 @@ void Tint(cairo_t* cr, double red, double green, double blue, double amount) {
 } // namespace
 
 extern "C" StatusCode PlotIconRefInContext(BGContextRef context, const BGRect* rect,
-                                           IconAlignmentType align, IconTransformType transform,
-                                           const RGBColor* labelColor, PlotIconRefFlags flags,
+                                           BTIconAlignment align, BTIconTransform transform,
+                                           const BTRGBColor* labelColor, BTPlotIconFlags flags,
                                            IconRef icon) {
     (void)align;
     (void)flags;
@@ -69,6 +69,9 @@ extern "C" StatusCode PlotIconRefInContext(BGContextRef context, const BGRect* r
     cairo_surface_t* picture = icon->PictureFor(PixelSize(cr, side));
     cairo_save(cr);
     MakeUpright(cr, square);
+    // Clipped first, so the group the looks are composed in is only as big as the icon.
+    cairo_rectangle(cr, square.origin.x, square.origin.y, side, side);
+    cairo_clip(cr);
     cairo_push_group(cr);
     if (picture != nullptr)
         PaintPicture(cr, picture, square);
@@ -77,10 +80,10 @@ extern "C" StatusCode PlotIconRefInContext(BGContextRef context, const BGRect* r
     if (labelColor != nullptr)
         Tint(cr, labelColor->red / 65535.0, labelColor->green / 65535.0, labelColor->blue / 65535.0,
              kLabelTint);
-    if (transform & kTransformSelected)
+    if (transform & kBTIconTransformSelected)
         Tint(cr, 0, 0, 0, kSelectedShade);
     cairo_pop_group_to_source(cr);
-    const bool disabled = (transform & 0xFF) == kTransformDisabled;
+    const bool disabled = (transform & 0xFF) == kBTIconTransformDisabled;
     cairo_paint_with_alpha(cr, context->state.alpha * (disabled ? kDisabledAlpha : 1));
     cairo_restore(cr);
     return noErr;

@@ -150,8 +150,8 @@ StatusCode GetIconRef(int16_t vRefNum, OSType creator, OSType iconType, IconRef*
     if (icon == nullptr)
         return paramErr;
     *icon = nullptr;
-    if (creator != kSystemIconsCreator && creator != 0)
-        return iconNotFoundErr;
+    if (creator != kBTSystemIconsCreator && creator != 0)
+        return kBTIconNotFoundErr;
     for (const SystemIcon& entry : SystemIcons()) {
         if (entry.type != iconType)
             continue;
@@ -159,7 +159,7 @@ StatusCode GetIconRef(int16_t vRefNum, OSType creator, OSType iconType, IconRef*
                                            entry.drawn);
         return noErr;
     }
-    return iconNotFoundErr;
+    return kBTIconNotFoundErr;
 }
 
 StatusCode GetIconRefFromIconName(const char* name, const char* genericName, IconRef* icon) {

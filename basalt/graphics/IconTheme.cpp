@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <fstream>
+#include <gdk-pixbuf/gdk-pixbuf.h>
 #include <sstream>
 
 namespace basalt::graphics {
@@ -27,7 +28,22 @@ struct IconThemeSet::Theme {
 
 namespace {
 
-constexpr const char* kExtensions[] = {".png", ".svg"};
+// The picture formats an icon file may have: SVG only where gdk-pixbuf has a loader for it.
+const std::vector<std::string>& Extensions() {
+    static const std::vector<std::string> extensions = [] {
+        std::vector<std::string> found = {".png"};
+        GSList* formats = gdk_pixbuf_get_formats();
+        for (GSList* item = formats; item != nullptr; item = item->next) {
+            gchar* name = gdk_pixbuf_format_get_name(static_cast<GdkPixbufFormat*>(item->data));
+            if (std::string(name) == "svg")
+                found.push_back(".svg");
+            g_free(name);
+        }
+        g_slist_free(formats);
+        return found;
+    }();
+    return extensions;
+}
 
 std::vector<std::string> SplitList(const std::string& text) {
     std::vector<std::string> items;
@@ -180,7 +196,7 @@ std::optional<fs::path> IconThemeSet::FindInTheme(const Theme& theme, const std:
         if (best && score >= bestScore)
             continue;
         for (const fs::path& root : theme.roots) {
-            for (const char* extension : kExtensions) {
+            for (const std::string& extension : Extensions()) {
                 if (best && score >= bestScore)
                     break;
                 if (!Holds(root / folder.subPath, name + extension))
@@ -211,7 +227,7 @@ std::optional<fs::path> IconThemeSet::Find(const std::string& name, int pixelSiz
     }
     for (const fs::path& base : baseFolders_) {
         const fs::path pixmaps = base.parent_path() / "pixmaps";
-        for (const char* extension : kExtensions)
+        for (const std::string& extension : Extensions())
             if (Holds(pixmaps, name + extension))
                 return pixmaps / (name + extension);
     }

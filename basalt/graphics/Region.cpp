@@ -1,5 +1,5 @@
 // Regions: an OpaqueRgn owns one cairo region. A region that could not be made stays usable
-// as an empty one, and QDError reports the failure.
+// as an empty one, and GetLastRegionStatus reports the failure.
 
 #include "basalt/graphics/BGCairo.h"
 
@@ -68,7 +68,7 @@ void DisposeRgn(RgnHandle rgn) {
     delete rgn;
 }
 
-StatusCode QDError(void) {
+StatusCode GetLastRegionStatus(void) {
     return gLastRegionStatus;
 }
 

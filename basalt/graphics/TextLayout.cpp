@@ -28,13 +28,22 @@ void UseUnhintedMetrics(PangoContext* context) {
     cairo_font_options_destroy(options);
 }
 
-// Pango's font maps belong to one thread, so each thread measures with its own context.
+ContextPtr MakeContext() {
+    ContextPtr made(pango_font_map_create_context(pango_cairo_font_map_get_default()));
+    UseUnhintedMetrics(made.get());
+    return made;
+}
+
+// Pango's font maps belong to one thread, so each thread has its own contexts: one for
+// measuring, which never sees a target, and one that follows the target being drawn into.
 PangoContext* MeasuringContext() {
-    thread_local ContextPtr context = [] {
-        ContextPtr made(pango_font_map_create_context(pango_cairo_font_map_get_default()));
-        UseUnhintedMetrics(made.get());
-        return made;
-    }();
+    thread_local ContextPtr context = MakeContext();
+    return context.get();
+}
+
+PangoContext* DrawingContext(cairo_t* cr) {
+    thread_local ContextPtr context = MakeContext();
+    pango_cairo_update_context(cr, context.get());
     return context.get();
 }
 
@@ -110,9 +119,10 @@ std::optional<TextMeasure> MeasureText(std::string_view utf8, const TextBoxStyle
 std::optional<bool> DrawText(cairo_t* cr, std::string_view utf8, const TextBoxStyle& style,
                              BGRect box) {
     box = BGRectStandardize(box);
-    ContextPtr context(pango_cairo_create_context(cr));
-    UseUnhintedMetrics(context.get());
-    LayoutPtr layout = BuildLayout(context.get(), utf8, style, box.size.width);
+    // Nothing fits in a box without width; without this the text would run unbounded.
+    if (box.size.width <= 0)
+        return IsThemeFont(style.font) ? std::optional<bool>(!utf8.empty()) : std::nullopt;
+    LayoutPtr layout = BuildLayout(DrawingContext(cr), utf8, style, box.size.width);
     if (!layout)
         return std::nullopt;
     const double height = pango_units_to_double(LogicalExtents(layout.get()).height);

@@ -4,6 +4,8 @@
 #include "basalt/graphics/BGContextObject.h"
 #include "basalt/graphics/ThemeCanvas.h"
 
+#include <algorithm>
+
 using namespace basalt::graphics;
 
 namespace {
@@ -88,6 +90,29 @@ StatusCode BTThemeDrawSeparator(const BGRect* rect, BTThemeDrawState state, BGCo
     return noErr;
 }
 
+StatusCode BTThemeDrawScrollBar(const BGRect* track, BGFloat thumbStart, BGFloat thumbLength,
+                                BTThemeDrawState state, BGContextRef context) {
+    if (!Drawable(context, track) || thumbStart < 0 || thumbLength < 0)
+        return paramErr;
+    ThemeCanvas canvas(context, *track, state);
+    const BGRect b = canvas.Bounds();
+    const bool vertical = b.size.height > b.size.width;
+    const double breadth = vertical ? b.size.width : b.size.height;
+    canvas.Fill(b, 0, kPalette.scrollTrack);
+    if (thumbLength <= 0)
+        return noErr;
+    // A slim rounded thumb, inset from the track's sides, never shorter than it is wide.
+    const double inset = std::max(2.0, breadth * 0.25);
+    const double thickness = breadth - 2 * inset;
+    const double length = std::max(thumbLength, breadth);
+    const BGRect thumb =
+        vertical ? BGRectMake(b.origin.x + inset, b.origin.y + thumbStart, thickness, length)
+                 : BGRectMake(b.origin.x + thumbStart, b.origin.y + inset, length, thickness);
+    canvas.Fill(BGRectIntersection(thumb, b), thickness / 2,
+                IsInactive(state) ? kPalette.scrollThumbInactive : kPalette.scrollThumb);
+    return noErr;
+}
+
 StatusCode BTThemeSetTextColor(uint32_t kind, BTThemeDrawState state, BGContextRef context) {
     if (context == nullptr)
         return paramErr;
@@ -106,7 +131,6 @@ StatusCode BTThemeSetTextColor(uint32_t kind, BTThemeDrawState state, BGContextR
 StatusCode BTThemeApplyBackground(const BGRect* bounds, uint32_t kind, BTThemeDrawState state,
                                   BGContextRef context) {
     (void)bounds;
-    (void)state; // backgrounds look the same in active and inactive windows
     if (context == nullptr)
         return paramErr;
     ThemeColor color;
@@ -120,6 +144,12 @@ StatusCode BTThemeApplyBackground(const BGRect* bounds, uint32_t kind, BTThemeDr
         break;
     case kBTThemeBackgroundListView:
         color = kPalette.listBackground;
+        break;
+    case kBTThemeBackgroundSelection:
+        color = IsInactive(state) ? kPalette.selectionInactive : kPalette.accent;
+        break;
+    case kBTThemeBackgroundListStripe:
+        color = kPalette.listStripe;
         break;
     default:
         return paramErr;

@@ -39,6 +39,11 @@ struct ThemePalette {
     ThemeColor wellFill = Hex(0xFAFAFB);
     ThemeColor separator = Hex(0xD0D3D8);
     ThemeColor headerFace = Hex(0xF6F6F7);
+    ThemeColor selectionInactive = Hex(0xD2D6DC);
+    ThemeColor listStripe = Hex(0xF5F6F8);
+    ThemeColor scrollTrack = Hex(0x000000, 0.04);
+    ThemeColor scrollThumb = Hex(0x000000, 0.32);
+    ThemeColor scrollThumbInactive = Hex(0x000000, 0.18);
     ThemeColor iconPaper = Hex(0xFFFFFF);
     ThemeColor iconOutline = Hex(0x7D848E);
     ThemeColor iconDetail = Hex(0xC4C9D0);

@@ -189,6 +189,10 @@ BASALT_EXPORT BCStringEncoding BCStringGetSystemEncoding(void);
 BASALT_EXPORT BCComparisonResult BCStringCompare(BCStringRef a, BCStringRef b,
                                                  BCOptionFlags options);
 BASALT_EXPORT BCRange BCStringFind(BCStringRef string, BCStringRef toFind, BCOptionFlags options);
+/* Searches within rangeToSearch; true and the match in *result (which may be null) if found. */
+BASALT_EXPORT Boolean BCStringFindWithOptions(BCStringRef string, BCStringRef toFind,
+                                              BCRange rangeToSearch, BCOptionFlags options,
+                                              BCRange* result);
 BASALT_EXPORT Boolean BCStringHasPrefix(BCStringRef string, BCStringRef prefix);
 BASALT_EXPORT Boolean BCStringHasSuffix(BCStringRef string, BCStringRef suffix);
 BASALT_EXPORT int32_t BCStringGetIntValue(BCStringRef string);
@@ -328,8 +332,19 @@ typedef enum BCURLPathStyle { kBCURLPOSIXPathStyle = 0 } BCURLPathStyle;
 /* File URLs hold the path percent-escaped; paths are bytes, so any name round-trips. */
 BASALT_EXPORT BCURLRef BCURLCreateWithString(BCAllocatorRef allocator, BCStringRef urlString,
                                              BCURLRef baseURL);
+/* The URL of the text of bytes in an encoding, resolved against baseURL when relative. */
+BASALT_EXPORT BCURLRef BCURLCreateWithBytes(BCAllocatorRef allocator, const uint8_t* bytes,
+                                            BCIndex length, BCStringEncoding encoding,
+                                            BCURLRef baseURL);
+/* A relative path is resolved against the working directory. */
 BASALT_EXPORT BCURLRef BCURLCreateWithFileSystemPath(BCAllocatorRef allocator, BCStringRef filePath,
                                                      BCURLPathStyle pathStyle, Boolean isDirectory);
+/* A relative path is resolved against baseURL, a folder; "." and ".." steps are removed. */
+BASALT_EXPORT BCURLRef BCURLCreateWithFileSystemPathRelativeToBase(BCAllocatorRef allocator,
+                                                                   BCStringRef filePath,
+                                                                   BCURLPathStyle pathStyle,
+                                                                   Boolean isDirectory,
+                                                                   BCURLRef baseURL);
 BASALT_EXPORT BCURLRef BCURLCreateFromFileSystemRepresentation(BCAllocatorRef allocator,
                                                                const uint8_t* buffer,
                                                                BCIndex bufLen, Boolean isDirectory);
@@ -339,6 +354,15 @@ BASALT_EXPORT BCURLRef BCURLCreateCopyAppendingPathComponent(BCAllocatorRef allo
 BASALT_EXPORT BCURLRef BCURLCreateCopyDeletingLastPathComponent(BCAllocatorRef allocator,
                                                                 BCURLRef url);
 BASALT_EXPORT BCStringRef BCURLGetString(BCURLRef url);
+/* The URL with "." and ".." steps of its path removed. */
+BASALT_EXPORT BCURLRef BCURLCopyAbsoluteURL(BCURLRef url);
+/* The URL's text as bytes in an encoding (the text is ASCII, so any ASCII superset works). */
+BASALT_EXPORT BCDataRef BCURLCreateData(BCAllocatorRef allocator, BCURLRef url,
+                                        BCStringEncoding encoding, Boolean escapeWhitespace);
+/* The text after the last dot of the last path component; null when there is none. */
+BASALT_EXPORT BCStringRef BCURLCopyPathExtension(BCURLRef url);
+/* The home folder of the named user, or of the current user for a null name; null if none. */
+BASALT_EXPORT BCURLRef BCCopyHomeDirectoryURLForUser(BCStringRef userName);
 /* Null when the path is not valid UTF-8: use BCURLGetFileSystemRepresentation for bytes. */
 BASALT_EXPORT BCStringRef BCURLCopyFileSystemPath(BCURLRef url, BCURLPathStyle pathStyle);
 BASALT_EXPORT Boolean BCURLGetFileSystemRepresentation(BCURLRef url, Boolean resolveAgainstBase,
@@ -463,6 +487,15 @@ BASALT_EXPORT StatusCode ConvertFromTextToUnicode(TextToUnicodeInfo info, BCInde
                                                   BCIndex outputBufLen, BCIndex* sourceRead,
                                                   BCIndex* outputLen, UniChar* output);
 BASALT_EXPORT StatusCode DisposeTextToUnicodeInfo(TextToUnicodeInfo* info);
+
+/* The format field of an encoding: 0 for 8-bit and UTF-16 forms, 2 for UTF-8. */
+BASALT_EXPORT uint32_t GetTextEncodingFormat(TextEncoding encoding);
+/* Guesses the encoding of bytes (ICU's detector) with a confidence from 0 to 1, and the length
+   of the bytes that end on a whole character. kTextUnsupportedEncodingErr when the guess is
+   not an encoding this platform converts. */
+BASALT_EXPORT StatusCode TECSniffEncodingAndLanguage(const void* bytes, BCIndex byteCount,
+                                                     TextEncoding* encoding, float* confidence,
+                                                     BCIndex* usableLength);
 
 /* Collation options: bit 1 ignore case, bits 2-3 ignore accents/width, 0x38000 locale rules. */
 typedef uint32_t UCCollateOptions;

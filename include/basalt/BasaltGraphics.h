@@ -129,11 +129,11 @@ BASALT_EXPORT void BGRectToRect(BGRect r, Rect* out);
 
 /* ---- Colour ------------------------------------------------------------------------------- */
 
-typedef struct RGBColor {
+typedef struct BTRGBColor {
     uint16_t red;
     uint16_t green;
     uint16_t blue;
-} RGBColor;
+} BTRGBColor;
 
 /* The display's RGB colour space (sRGB); the only space contexts and images use. */
 typedef struct OpaqueBGColorSpace* BGColorSpaceRef;
@@ -186,7 +186,6 @@ enum { kBGRenderingIntentDefault = 0 };
 /* Status values of the graphics calls. */
 enum {
     kBGImageFormatErr = -2020, /* the bytes are no image of a format that can be read */
-    kBGImageLayoutErr = -2021, /* a pixel layout other than those above */
     kBGNoImageErr = -2022      /* a missing image or file */
 };
 
@@ -321,6 +320,30 @@ BASALT_EXPORT void BGContextStrokeLineSegments(BGContextRef context, const BGPoi
    context). */
 BASALT_EXPORT void BGContextDrawImage(BGContextRef context, BGRect rect, BGImageRef image);
 
+/* ---- Displays ----------------------------------------------------------------------------- */
+
+typedef uint32_t BGDirectDisplayID;
+typedef uint32_t BGDisplayChangeSummaryFlags;
+enum {
+    kBGDisplayBeginConfigurationFlag = 1, /* a change is about to happen */
+    kBGDisplayMovedFlag = 2,
+    kBGDisplaySetMainFlag = 4,
+    kBGDisplaySetModeFlag = 8,
+    kBGDisplayAddFlag = 16,
+    kBGDisplayRemoveFlag = 32
+};
+
+typedef void (*BGDisplayReconfigurationCallBack)(BGDirectDisplayID display,
+                                                 BGDisplayChangeSummaryFlags flags, void* userInfo);
+
+/* Called on the main thread for every change of the displays' arrangement: once with
+   kBGDisplayBeginConfigurationFlag, then with what changed. Registering the same pair twice
+   is paramErr; a callback may remove itself or others while being called. */
+BASALT_EXPORT StatusCode
+BGDisplayRegisterReconfigurationCallback(BGDisplayReconfigurationCallBack callback, void* userInfo);
+BASALT_EXPORT StatusCode
+BGDisplayRemoveReconfigurationCallback(BGDisplayReconfigurationCallBack callback, void* userInfo);
+
 /* ---- Regions ------------------------------------------------------------------------------ */
 
 /* A set of whole-number pixels in window coordinates (y down). */
@@ -347,19 +370,19 @@ BASALT_EXPORT Boolean RectInRgn(const Rect* r, RgnHandle rgn);
 /* The bounding box, (0,0,0,0) for an empty region; returns bounds. */
 BASALT_EXPORT Rect* GetRegionBounds(RgnHandle rgn, Rect* bounds);
 /* The last region status: 0, or -108 when a region could not be made. */
-BASALT_EXPORT StatusCode QDError(void);
+BASALT_EXPORT StatusCode GetLastRegionStatus(void);
 
 /* ---- Icons -------------------------------------------------------------------------------- */
 
 typedef struct OpaqueIconRef* IconRef;
 
 enum {
-    kOnSystemDisk = -32768,
-    kSystemIconsCreator = 0x686F7374, /* "host" */
-    iconNotFoundErr = -8051
+    kBTSystemVolume = -32768,
+    kBTSystemIconsCreator = 0x686F7374, /* "host" */
+    kBTIconNotFoundErr = -8051
 };
 
-/* System icon types for GetIconRef with kSystemIconsCreator. */
+/* System icon types for GetIconRef with kBTSystemIconsCreator. */
 enum {
     kBTIconComputer = 0x726F6F74,           /* "root" */
     kBTIconGenericFolder = 0x666C6472,      /* "fldr" */
@@ -385,7 +408,7 @@ enum {
 };
 
 /* icon is owned by the caller (release with ReleaseIconRef). Unknown types give
-   iconNotFoundErr. Every known type yields an icon: a drawn one when no theme has it. */
+   kBTIconNotFoundErr. Every known type yields an icon: a drawn one when no theme has it. */
 BASALT_EXPORT StatusCode GetIconRef(int16_t vRefNum, OSType creator, OSType iconType,
                                     IconRef* icon);
 /* An icon by freedesktop icon name (for a MIME type, say "text-x-python"), looked up in the
@@ -397,27 +420,27 @@ BASALT_EXPORT StatusCode AcquireIconRef(IconRef icon);
 BASALT_EXPORT StatusCode ReleaseIconRef(IconRef icon);
 BASALT_EXPORT uint16_t GetIconRefOwners(IconRef icon);
 
-typedef int16_t IconAlignmentType;
+typedef int16_t BTIconAlignment;
 enum {
-    kAlignNone = 0,
-    kAlignAbsoluteCenter = 5 /* the picture is always centred; kept for callers' clarity */
+    kBTIconAlignNone = 0,
+    kBTIconAlignCenter = 1 /* pictures are always centred; the names say what callers mean */
 };
 
-typedef int16_t IconTransformType;
+typedef int16_t BTIconTransform;
 enum {
-    kTransformNone = 0,
-    kTransformDisabled = 1,     /* dimmed */
-    kTransformSelected = 0x4000 /* darkened */
+    kBTIconTransformNone = 0,
+    kBTIconTransformDisabled = 1,     /* dimmed */
+    kBTIconTransformSelected = 0x4000 /* darkened */
 };
 
-typedef uint32_t PlotIconRefFlags;
-enum { kPlotIconRefNormalFlags = 0 };
+typedef uint32_t BTPlotIconFlags;
+enum { kBTPlotIconNormal = 0 };
 
 /* Draws the icon centred in rect, upright, at the best size the themes offer for the rect and
    the context's scale. labelColor (may be null) tints it. */
 BASALT_EXPORT StatusCode PlotIconRefInContext(BGContextRef context, const BGRect* rect,
-                                              IconAlignmentType align, IconTransformType transform,
-                                              const RGBColor* labelColor, PlotIconRefFlags flags,
+                                              BTIconAlignment align, BTIconTransform transform,
+                                              const BTRGBColor* labelColor, BTPlotIconFlags flags,
                                               IconRef icon);
 
 /* ---- Theme: fonts and text ---------------------------------------------------------------- */
@@ -432,7 +455,13 @@ enum {
     kBTThemeFontApplication = 5,
     kBTThemeFontLabel = 6,
     kBTThemeFontScope = 1005,
-    kBTThemeFontScopeEmphasized = 1006
+    kBTThemeFontScopeEmphasized = 1006,
+    /* Control font styles name theme fonts by small negative numbers; these are the same
+       fonts under those numbers (-1, -2, -3, -4 as 16 bits). */
+    kBTControlFontSmallSystem = 0xFFFF,
+    kBTControlFontSmallEmphasized = 0xFFFE,
+    kBTControlFontBigSystem = 0xFFFD,
+    kBTControlFontViews = 0xFFFC
 };
 
 typedef uint32_t BTThemeDrawState;
@@ -576,7 +605,9 @@ enum {
     kBTThemeBackgroundWindow = 1,
     kBTThemeBackgroundPlacard = 2,
     kBTThemeBackgroundListView = 10,
-    kBTThemeBackgroundDialogArea = 11 /* a dialog's own content, custom areas included */
+    kBTThemeBackgroundDialogArea = 11, /* a dialog's own content, custom areas included */
+    kBTThemeBackgroundSelection = 20,  /* selected rows: the accent, grey when inactive */
+    kBTThemeBackgroundListStripe = 21  /* every other row of a striped list */
 };
 
 enum {
@@ -604,6 +635,11 @@ BASALT_EXPORT StatusCode BTThemeDrawButton(const BGRect* bounds, BTThemeButtonKi
                                            BGRect* outLabelRect);
 /* A horizontal or vertical line along the longer side of rect. */
 BASALT_EXPORT StatusCode BTThemeDrawSeparator(const BGRect* rect, BTThemeDrawState state,
+                                              BGContextRef context);
+/* A scroll bar along the longer side of track: the track, and the thumb from thumbStart for
+   thumbLength points along it (no thumb when thumbLength is 0). */
+BASALT_EXPORT StatusCode BTThemeDrawScrollBar(const BGRect* track, BGFloat thumbStart,
+                                              BGFloat thumbLength, BTThemeDrawState state,
                                               BGContextRef context);
 /* Sets the context's fill colour to the theme's text colour of that kind, dimmed for
    unavailable states. */

@@ -44,9 +44,17 @@ TEST(BCStringFormat, ObjectsAndPositionalArguments) {
     BCRelease(number);
 }
 
-TEST(BCStringFormat, BadFormatsGiveNull) {
+TEST(BCStringFormat, BadFormatsGiveNullOrBoundedText) {
     EXPECT_EQ(Format("trailing %"), "<null>");
     EXPECT_EQ(Format("%k", 1), "<null>");
+    // Absurd widths are bounded rather than allocated.
+    BCStringRef wide = BCStringCreateWithFormat(kBCAllocatorDefault, nullptr,
+                                                BCSTR("%999999999999d|%*d"), 1, 2147483647, 2);
+    ASSERT_NE(wide, nullptr);
+    EXPECT_LE(BCStringGetLength(wide), 20001);
+    BCRelease(wide);
+    // A position past the arguments given reads nothing.
+    EXPECT_EQ(Format("[%3$d]", 1), "[]");
 }
 
 } // namespace

@@ -100,6 +100,11 @@ TEST(BCString, FindHonoursCaseBackwardsAndAnchor) {
     EXPECT_EQ(BCStringFind(text, BCSTR("txt"), kBCCompareAnchored | kBCCompareBackwards).location,
               24);
     EXPECT_TRUE(BCStringHasSuffix(text, BCSTR("me.txt")));
+    BCRange found{};
+    EXPECT_TRUE(BCStringFindWithOptions(text, BCSTR("e"), BCRangeMake(2, 10), 0, &found));
+    EXPECT_EQ(found.location, 6);
+    EXPECT_FALSE(BCStringFindWithOptions(text, BCSTR("Read"), BCRangeMake(1, 26), 0, &found));
+    EXPECT_FALSE(BCStringFindWithOptions(text, BCSTR("e"), BCRangeMake(20, 99), 0, &found));
 }
 
 TEST(BCString, CompareOptions) {

@@ -1,4 +1,5 @@
 #include <basalt/BasaltCore.h>
+#include <cstdlib>
 #include <gtest/gtest.h>
 #include <string>
 
@@ -83,6 +84,42 @@ TEST(BCURL, StringsAndRelativeReferences) {
     EXPECT_EQ(BCURLCreateWithString(kBCAllocatorDefault, BCSTR("relative"), nullptr), nullptr);
     for (BCTypeRef object : {base, sibling, web, up})
         BCRelease(object);
+}
+
+TEST(BCURL, RelativePathsDotsAndExtensions) {
+    BCURLRef base = FromBytes("/home/u", true);
+    BCURLRef child = BCURLCreateWithFileSystemPathRelativeToBase(
+        kBCAllocatorDefault, BCSTR("Docs/../Music/./a b"), kBCURLPOSIXPathStyle, true, base);
+    EXPECT_EQ(UTF8(BCURLGetString(child)), "file:///home/u/Music/a%20b/");
+    BCURLRef absolute = BCURLCreateWithFileSystemPathRelativeToBase(
+        kBCAllocatorDefault, BCSTR("/etc/hosts"), kBCURLPOSIXPathStyle, false, base);
+    EXPECT_EQ(Bytes(absolute), "/etc/hosts");
+    BCURLRef dotted = BCURLCreateWithString(kBCAllocatorDefault,
+                                            BCSTR("file:///a/b/../../../c/./d.tar.gz"), nullptr);
+    BCURLRef standard = BCURLCopyAbsoluteURL(dotted);
+    EXPECT_EQ(UTF8(BCURLGetString(standard)), "file:///c/d.tar.gz");
+    EXPECT_EQ(Adopted(BCURLCopyPathExtension(standard)), "gz");
+    EXPECT_EQ(BCURLCopyPathExtension(base), nullptr);
+
+    BCDataRef data = BCURLCreateData(kBCAllocatorDefault, child, kBCStringEncodingUTF8, true);
+    BCURLRef fromBytes =
+        BCURLCreateWithBytes(kBCAllocatorDefault, BCDataGetBytePtr(data), BCDataGetLength(data),
+                             kBCStringEncodingUTF8, nullptr);
+    EXPECT_TRUE(BCEqual(fromBytes, child));
+    for (BCTypeRef object : {base, child, absolute, dotted, standard, fromBytes})
+        BCRelease(object);
+    BCRelease(data);
+}
+
+TEST(BCURL, HomeFolders) {
+    BCURLRef mine = BCCopyHomeDirectoryURLForUser(nullptr);
+    EXPECT_EQ(Bytes(mine), std::string(std::getenv("HOME")));
+    EXPECT_TRUE(BCURLHasDirectoryPath(mine));
+    BCURLRef root = BCCopyHomeDirectoryURLForUser(BCSTR("root"));
+    EXPECT_EQ(Bytes(root), "/root");
+    EXPECT_EQ(BCCopyHomeDirectoryURLForUser(BCSTR("no-such-user-here")), nullptr);
+    BCRelease(mine);
+    BCRelease(root);
 }
 
 } // namespace

@@ -78,4 +78,23 @@ TEST(TextEncoding, ConvertsScriptTextAndReportsAFullBuffer) {
     EXPECT_EQ(CreateTextToUnicodeInfoByEncoding(0x7FFF, &info), kTextUnsupportedEncodingErr);
 }
 
+TEST(TextEncoding, SniffsUTF8AndStopsBeforeACutCharacter) {
+    std::string text = "Gr\xC3\xBC\xC3\x9F"
+                       "e aus K\xC3\xB6ln, sch\xC3\xB6ne Gr\xC3\xBC\xC3\x9F"
+                       "e, \xE2\x80\x9Cquoted\xE2\x80\x9D \xE2\x80\xA6";
+    std::string cut = text.substr(0, text.size() - 1); // ends inside the ellipsis
+    TextEncoding encoding = 0;
+    float confidence = 0;
+    BCIndex usable = 0;
+    ASSERT_EQ(TECSniffEncodingAndLanguage(cut.data(), BCIndex(cut.size()), &encoding, &confidence,
+                                          &usable),
+              noErr);
+    EXPECT_EQ(GetTextEncodingFormat(encoding), 2u);
+    EXPECT_GT(confidence, 0.0f);
+    EXPECT_LE(confidence, 1.0f);
+    EXPECT_EQ(usable, BCIndex(text.size() - 3));
+    EXPECT_EQ(GetTextEncodingFormat(kTextEncodingMacRoman), 0u);
+    EXPECT_EQ(TECSniffEncodingAndLanguage(nullptr, 4, &encoding, nullptr, nullptr), paramErr);
+}
+
 } // namespace

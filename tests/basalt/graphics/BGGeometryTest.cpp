@@ -66,7 +66,7 @@ TEST(BGGeometry, FloatingRectsRoundOutwardsIntoClampedShortRects) {
     EXPECT_TRUE(BGRectEqualToRect(BGRectFromRect(&q), BGRectMake(2, 1, 20, 10)));
 }
 
-TEST(QDRect, IntersectionOfDisjointRectsIsEmptyAndFalse) {
+TEST(Rect, IntersectionOfDisjointRectsIsEmptyAndFalse) {
     Rect a, b, c;
     SetRect(&a, 0, 0, 10, 10);
     SetRect(&b, 10, 0, 20, 10);

@@ -1,6 +1,7 @@
 #include "tests/basalt/graphics/PixelProbe.h"
 #include "tests/support/TestEnvironment.h"
 
+#include <cstring>
 #include <gtest/gtest.h>
 
 namespace {
@@ -84,6 +85,20 @@ TEST(BGImage, ImageOverProviderBytesKeepsThemUntilItDies) {
     EXPECT_EQ(log.data, pixels.data());
     BGImageRelease(source);
     BGColorSpaceRelease(space);
+}
+
+TEST(BGImage, PixelsAtAnOddAddressAreCopied) {
+    alignas(4) uint8_t bytes[1 + 8] = {};
+    const uint32_t red = 0xFFFF0000;
+    std::memcpy(bytes + 1, &red, 4);
+    std::memcpy(bytes + 5, &red, 4);
+    BGDataProviderRef provider = BGDataProviderCreateWithData(nullptr, bytes + 1, 8, nullptr);
+    BGImageRef image = BGImageCreate(2, 1, 8, 32, 8, nullptr, kBGImageAlphaPremultipliedFirst,
+                                     provider, nullptr, false, 0);
+    BGDataProviderRelease(provider);
+    ASSERT_NE(image, nullptr);
+    EXPECT_EQ(PixelAt(basalt::graphics::SurfaceOf(image), 1, 0), kRed);
+    BGImageRelease(image);
 }
 
 TEST(BGImage, UnsupportedLayoutsAndShortBuffersGiveNoImage) {

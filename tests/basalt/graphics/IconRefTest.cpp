@@ -18,8 +18,9 @@ int MaxAlpha(BGContextRef context, int size) {
 
 TEST(IconRef, SystemIconsAreSharedAndCounted) {
     IconRef first = nullptr, second = nullptr;
-    ASSERT_EQ(GetIconRef(kOnSystemDisk, kSystemIconsCreator, kBTIconGenericNetwork, &first), noErr);
-    ASSERT_EQ(GetIconRef(kOnSystemDisk, kSystemIconsCreator, kBTIconGenericNetwork, &second),
+    ASSERT_EQ(GetIconRef(kBTSystemVolume, kBTSystemIconsCreator, kBTIconGenericNetwork, &first),
+              noErr);
+    ASSERT_EQ(GetIconRef(kBTSystemVolume, kBTSystemIconsCreator, kBTIconGenericNetwork, &second),
               noErr);
     EXPECT_EQ(first, second);
     EXPECT_EQ(GetIconRefOwners(first), 2);
@@ -32,25 +33,28 @@ TEST(IconRef, SystemIconsAreSharedAndCounted) {
 
 TEST(IconRef, UnknownTypesAndCreatorsHaveNoIcon) {
     IconRef icon = reinterpret_cast<IconRef>(1);
-    EXPECT_EQ(GetIconRef(kOnSystemDisk, kSystemIconsCreator, 0x78787878, &icon), iconNotFoundErr);
+    EXPECT_EQ(GetIconRef(kBTSystemVolume, kBTSystemIconsCreator, 0x78787878, &icon),
+              kBTIconNotFoundErr);
     EXPECT_EQ(icon, nullptr);
-    EXPECT_EQ(GetIconRef(kOnSystemDisk, 0x61626364, kBTIconGenericFolder, &icon), iconNotFoundErr);
-    EXPECT_EQ(GetIconRef(kOnSystemDisk, kSystemIconsCreator, kBTIconGenericFolder, nullptr),
+    EXPECT_EQ(GetIconRef(kBTSystemVolume, 0x61626364, kBTIconGenericFolder, &icon),
+              kBTIconNotFoundErr);
+    EXPECT_EQ(GetIconRef(kBTSystemVolume, kBTSystemIconsCreator, kBTIconGenericFolder, nullptr),
               paramErr);
     EXPECT_EQ(GetIconRefFromIconName("", nullptr, &icon), paramErr);
 }
 
 TEST(IconRef, DisabledIconsArePlottedDimmed) {
     IconRef icon = nullptr;
-    ASSERT_EQ(GetIconRef(kOnSystemDisk, kSystemIconsCreator, kBTIconGenericFolder, &icon), noErr);
+    ASSERT_EQ(GetIconRef(kBTSystemVolume, kBTSystemIconsCreator, kBTIconGenericFolder, &icon),
+              noErr);
     const BGRect square = BGRectMake(0, 0, 32, 32);
     BGContextRef normal = MakeBitmap(32, 32);
     BGContextRef disabled = MakeBitmap(32, 32);
-    EXPECT_EQ(PlotIconRefInContext(normal, &square, kAlignAbsoluteCenter, kTransformNone, nullptr,
-                                   kPlotIconRefNormalFlags, icon),
+    EXPECT_EQ(PlotIconRefInContext(normal, &square, kBTIconAlignCenter, kBTIconTransformNone,
+                                   nullptr, kBTPlotIconNormal, icon),
               noErr);
-    EXPECT_EQ(PlotIconRefInContext(disabled, &square, kAlignAbsoluteCenter, kTransformDisabled,
-                                   nullptr, kPlotIconRefNormalFlags, icon),
+    EXPECT_EQ(PlotIconRefInContext(disabled, &square, kBTIconAlignCenter, kBTIconTransformDisabled,
+                                   nullptr, kBTPlotIconNormal, icon),
               noErr);
     EXPECT_GT(MaxAlpha(normal, 32), 200);
     EXPECT_NEAR(MaxAlpha(disabled, 32), MaxAlpha(normal, 32) * 0.4, 3);
@@ -62,7 +66,8 @@ TEST(IconRef, DisabledIconsArePlottedDimmed) {
 
 TEST(IconRef, IconsComeOutUprightInFlippedAndUnflippedContexts) {
     IconRef icon = nullptr;
-    ASSERT_EQ(GetIconRef(kOnSystemDisk, kSystemIconsCreator, kBTIconGenericDocument, &icon), noErr);
+    ASSERT_EQ(GetIconRef(kBTSystemVolume, kBTSystemIconsCreator, kBTIconGenericDocument, &icon),
+              noErr);
     const BGRect square = BGRectMake(8, 8, 32, 32);
     BGContextRef yUp = MakeBitmap(48, 48);
     BGContextRef flipped = MakeBitmap(48, 48);

@@ -59,7 +59,7 @@ TEST(Region, EmptyRectanglesAndNullHandlesAreHarmless) {
     EXPECT_TRUE(EmptyRgn(nullptr));
     UnionRgn(nullptr, r.a, r.b);
     DisposeRgn(nullptr);
-    EXPECT_EQ(QDError(), noErr);
+    EXPECT_EQ(GetLastRegionStatus(), noErr);
 }
 
 } // namespace

@@ -26,6 +26,10 @@ TEST(TextLayout, WidthGrowsWithTheTextAndBoldIsWider) {
     EXPECT_LT(shortText->baseline, shortText->size.height);
     style.font = kBTThemeFontEmphasized;
     EXPECT_GT(MeasureText("Open Recent Documents", style, 0)->size.width, longText->size.width);
+    style.font = kBTControlFontViews;
+    const auto views = MeasureText("Open", style, 0);
+    style.font = kBTThemeFontViews;
+    EXPECT_EQ(MeasureText("Open", style, 0)->size.width, views->size.width);
     style.font = kBTThemeFontLabel;
     EXPECT_LT(MeasureText("Open Recent Documents", style, 0)->size.height, longText->size.height);
 }
@@ -75,6 +79,7 @@ TEST(TextLayout, TruncatedTextEndsInsideItsBox) {
     TextBoxStyle style;
     style.truncation = kBTThemeTextTruncationEnd;
     style.maxLines = 1;
+    EXPECT_EQ(DrawText(cr, kLong, style, BGRectMake(150, 0, 0, 20)), true) << "no room at all";
     EXPECT_EQ(DrawText(cr, kLong, style, BGRectMake(0, 0, 100, 20)), true);
     EXPECT_TRUE(ColumnHasInk(context, 3, 20));
     for (int x = 101; x < 200; ++x)

@@ -43,6 +43,19 @@ TEST(ThemeFrames, WellsFillGroupBoxesShadeAndSeparatorsAreThin) {
     BGContextRelease(context);
 }
 
+TEST(ThemeFrames, ScrollBarThumbsSitWhereAskedAlongTheLongerSide) {
+    BGContextRef context = MakeBitmap(14, 100);
+    BGContextTranslateCTM(context, 0, 100);
+    BGContextScaleCTM(context, 1, -1);
+    const BGRect track = BGRectMake(0, 0, 14, 100);
+    ASSERT_EQ(BTThemeDrawScrollBar(&track, 40, 30, kBTThemeStateActive, context), noErr);
+    const int trackAlpha = AlphaOf(PixelAt(context, 7, 10));
+    EXPECT_GT(AlphaOf(PixelAt(context, 7, 55)), trackAlpha + 40);
+    EXPECT_EQ(AlphaOf(PixelAt(context, 7, 80)), trackAlpha);
+    EXPECT_EQ(BTThemeDrawScrollBar(&track, -1, 30, kBTThemeStateActive, context), paramErr);
+    BGContextRelease(context);
+}
+
 TEST(ThemeFrames, MetricsAndColoursKnowTheirKindsOnly) {
     int32_t value = 0;
     EXPECT_EQ(GetThemeMetric(kBTThemeMetricScrollBarWidth, &value), noErr);
@@ -55,6 +68,14 @@ TEST(ThemeFrames, MetricsAndColoursKnowTheirKindsOnly) {
     BGContextFillRect(context, all);
     EXPECT_EQ(AlphaOf(PixelAt(context, 1, 1)), 255);
     EXPECT_EQ(BTThemeApplyBackground(&all, 77, 1, context), paramErr);
+    BTThemeApplyBackground(&all, kBTThemeBackgroundSelection, kBTThemeStateActive, context);
+    BGContextFillRect(context, all);
+    const uint32_t active = PixelAt(context, 1, 1);
+    BTThemeApplyBackground(&all, kBTThemeBackgroundSelection, kBTThemeStateInactive, context);
+    BGContextFillRect(context, all);
+    EXPECT_GT(BlueOf(active) - keltest::RedOf(active),
+              BlueOf(PixelAt(context, 1, 1)) - keltest::RedOf(PixelAt(context, 1, 1)) + 40)
+        << "the accent while active, a grey when not";
     EXPECT_EQ(BTThemeSetTextColor(5, 1, context), paramErr);
     BGContextRelease(context);
 }

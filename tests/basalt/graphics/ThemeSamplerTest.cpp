@@ -13,7 +13,7 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr double kWidth = 560;
-constexpr double kHeight = 380;
+constexpr double kHeight = 440;
 
 void Text(BGContextRef context, const char* text, BGRect box, BTThemeFontID font,
           uint32_t flush = kBTThemeTextFlushLeft, BTThemeDrawState state = kBTThemeStateActive,
@@ -115,11 +115,12 @@ void Icons(BGContextRef context) {
                            "Document", "Application", "Trash",   "Disk",   "Disabled"};
     for (int i = 0; i < 10; ++i) {
         IconRef icon = nullptr;
-        GetIconRef(kOnSystemDisk, kSystemIconsCreator, types[i], &icon);
+        GetIconRef(kBTSystemVolume, kBTSystemIconsCreator, types[i], &icon);
         const double x = 35 + (i % 5) * 56, y = 195 + (i / 5) * 80;
         const BGRect square = BGRectMake(x + 8, y, 32, 32);
-        PlotIconRefInContext(context, &square, kAlignAbsoluteCenter,
-                             i == 9 ? kTransformDisabled : kTransformNone, nullptr, 0, icon);
+        PlotIconRefInContext(context, &square, kBTIconAlignCenter,
+                             i == 9 ? kBTIconTransformDisabled : kBTIconTransformNone, nullptr, 0,
+                             icon);
         Text(context, names[i], BGRectMake(x - 4, y + 36, 56, 14), kBTThemeFontLabel,
              kBTThemeTextFlushCenter);
         ReleaseIconRef(icon);
@@ -138,15 +139,20 @@ void Sidebar(BGContextRef context) {
     const char* names[] = {"Home", "Desktop with a very long name indeed", "Downloads"};
     for (int i = 0; i < 3; ++i) {
         IconRef icon = nullptr;
-        GetIconRef(kOnSystemDisk, kSystemIconsCreator, types[i], &icon);
+        GetIconRef(kBTSystemVolume, kBTSystemIconsCreator, types[i], &icon);
         const double y = 181 + i * 26;
         const BGRect square = BGRectMake(346, y + 3, 20, 20);
         PlotIconRefInContext(context, &square, 0, 0, nullptr, 0, icon);
-        Text(context, names[i], BGRectMake(372, y, 160, 26), kBTThemeFontViews,
+        Text(context, names[i], BGRectMake(372, y, 146, 26), kBTThemeFontViews,
              kBTThemeTextFlushLeft, kBTThemeStateActive, 1,
              i == 1 ? kBTThemeTextColorOnAccent : kBTThemeTextColorPlain);
         ReleaseIconRef(icon);
     }
+}
+
+void ScrollBar(BGContextRef context) {
+    const BGRect track = BGRectMake(526, 181, 13, 78);
+    BTThemeDrawScrollBar(&track, 6, 40, kBTThemeStateActive, context);
 }
 
 void Preview(BGContextRef context) {
@@ -160,6 +166,99 @@ void Preview(BGContextRef context) {
          10);
 }
 
+// A bundle image read the way the library reads it: a URL, a data provider, a PNG decode.
+BGImageRef BundleImage(const std::string& name) {
+    const std::string path =
+        std::string(KEL_BUILD_BUNDLE_DIR) + "/KelServices.bundle/Resources/" + name + ".png";
+    BCURLRef url = BCURLCreateFromFileSystemRepresentation(
+        kBCAllocatorDefault, reinterpret_cast<const uint8_t*>(path.data()),
+        static_cast<BCIndex>(path.size()), false);
+    BGDataProviderRef provider = BGDataProviderCreateWithURL(url);
+    BCRelease(url);
+    BGImageRef image = provider != nullptr
+                           ? BGImageCreateWithPNGDataProvider(provider, nullptr, true, 0)
+                           : nullptr;
+    BGDataProviderRelease(provider);
+    return image;
+}
+
+// Draws a left-middle-right button from bundle images with its title; returns its width.
+double ThreePartButton(BGContextRef context, const std::string& images, const char* title, double x,
+                       double y, BTThemeFontID font, double grey) {
+    BGImageRef left = BundleImage("_internal_" + images + "-left");
+    BGImageRef middle = BundleImage("_internal_" + images + "-mid");
+    BGImageRef right = BundleImage("_internal_" + images + "-right");
+    if (left == nullptr || middle == nullptr || right == nullptr)
+        return 0;
+    const double capWidth = BGImageGetWidth(left), height = BGImageGetHeight(left);
+    BCStringRef string =
+        BCStringCreateWithCString(kBCAllocatorDefault, title, kBCStringEncodingUTF8);
+    BTThemeTextInfo info = {};
+    info.state = kBTThemeStateActive;
+    info.fontID = font;
+    info.verticalFlush = kBTThemeTextFlushCenter;
+    info.truncationPosition = kBTThemeTextTruncationEnd;
+    info.truncationMaxLines = 1;
+    BGFloat width = 0;
+    BTThemeGetTextDimensions(string, 0, &info, &width, nullptr, nullptr);
+    const BGRect parts[] = {BGRectMake(x, y, capWidth, height),
+                            BGRectMake(x + capWidth, y, width, height),
+                            BGRectMake(x + capWidth + width, y, BGImageGetWidth(right), height)};
+    BTViewDrawBGImage(context, &parts[0], left);
+    BTViewDrawBGImage(context, &parts[1], middle);
+    BTViewDrawBGImage(context, &parts[2], right);
+    BGContextSetGrayFillColor(context, grey, 1);
+    BTThemeDrawTextBox(string, &parts[1], &info, context);
+    BCRelease(string);
+    BGImageRelease(left);
+    BGImageRelease(middle);
+    BGImageRelease(right);
+    return 2 * capWidth + width;
+}
+
+void BundleArt(BGContextRef context) {
+    double x = 20;
+    x += ThreePartButton(context, "scope-select", "This Computer", x, 375,
+                         kBTThemeFontScopeEmphasized, 1) +
+         4;
+    x += ThreePartButton(context, "scope-roll", "Home", x, 375, kBTThemeFontScopeEmphasized, 1) + 4;
+    x += ThreePartButton(context, "scope-press", "Shared", x, 375, kBTThemeFontScopeEmphasized, 1) +
+         14;
+    BCStringRef plain = BCSTR("Documents");
+    BTThemeTextInfo info = {0,
+                            kBTThemeStateActive,
+                            kBTThemeFontScope,
+                            0,
+                            kBTThemeTextFlushCenter,
+                            0,
+                            kBTThemeTextTruncationEnd,
+                            1,
+                            false};
+    const BGRect plainBox = BGRectMake(x, 375, 70, 20);
+    BGContextSetGrayFillColor(context, 0.25, 1);
+    BTThemeDrawTextBox(plain, &plainBox, &info, context);
+    ThreePartButton(context, "info", "More Info", 370, 375, kBTThemeFontSmallSystem, 0.2);
+    ThreePartButton(context, "info-press", "Connect", 470, 375, kBTThemeFontSmallSystem, 0.2);
+
+    const char* selections[] = {"_internal_BlueSelection", "_internal_GreySelection"};
+    const char* ejects[] = {"_internal_mb_eject_white", "_internal_mb_eject_white",
+                            "_internal_mb_eject_gray", "_internal_mb_eject_roll",
+                            "_internal_mb_eject_click"};
+    for (int i = 0; i < 2; ++i) {
+        BGImageRef selection = BundleImage(selections[i]);
+        const BGRect row = BGRectMake(20 + i * 130, 405, 120, 20);
+        BTViewDrawBGImage(context, &row, selection);
+        BGImageRelease(selection);
+    }
+    for (int i = 0; i < 5; ++i) {
+        BGImageRef eject = BundleImage(ejects[i]);
+        const double left = i < 2 ? 20 + i * 130 + 100 : 290 + (i - 2) * 26;
+        const BGRect button = BGRectMake(left, 406, 18, 18);
+        BTViewDrawBGImage(context, &button, eject);
+        BGImageRelease(eject);
+    }
+}
+
 void DrawSampler(BGContextRef context) {
     BGContextTranslateCTM(context, 0, kHeight);
     BGContextScaleCTM(context, 1, -1);
@@ -170,7 +269,9 @@ void DrawSampler(BGContextRef context) {
     Fields(context);
     Icons(context);
     Sidebar(context);
+    ScrollBar(context);
     Preview(context);
+    BundleArt(context);
 }
 
 fs::path RenderSampler(double scale, const fs::path& folder) {
@@ -200,6 +301,12 @@ TEST(ThemeSampler, DrawsTheSameSheetAtOneAndTwoTimes) {
     cairo_surface_t* two =
         cairo_image_surface_create_from_png((scratch / "theme-sampler@2x.png").c_str());
     ASSERT_EQ(cairo_image_surface_get_width(two), 2 * cairo_image_surface_get_width(one));
+    for (const char* name : {"_internal_scope-select-mid", "_internal_info-press-left",
+                             "_internal_mb_eject_click", "_internal_GreySelection"}) {
+        BGImageRef image = BundleImage(name);
+        EXPECT_NE(image, nullptr) << name;
+        BGImageRelease(image);
+    }
     // The default button's face is at the same place in both.
     EXPECT_EQ(keltest::PixelAt(one, 125, 28), keltest::PixelAt(two, 250, 56));
     cairo_surface_destroy(one);
