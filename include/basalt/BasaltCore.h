@@ -399,8 +399,13 @@ BASALT_EXPORT void* BCBundleGetFunctionPointerForName(BCBundleRef bundle, BCStri
 /* ---- Preferences ------------------------------------------------------------------------- */
 
 /*
- * One JSON file per domain under $XDG_CONFIG_HOME/kel/preferences/. Writes are atomic and
+ * One JSON file per domain under $XDG_CONFIG_HOME/kel/preferences/: <identifier>.json, the
+ * current application's identifier (else its executable's name), .GlobalPreferences.json for
+ * any application, ByHost/<domain>.<host>.json for the current host. There is one store per
+ * user; the any-user domain is the current user's. Every set writes through at once, merged
+ * with what other processes wrote; Synchronize re-reads the file. Writes are atomic and
  * locked; a file that does not parse is set aside as <file>.corrupt-N and defaults are used.
+ * A null value removes the key.
  */
 BASALT_EXPORT extern const BCStringRef kBCPreferencesCurrentApplication;
 BASALT_EXPORT extern const BCStringRef kBCPreferencesAnyApplication;

@@ -136,6 +136,13 @@ TEST_F(BCBundleTest, LoadsItsExecutable) {
     EXPECT_FALSE(BCBundleLoadExecutable(BCBundleGetBundleWithIdentifier(BCSTR("test.nocode"))));
 }
 
+TEST_F(BCBundleTest, TheLibrarysOwnBundleIsFoundInTheBuildTree) {
+    unsetenv("KEL_BUNDLE_PATH");
+    BCBundleRef bundle = BCBundleGetBundleWithIdentifier(BCSTR("com.velmo.KelServices"));
+    ASSERT_NE(bundle, nullptr);
+    EXPECT_EQ(PathOf(BCBundleCopyBundleURL(bundle)).rfind(KEL_BUILD_BUNDLE_DIR, 0), 0u);
+}
+
 TEST_F(BCBundleTest, MainBundleComesFromTheEnvironmentOrHasNoIdentifier) {
     // The main bundle is fixed at first use; this process has no Info.json beside it.
     BCBundleRef main = BCBundleGetMainBundle();
