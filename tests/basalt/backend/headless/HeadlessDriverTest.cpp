@@ -216,6 +216,13 @@ TEST_F(Sampler, ResizingFollowsTheBindingsAndTheCloseBoxCloses) {
 }
 
 TEST_F(Sampler, ASnapshotShowsTheWindow) {
+    MenuRef menu = nullptr;
+    CreateNewMenu(201, 0, &menu);
+    StringHolder item(MakeBCString(u"Documents"));
+    AppendMenuItemTextWithBCString(menu, item.get(), 0, 0, nullptr);
+    SetControlData(Control(6), 0, kControlPopupButtonMenuRefTag, sizeof menu, &menu);
+    ReleaseMenu(menu);
+    SetControlValue(Control(6), 1);
     SetKeyboardFocus(window, Control(2), kControlEditTextPart);
     HeadlessDriver::Click(window, "kels", 4);
     HeadlessDriver::RunUntilIdle();
