@@ -613,6 +613,9 @@ typedef struct ControlKind {
 } ControlKind;
 
 typedef uint32_t ControlFeatures;
+/* Feature bits ("cntl" 1000 answers them in "cftr"). A view of a custom class with the focus
+   bit is in the tab order and is asked ("cntl" 7) whether it takes the focus. */
+enum { kBTControlSupportsEmbedding = 1u << 1, kBTControlSupportsFocus = 1u << 2 };
 
 /* Part codes. */
 enum {

@@ -54,8 +54,8 @@ const std::pair<const char*, WindowAttributes> kAttributes[] = {
 };
 
 const std::pair<const char*, uint32_t> kFeatures[] = {
-    {"embedding", 1u << 1},
-    {"focus", 1u << 2},
+    {"embedding", kBTControlSupportsEmbedding},
+    {"focus", kBTControlSupportsFocus},
     {"idle", 1u << 5},
     {"data", 1u << 7},
 };

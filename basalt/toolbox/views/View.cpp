@@ -386,7 +386,7 @@ StatusCode View::HandleControlEvent(EventRef event) {
         ControlPartCode part = 0;
         GetParam(event, kEventParamControlPart, typeControlPartCode, &part);
         if (!AcceptsFocus() && part != kControlFocusNoPart)
-            return errControlHiddenOrDisabled;
+            return eventNotHandledErr;
         ControlPartCode result = part == kControlFocusNoPart
                                      ? ControlPartCode(kControlFocusNoPart)
                                      : ControlPartCode(kControlEditTextPart);

@@ -89,29 +89,41 @@ Window* Window::VisibleSheet() const {
     return child != nullptr && child->IsVisible() && !child->disposed ? child.get() : nullptr;
 }
 
+namespace {
+
+// Tells a view its focus part; the view (or its class) may refuse by failing.
+StatusCode SendFocusPart(View& target, ControlPartCode part) {
+    EventHolder event(kEventClassControl, kEventControlSetFocusPart);
+    SetParam(event.get(), kEventParamControlPart, typeControlPartCode, part);
+    return SendEventToEventTargetWithOptions(event.get(), target.Target(),
+                                             kEventTargetDontPropagate);
+}
+
+} // namespace
+
 StatusCode Window::SetFocus(View* view, ControlPartCode part) {
     View* old = Focus();
     if (view == old && part != kControlFocusNoPart)
         return noErr;
-    if (view != nullptr && (!view->AcceptsFocus() || !view->IsVisibleInWindow() ||
-                            !view->IsEnabledInTree() || view->OwnerWindow() != this))
+    if (view != nullptr &&
+        (!view->IsVisibleInWindow() || !view->IsEnabledInTree() || view->OwnerWindow() != this))
         return errControlHiddenOrDisabled;
-    auto sendFocus = [](View& target, ControlPartCode focusPart) {
-        EventHolder event(kEventClassControl, kEventControlSetFocusPart);
-        SetParam(event.get(), kEventParamControlPart, typeControlPartCode, focusPart);
-        SendEventToEventTargetWithOptions(event.get(), target.Target(), kEventTargetDontPropagate);
-    };
+    std::shared_ptr<View> keepNew = view != nullptr ? view->Shared() : nullptr;
+    if (view != nullptr) {
+        StatusCode status = SendFocusPart(*view, kControlEditTextPart);
+        if (status != noErr)
+            return status == eventNotHandledErr ? StatusCode(errControlHiddenOrDisabled) : status;
+    }
     focus_.reset();
     if (old != nullptr) {
         auto keepOld = old->Shared();
         old->FocusChanged(false);
-        sendFocus(*old, kControlFocusNoPart);
+        SendFocusPart(*old, kControlFocusNoPart);
         old->SetNeedsDisplay();
     }
     if (view != nullptr) {
-        focus_ = view->Shared();
+        focus_ = keepNew;
         view->FocusChanged(true);
-        sendFocus(*view, kControlEditTextPart);
         view->SetNeedsDisplay();
     }
     return noErr;
@@ -121,7 +133,7 @@ namespace {
 void CollectFocusable(View& view, std::vector<View*>& out) {
     if (!view.IsVisible() || !view.IsEnabled())
         return;
-    if (view.AcceptsFocus())
+    if (view.AcceptsFocus() || (view.features & kBTControlSupportsFocus))
         out.push_back(&view);
     for (const auto& child : view.Subviews())
         CollectFocusable(*child, out);

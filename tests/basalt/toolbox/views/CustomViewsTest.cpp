@@ -100,3 +100,25 @@ TEST(CustomViews, UnknownClassesAreRefused) {
     EXPECT_EQ(BTObjectCreate(classID.get(), nullptr, &object), eventClassInvalidErr);
     EXPECT_EQ(object, nullptr);
 }
+
+TEST(CustomViews, AViewThatAnswersTheFocusEventTakesTheFocus) {
+    Rect bounds = {100, 100, 200, 300};
+    WindowRef window = nullptr;
+    CreateNewWindow(kDocumentWindowClass, 0, &bounds, &window);
+    ShowWindow(window);
+    Rect paneBounds = {10, 10, 40, 100};
+    ControlRef plain = nullptr, focusable = nullptr;
+    BTCreateControl(window, &paneBounds, kControlKindUserPane, nullptr, &plain);
+    BTCreateControl(window, &paneBounds, kControlKindUserPane, nullptr, &focusable);
+    const EventTypeSpec focus = {kEventClassControl, kEventControlSetFocusPart};
+    InstallEventHandler(
+        GetControlEventTarget(focusable),
+        [](EventHandlerCallRef, EventRef, void*) -> StatusCode { return noErr; }, 1, &focus,
+        nullptr, nullptr);
+    EXPECT_EQ(SetKeyboardFocus(window, plain, kControlEditTextPart), errControlHiddenOrDisabled);
+    EXPECT_EQ(SetKeyboardFocus(window, focusable, kControlEditTextPart), noErr);
+    ControlRef current = nullptr;
+    GetKeyboardFocus(window, &current);
+    EXPECT_EQ(current, focusable);
+    DisposeWindow(window);
+}
