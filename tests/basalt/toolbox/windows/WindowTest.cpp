@@ -190,3 +190,9 @@ TEST(Window, TheApplicationLoopRunsUntilItIsQuit) {
     EXPECT_EQ(ticks, 3);
     RemoveEventLoopTimer(timer);
 }
+
+extern "C" int BasaltToolboxHeaderCompilesAsC(void);
+
+TEST(Window, TheHeaderServesPlainC) {
+    EXPECT_EQ(BasaltToolboxHeaderCompilesAsC(), 1);
+}
