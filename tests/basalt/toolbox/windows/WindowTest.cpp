@@ -196,3 +196,57 @@ extern "C" int BasaltToolboxHeaderCompilesAsC(void);
 TEST(Window, TheHeaderServesPlainC) {
     EXPECT_EQ(BasaltToolboxHeaderCompilesAsC(), 1);
 }
+
+TEST(Window, PlacementRegionsAndProperties) {
+    WindowRef window = MakeWindow(100);
+    ASSERT_EQ(RepositionWindow(window, nullptr, kWindowCenterOnMainScreen), noErr);
+    Rect content{}, structure{};
+    GetWindowBounds(window, kWindowContentRgn, &content);
+    GetWindowBounds(window, kWindowStructureRgn, &structure);
+    EXPECT_EQ(content.left, (1440 - 300) / 2);
+    EXPECT_EQ(content.top, (900 - 200) / 2);
+    EXPECT_EQ(structure.top, content.top - kBTWindowTitleBarHeight);
+
+    RgnHandle region = NewRgn();
+    GetWindowRegion(window, kWindowTitleBarRgn, region);
+    Rect title{};
+    GetRegionBounds(region, &title);
+    EXPECT_EQ(title.bottom, content.top);
+    EXPECT_EQ(title.top, structure.top);
+    DisposeRgn(region);
+
+    uint32_t dialogAddress = 0xCAFE;
+    SetWindowProperty(window, FourCC("kels"), FourCC("askd"), sizeof dialogAddress, &dialogAddress);
+    uint32_t read = 0;
+    size_t size = 0;
+    ASSERT_EQ(GetWindowProperty(window, FourCC("kels"), FourCC("askd"), sizeof read, &size, &read),
+              noErr);
+    EXPECT_EQ(read, 0xCAFEu);
+    EXPECT_EQ(size, 4u);
+    DisposeWindow(window);
+    EXPECT_EQ(GetWindowProperty(window, FourCC("kels"), FourCC("askd"), sizeof read, &size, &read),
+              errInvalidWindowRef);
+}
+
+TEST(Window, ASheetHangsFromItsParentsTopAndAParentHoldsOneAtATime) {
+    WindowRef parent = MakeWindow(100);
+    Rect sheetBounds = {0, 0, 100, 200};
+    WindowRef sheet = nullptr, second = nullptr;
+    CreateNewWindow(kSheetWindowClass, 0, &sheetBounds, &sheet);
+    CreateNewWindow(kSheetWindowClass, 0, &sheetBounds, &second);
+    ASSERT_EQ(ShowSheetWindow(sheet, parent), noErr);
+    Rect host{}, hung{};
+    GetWindowBounds(parent, kWindowContentRgn, &host);
+    GetWindowBounds(sheet, kWindowContentRgn, &hung);
+    EXPECT_EQ(hung.top, host.top);
+    EXPECT_EQ(hung.left, host.left + (300 - 200) / 2);
+    EXPECT_EQ(ShowSheetWindow(second, parent), paramErr);
+    WindowRef found = nullptr;
+    GetSheetWindowParent(sheet, &found);
+    EXPECT_EQ(found, parent);
+    HideSheetWindow(sheet);
+    EXPECT_EQ(ShowSheetWindow(second, parent), noErr);
+    DisposeWindow(parent); // takes its sheet along
+    EXPECT_FALSE(IsValidWindowPtr(second));
+    DisposeWindow(sheet);
+}
