@@ -85,3 +85,16 @@ TEST(LayoutFile, TheBundlesWindowsAllBuild) {
     }
     DisposeLayoutReference(layout);
 }
+
+TEST(LayoutFile, TheLibrarysBundleIsFoundByIdentifier) {
+    StringHolder identifier(MakeBCString(u"com.velmo.KelServices"));
+    BCBundleRef bundle = BCBundleGetBundleWithIdentifier(identifier.get());
+    ASSERT_NE(bundle, nullptr);
+    StringHolder dialogs(MakeBCString(u"Dialogs"));
+    LayoutRef layout = nullptr;
+    ASSERT_EQ(CreateLayoutReferenceWithBCBundle(bundle, dialogs.get(), &layout), noErr);
+    DisposeLayoutReference(layout);
+    StringHolder missing(MakeBCString(u"Nope"));
+    EXPECT_EQ(CreateLayoutReferenceWithBCBundle(bundle, missing.get(), &layout), errLayoutFile);
+    EXPECT_EQ(LastError(), "Nope.json: the bundle has no such layout file");
+}
