@@ -129,6 +129,7 @@ enum {
     kEventWindowDeactivated = 6,
     kEventWindowShown = 24,
     kEventWindowHidden = 25,
+    kEventWindowBoundsChanging = 26,
     kEventWindowBoundsChanged = 27,
     kEventWindowClose = 72,
     kEventWindowClosed = 73,
@@ -181,6 +182,7 @@ enum {
     kEventParamMouseLocation = 0x6D6C6F63,              /* "mloc": global, y down */
     kEventParamWindowMouseLocation = 0x776D6F75,        /* "wmou" */
     kEventParamMouseButton = 0x6D62746E,                /* "mbtn" */
+    kEventParamMouseWheelDelta = 0x6D77646C,            /* "mwdl": lines, positive scrolls up */
     kEventParamClickCount = 0x63636E74,                 /* "ccnt" */
     kEventParamKeyModifiers = 0x6B6D6F64,               /* "kmod" */
     kEventParamKeyCode = 0x6B636F64,                    /* "kcod" */
@@ -272,6 +274,15 @@ enum {
 
 /* Virtual key codes. */
 enum {
+    kVK_ANSI_A = 0x00,
+    kVK_ANSI_S = 0x01,
+    kVK_ANSI_D = 0x02,
+    kVK_ANSI_Z = 0x06,
+    kVK_ANSI_X = 0x07,
+    kVK_ANSI_C = 0x08,
+    kVK_ANSI_V = 0x09,
+    kVK_ANSI_N = 0x2D,
+    kVK_ANSI_Period = 0x2F,
     kVK_Return = 0x24,
     kVK_Tab = 0x30,
     kVK_Space = 0x31,
@@ -611,6 +622,9 @@ typedef struct ControlKind {
 } ControlKind;
 
 typedef uint32_t ControlFeatures;
+/* Feature bits ("cntl" 1000 answers them in "cftr"). A view of a custom class with the focus
+   bit is in the tab order and is asked ("cntl" 7) whether it takes the focus. */
+enum { kBTControlSupportsEmbedding = 1u << 1, kBTControlSupportsFocus = 1u << 2 };
 
 /* Part codes. */
 enum {
@@ -787,7 +801,8 @@ BASALT_EXPORT StatusCode BTViewConvertRect(BGRect* ioRect, BTViewRef inSourceVie
 BASALT_EXPORT StatusCode BTPointConvert(BGPoint* ioPoint, uint32_t inSourceSpace,
                                         void* inSourceObject, uint32_t inDestSpace,
                                         void* inDestObject);
-/* Spaces of BTPointConvert and BTRectConvert. */
+/* Spaces of BTPointConvert and BTRectConvert: the screen (global points, y down), a window's
+   content (object: the WindowRef), a view's bounds (object: the view). */
 enum { kBTCoordSpaceScreenPixel = 1, kBTCoordSpaceWindow = 2, kBTCoordSpaceView = 3 };
 BASALT_EXPORT StatusCode BTRectConvert(BGRect* ioRect, uint32_t inSourceSpace, void* inSourceObject,
                                        uint32_t inDestSpace, void* inDestObject);
@@ -849,6 +864,9 @@ BASALT_EXPORT void SetControlMaximum(ControlRef control, int16_t value);
 BASALT_EXPORT int16_t GetControlMaximum(ControlRef control);
 BASALT_EXPORT StatusCode SetControlTitleWithBCString(ControlRef control, BCStringRef title);
 BASALT_EXPORT StatusCode CopyControlTitleAsBCString(ControlRef control, BCStringRef* outTitle);
+/* The command a hit on the control sends ("cmds" 1) when no handler takes the hit. */
+BASALT_EXPORT StatusCode SetControlCommandID(ControlRef inControl, uint32_t inCommandID);
+BASALT_EXPORT StatusCode GetControlCommandID(ControlRef inControl, uint32_t* outCommandID);
 BASALT_EXPORT void SetControlReference(ControlRef control, long data);
 BASALT_EXPORT long GetControlReference(ControlRef control);
 BASALT_EXPORT void DrawOneControl(ControlRef control);

@@ -7,7 +7,6 @@
 #include "basalt/toolbox/backend/Backend.h"
 
 #include <deque>
-#include <mutex>
 
 namespace basalt::headless {
 

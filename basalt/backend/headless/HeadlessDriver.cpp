@@ -17,7 +17,8 @@ namespace {
 using toolbox::EventHolder;
 using toolbox::SetParam;
 
-void PostMouse(WindowRef window, EventKind kind, BGPoint local, uint32_t modifiers) {
+void PostMouse(WindowRef window, EventKind kind, BGPoint local, uint32_t modifiers,
+               int32_t wheel = 0) {
     Rect content{};
     GetWindowBounds(window, kWindowContentRgn, &content);
     BGPoint global = {local.x + content.left, local.y + content.top};
@@ -27,6 +28,8 @@ void PostMouse(WindowRef window, EventKind kind, BGPoint local, uint32_t modifie
     SetParam(event.get(), kEventParamWindowRef, typeWindowRef, window);
     uint16_t button = 1;
     SetParam(event.get(), kEventParamMouseButton, typeMouseButton, button);
+    if (kind == kEventMouseWheelMoved)
+        SetParam(event.get(), kEventParamMouseWheelDelta, typeSInt32, wheel);
     PostEventToQueue(GetMainEventQueue(), event.get(), kEventPriorityStandard);
 }
 
@@ -129,12 +132,47 @@ StatusCode HeadlessDriver::Click(WindowRef window, const char* signature, int32_
     return Click(window, controlID, modifiers);
 }
 
+StatusCode HeadlessDriver::Click(ControlRef control, uint32_t modifiers) {
+    WindowRef window = control != nullptr ? GetControlOwner(control) : nullptr;
+    if (window == nullptr)
+        return errUnknownControl;
+    BGRect frame = toolbox::View::From(control)->FrameInWindow();
+    return ClickAt(window, {BGRectGetMidX(frame), BGRectGetMidY(frame)}, modifiers);
+}
+
 StatusCode HeadlessDriver::Drag(WindowRef window, BGPoint from, BGPoint to, uint32_t modifiers) {
     if (!IsValidWindowPtr(window))
         return errInvalidWindowRef;
     PostMouse(window, kEventMouseDown, from, modifiers);
     PostMouse(window, kEventMouseDragged, to, modifiers);
     PostMouse(window, kEventMouseUp, to, modifiers);
+    return noErr;
+}
+
+StatusCode HeadlessDriver::MoveTo(WindowRef window, BGPoint local) {
+    if (!IsValidWindowPtr(window))
+        return errInvalidWindowRef;
+    PostMouse(window, kEventMouseMoved, local, 0);
+    return noErr;
+}
+
+StatusCode HeadlessDriver::Scroll(WindowRef window, BGPoint local, int32_t lines) {
+    if (!IsValidWindowPtr(window))
+        return errInvalidWindowRef;
+    PostMouse(window, kEventMouseWheelMoved, local, 0, lines);
+    return noErr;
+}
+
+StatusCode HeadlessDriver::ResizeTo(WindowRef window, int16_t width, int16_t height) {
+    Rect bounds{};
+    if (GetWindowBounds(window, kWindowContentRgn, &bounds) != noErr)
+        return errInvalidWindowRef;
+    bounds.right = int16_t(bounds.left + width);
+    bounds.bottom = int16_t(bounds.top + height);
+    EventHolder event(kEventClassWindow, kEventWindowBoundsChanging);
+    SetParam(event.get(), kEventParamDirectObject, typeWindowRef, window);
+    SetParam(event.get(), kEventParamCurrentBounds, typeQDRectangle, bounds);
+    PostEventToQueue(GetMainEventQueue(), event.get(), kEventPriorityStandard);
     return noErr;
 }
 

@@ -24,8 +24,16 @@ public:
                             ControlPartCode part = 0);
     static StatusCode Click(WindowRef window, const char* signature, int32_t id,
                             uint32_t modifiers = 0);
+    // Clicks the middle of a control, wherever its window is when the click arrives.
+    static StatusCode Click(ControlRef control, uint32_t modifiers = 0);
     // A press at one point, a drag to another and a release there.
     static StatusCode Drag(WindowRef window, BGPoint from, BGPoint to, uint32_t modifiers = 0);
+    // The mouse moves to a point with no button down.
+    static StatusCode MoveTo(WindowRef window, BGPoint local);
+    // The wheel turns by lines (positive: up) with the mouse at a point.
+    static StatusCode Scroll(WindowRef window, BGPoint local, int32_t lines);
+    // The user drags the window's corner until its content has that size.
+    static StatusCode ResizeTo(WindowRef window, int16_t width, int16_t height);
     // A key press and release. character 0 takes the key's own character.
     static StatusCode PressKey(uint16_t keyCode, uint32_t modifiers = 0, char16_t character = 0);
     // A key press for every character of the UTF-8 text.

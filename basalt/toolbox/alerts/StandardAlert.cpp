@@ -119,7 +119,7 @@ StatusCode BuildAlert(AlertType, BCStringRef error, BCStringRef explanation,
     buttons.texts[1] = ButtonText(p.cancelText, u"Cancel");
     buttons.texts[2] = ButtonText(p.otherText, u"Don\u2019t Save");
     if (p.helpButton)
-        buttons.texts[3] = u"?";
+        buttons.texts[3] = std::u16string(1, u'?');
     AddButtons(window, dialog, buttons, buttonsTop);
     dialog.alertPosition = p.position;
     if (p.defaultButton > 0)

@@ -36,7 +36,10 @@ void PushButton::Draw(BGContextRef context) {
     BTThemeButtonKind kind =
         Kind().kind == kControlKindBevelButton ? kBTThemeBevelButton : kBTThemePushButton;
     BTThemeDrawButton(&bounds, kind, &info, context, &label);
-    DrawText(context, Text(), label, kBTThemeFontSystem, kBTThemeTextFlushCenter, info.state);
+    bool onAccent = (info.adornment & kBTThemeAdornmentDefault) &&
+                    (info.state == kBTThemeStateActive || info.state == kBTThemeStatePressed);
+    DrawText(context, Text(), label, kBTThemeFontSystem, kBTThemeTextFlushCenter, info.state, 1,
+             onAccent ? kBTThemeTextColorOnAccent : kBTThemeTextColorPlain);
 }
 
 BGSize PushButton::OptimalSize(float* baseline) {
@@ -70,6 +73,13 @@ BGSize CheckBox::OptimalSize(float* baseline) {
     if (baseline != nullptr)
         *baseline = float(base);
     return {std::ceil(text.width) + box + 6, std::max<BGFloat>(box, std::ceil(text.height))};
+}
+
+ControlPartCode CheckBox::HitTest(BGPoint local) {
+    if (!BGRectContainsPoint(Bounds(), local))
+        return kControlNoPart;
+    return Kind().kind == kControlKindRadioButton ? ControlPartCode(kControlRadioButtonPart)
+                                                  : ControlPartCode(kControlCheckBoxPart);
 }
 
 ControlPartCode CheckBox::PerformClick(ControlPartCode part, uint32_t) {

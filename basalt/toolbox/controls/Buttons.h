@@ -20,6 +20,7 @@ public:
     explicit CheckBox(OSType kind) : View(kind) {}
     void Draw(BGContextRef context) override;
     BGSize OptimalSize(float* baseline) override;
+    ControlPartCode HitTest(BGPoint local) override;
     ControlPartCode PerformClick(ControlPartCode part, uint32_t modifiers) override;
 };
 

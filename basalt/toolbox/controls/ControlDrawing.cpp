@@ -14,9 +14,11 @@ BTThemeDrawState ThemeState(const View& view) {
 }
 
 void DrawText(BGContextRef context, const std::u16string& text, const BGRect& rect,
-              BTThemeFontID font, uint32_t flush, BTThemeDrawState state, uint32_t verticalFlush) {
+              BTThemeFontID font, uint32_t flush, BTThemeDrawState state, uint32_t verticalFlush,
+              uint32_t colorKind) {
     if (text.empty())
         return;
+    BTThemeSetTextColor(colorKind, state, context);
     StringHolder string(MakeBCString(text));
     BTThemeTextInfo info{};
     info.state = state;

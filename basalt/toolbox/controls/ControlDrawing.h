@@ -12,7 +12,7 @@ namespace basalt::toolbox {
 BTThemeDrawState ThemeState(const View& view);
 void DrawText(BGContextRef context, const std::u16string& text, const BGRect& rect,
               BTThemeFontID font, uint32_t flush, BTThemeDrawState state,
-              uint32_t verticalFlush = 1);
+              uint32_t verticalFlush = 1, uint32_t colorKind = kBTThemeTextColorPlain);
 BGSize MeasureText(const std::u16string& text, BTThemeFontID font, BGFloat* baseline = nullptr);
 
 } // namespace basalt::toolbox

@@ -7,8 +7,8 @@ namespace basalt::toolbox {
 bool MatchesList(EventRef event, unsigned long numTypes, const EventTypeSpec* list) {
     if (numTypes == 0)
         return true;
-    return std::any_of(list, list + numTypes, [&](const EventTypeSpec& spec) {
-        return spec.eventClass == event->eventClass && spec.eventKind == event->kind;
+    return std::any_of(list, list + numTypes, [&](const EventTypeSpec& type) {
+        return type.eventClass == event->eventClass && type.eventKind == event->kind;
     });
 }
 

@@ -32,8 +32,8 @@ StatusCode CallFrom(OpaqueEventHandlerCallRef& call, EventRef event) {
 } // namespace
 
 bool OpaqueEventHandlerRef::Handles(EventClass eventClass, EventKind kind) const {
-    return std::any_of(types.begin(), types.end(), [&](const EventTypeSpec& spec) {
-        return spec.eventClass == eventClass && spec.eventKind == kind;
+    return std::any_of(types.begin(), types.end(), [&](const EventTypeSpec& type) {
+        return type.eventClass == eventClass && type.eventKind == kind;
     });
 }
 
@@ -124,8 +124,8 @@ StatusCode RemoveEventTypesFromHandler(EventHandlerRef inHandlerRef, unsigned lo
     if (inHandlerRef == nullptr || inHandlerRef->removed || (inNumTypes != 0 && inList == nullptr))
         return paramErr;
     for (unsigned long i = 0; i < inNumTypes; ++i)
-        std::erase_if(inHandlerRef->types, [&](const EventTypeSpec& spec) {
-            return spec.eventClass == inList[i].eventClass && spec.eventKind == inList[i].eventKind;
+        std::erase_if(inHandlerRef->types, [&](const EventTypeSpec& type) {
+            return type.eventClass == inList[i].eventClass && type.eventKind == inList[i].eventKind;
         });
     return noErr;
 }

@@ -54,8 +54,8 @@ const std::pair<const char*, WindowAttributes> kAttributes[] = {
 };
 
 const std::pair<const char*, uint32_t> kFeatures[] = {
-    {"embedding", 1u << 1},
-    {"focus", 1u << 2},
+    {"embedding", kBTControlSupportsEmbedding},
+    {"focus", kBTControlSupportsFocus},
     {"idle", 1u << 5},
     {"data", 1u << 7},
 };
@@ -149,10 +149,10 @@ std::optional<Problem> ReadFeatures(const Context& context, const json& value,
 }
 
 // Reads the plain, typed fields every control may have.
-std::optional<Problem> ReadState(const Context& context, const json& spec, const std::string& what,
+std::optional<Problem> ReadState(const Context& context, const json& entry, const std::string& what,
                                  View& view, Window& window) {
     auto typed = [&](const char* key, bool (json::*check)() const) {
-        return !spec.contains(key) || (spec[key].*check)();
+        return !entry.contains(key) || (entry[key].*check)();
     };
     for (const char* key : {"minimum", "maximum", "value", "font", "segments"})
         if (!typed(key, &json::is_number_integer))
@@ -162,31 +162,36 @@ std::optional<Problem> ReadState(const Context& context, const json& spec, const
             return context.Fail(errLayoutFile, what + ": \"" + key + "\" must be true or false");
     if (!typed("text", &json::is_string))
         return context.Fail(errLayoutFile, what + ": \"text\" must be a string");
-    if (spec.contains("text"))
-        view.SetText(FromUTF8(spec["text"].get<std::string>()));
-    if (spec.contains("segments")) {
-        auto count = spec["segments"].get<uint32_t>();
+    if (!typed("command", &json::is_string) ||
+        (entry.contains("command") && entry["command"].get<std::string>().size() != 4))
+        return context.Fail(errLayoutFile, what + ": \"command\" must be four characters");
+    if (entry.contains("command"))
+        view.command = CodeOf(entry["command"].get<std::string>());
+    if (entry.contains("text"))
+        view.SetText(FromUTF8(entry["text"].get<std::string>()));
+    if (entry.contains("segments")) {
+        auto count = entry["segments"].get<uint32_t>();
         view.SetData(0, kControlSegmentCountTag, sizeof count, &count);
     }
-    if (spec.contains("minimum"))
-        view.SetMinimum(spec["minimum"].get<int32_t>());
-    if (spec.contains("maximum"))
-        view.SetMaximum(spec["maximum"].get<int32_t>());
-    if (spec.contains("value"))
-        view.SetValue(spec["value"].get<int32_t>());
-    if (spec.contains("font")) {
-        auto font = spec["font"].get<BTThemeFontID>();
+    if (entry.contains("minimum"))
+        view.SetMinimum(entry["minimum"].get<int32_t>());
+    if (entry.contains("maximum"))
+        view.SetMaximum(entry["maximum"].get<int32_t>());
+    if (entry.contains("value"))
+        view.SetValue(entry["value"].get<int32_t>());
+    if (entry.contains("font")) {
+        auto font = entry["font"].get<BTThemeFontID>();
         view.SetData(0, kControlFontStyleTag, sizeof font, &font);
     }
-    if (spec.contains("single-line")) {
-        Boolean single = spec["single-line"].get<bool>();
+    if (entry.contains("single-line")) {
+        Boolean single = entry["single-line"].get<bool>();
         view.SetData(0, kControlEditTextSingleLineTag, sizeof single, &single);
     }
-    view.SetEnabled(spec.value("enabled", true));
-    view.SetVisible(spec.value("visible", true));
-    if (spec.value("default", false))
+    view.SetEnabled(entry.value("enabled", true));
+    view.SetVisible(entry.value("visible", true));
+    if (entry.value("default", false))
         window.SetDefaultButton(&view);
-    if (spec.value("cancel", false))
+    if (entry.value("cancel", false))
         window.SetCancelButton(&view);
     return std::nullopt;
 }
@@ -194,41 +199,41 @@ std::optional<Problem> ReadState(const Context& context, const json& spec, const
 std::optional<Problem> BuildControls(const Context& context, const json& list, View& parent,
                                      Window& window, const std::string& where);
 
-std::optional<Problem> BuildControl(const Context& context, const json& spec, View& parent,
+std::optional<Problem> BuildControl(const Context& context, const json& entry, View& parent,
                                     Window& window, const std::string& what) {
-    if (!spec.is_object())
+    if (!entry.is_object())
         return context.Fail(errLayoutFile, what + ": must be an object");
-    if (!spec.contains("kind") || !spec["kind"].is_string())
+    if (!entry.contains("kind") || !entry["kind"].is_string())
         return context.Fail(errLayoutFile, what + ": has no \"kind\"");
-    std::string kindName = spec["kind"].get<std::string>();
+    std::string kindName = entry["kind"].get<std::string>();
     std::optional<OSType> kind = KindFromName(kindName);
     if (!kind)
         return context.Fail(errUnknownControl,
                             what + ": unknown control kind \"" + kindName + "\"");
     std::shared_ptr<View> view = MakeView(*kind);
     BGRect frame{};
-    if (!spec.contains("frame"))
+    if (!entry.contains("frame"))
         return context.Fail(errLayoutFile, what + ": has no \"frame\"");
-    if (auto problem = ReadRect(context, spec["frame"], what, &frame))
+    if (auto problem = ReadRect(context, entry["frame"], what, &frame))
         return problem;
     parent.AddSubview(view);
     view->SetFrame(frame);
-    if (spec.contains("id"))
-        if (auto problem = ReadID(context, spec["id"], what, &view->id))
+    if (entry.contains("id"))
+        if (auto problem = ReadID(context, entry["id"], what, &view->id))
             return problem;
-    if (auto problem = ReadState(context, spec, what, *view, window))
+    if (auto problem = ReadState(context, entry, what, *view, window))
         return problem;
-    if (spec.contains("bindings"))
-        if (auto problem = ReadBindings(context, spec["bindings"], what, &view->layout))
+    if (entry.contains("bindings"))
+        if (auto problem = ReadBindings(context, entry["bindings"], what, &view->layout))
             return problem;
-    if (spec.contains("properties"))
-        if (auto problem = ReadProperties(context, spec["properties"], what, *view))
+    if (entry.contains("properties"))
+        if (auto problem = ReadProperties(context, entry["properties"], what, *view))
             return problem;
-    if (spec.contains("features"))
-        if (auto problem = ReadFeatures(context, spec["features"], what, *view))
+    if (entry.contains("features"))
+        if (auto problem = ReadFeatures(context, entry["features"], what, *view))
             return problem;
-    if (spec.contains("controls"))
-        return BuildControls(context, spec["controls"], *view, window, what);
+    if (entry.contains("controls"))
+        return BuildControls(context, entry["controls"], *view, window, what);
     return std::nullopt;
 }
 
@@ -249,21 +254,21 @@ std::optional<Problem> BuildControls(const Context& context, const json& list, V
     return std::nullopt;
 }
 
-std::optional<Problem> ReadWindowShape(const Context& context, const json& spec,
+std::optional<Problem> ReadWindowShape(const Context& context, const json& entry,
                                        WindowClass* windowClass, WindowAttributes* attributes,
                                        Rect* bounds) {
-    if (spec.contains("class") && !spec["class"].is_string())
+    if (entry.contains("class") && !entry["class"].is_string())
         return context.Fail(errLayoutFile, "\"class\" must be a string");
-    std::string className = spec.value("class", std::string("document"));
+    std::string className = entry.value("class", std::string("document"));
     auto known = std::find_if(std::begin(kClasses), std::end(kClasses),
                               [&](const auto& c) { return className == c.first; });
     if (known == std::end(kClasses))
         return context.Fail(errLayoutFile, "unknown window class \"" + className + "\"");
     *windowClass = known->second;
-    if (spec.contains("attributes")) {
-        if (!spec["attributes"].is_array())
+    if (entry.contains("attributes")) {
+        if (!entry["attributes"].is_array())
             return context.Fail(errLayoutFile, "\"attributes\" must be a list");
-        for (const json& name : spec["attributes"]) {
+        for (const json& name : entry["attributes"]) {
             auto attribute = std::find_if(std::begin(kAttributes), std::end(kAttributes),
                                           [&](const auto& a) { return name == a.first; });
             if (attribute == std::end(kAttributes))
@@ -272,32 +277,32 @@ std::optional<Problem> ReadWindowShape(const Context& context, const json& spec,
         }
     }
     BGRect frame{};
-    if (!spec.contains("frame"))
+    if (!entry.contains("frame"))
         return context.Fail(errLayoutFile, "has no \"frame\"");
-    if (auto problem = ReadRect(context, spec["frame"], "window", &frame))
+    if (auto problem = ReadRect(context, entry["frame"], "window", &frame))
         return problem;
     BGRectToRect(frame, bounds);
     return std::nullopt;
 }
 
-std::optional<Problem> Build(const Context& context, const json& spec, WindowRef* outWindow) {
-    if (!spec.is_object())
+std::optional<Problem> Build(const Context& context, const json& entry, WindowRef* outWindow) {
+    if (!entry.is_object())
         return context.Fail(errLayoutFile, "must be an object");
     WindowClass windowClass = kDocumentWindowClass;
     WindowAttributes attributes = 0;
     Rect bounds{};
-    if (auto problem = ReadWindowShape(context, spec, &windowClass, &attributes, &bounds))
+    if (auto problem = ReadWindowShape(context, entry, &windowClass, &attributes, &bounds))
         return problem;
-    if (spec.contains("title") && !spec["title"].is_string())
+    if (entry.contains("title") && !entry["title"].is_string())
         return context.Fail(errLayoutFile, "\"title\" must be a string");
     WindowRef ref = nullptr;
     if (StatusCode status = CreateNewWindow(windowClass, attributes, &bounds, &ref);
         status != noErr)
         return context.Fail(status, "the window could not be made");
     Window& window = *Window::From(ref);
-    window.title = FromUTF8(spec.value("title", std::string()));
-    if (spec.contains("controls"))
-        if (auto problem = BuildControls(context, spec["controls"], window.Root(), window, "")) {
+    window.title = FromUTF8(entry.value("title", std::string()));
+    if (entry.contains("controls"))
+        if (auto problem = BuildControls(context, entry["controls"], window.Root(), window, "")) {
             DisposeWindow(ref);
             return problem;
         }

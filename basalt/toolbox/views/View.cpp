@@ -346,9 +346,10 @@ EventTargetRef View::PropagationParent() {
 StatusCode View::HandleStandardEvent(EventHandlerCallRef, EventRef event) {
     if (event->eventClass == kEventClassControl)
         return HandleControlEvent(event);
-    if (event->eventClass == kEventClassTextInput &&
-        event->kind == kEventTextInputUnicodeForKeyEvent)
+    if (event->eventClass == kEventClassTextInput)
         return HandleText(event) ? noErr : eventNotHandledErr;
+    if (event->eventClass == kEventClassObject && event->kind == kEventObjectInitialize)
+        return noErr;
     return eventNotHandledErr;
 }
 
@@ -385,7 +386,7 @@ StatusCode View::HandleControlEvent(EventRef event) {
         ControlPartCode part = 0;
         GetParam(event, kEventParamControlPart, typeControlPartCode, &part);
         if (!AcceptsFocus() && part != kControlFocusNoPart)
-            return errControlHiddenOrDisabled;
+            return eventNotHandledErr;
         ControlPartCode result = part == kControlFocusNoPart
                                      ? ControlPartCode(kControlFocusNoPart)
                                      : ControlPartCode(kControlEditTextPart);

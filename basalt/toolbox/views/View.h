@@ -38,6 +38,8 @@ public:
     long reference = 0;
     // Feature bits answered for "cntl" 1000 (2: the view embeds others).
     uint32_t features = 0;
+    // Sent as "cmds" 1 when a hit on the view is left unhandled; 0 for none.
+    uint32_t command = 0;
 
     // Tree.
     View* Superview() const { return superview_.lock().get(); }

@@ -97,10 +97,7 @@ void DisposeControl(ControlRef control) {
     if (control == nullptr)
         return;
     auto keep = V(control)->Shared();
-    EventHolder destruct(kEventClassObject, kEventObjectDestruct);
-    if (!keep->classChain.empty())
-        SendEventToEventTargetWithOptions(destruct.get(), keep->Target(),
-                                          kEventTargetDontPropagate);
+    SendDestruct(*keep);
     keep->RemoveFromSuperview();
     ReleaseLoose(keep.get());
     keep->Target()->RemoveAllHandlers();
@@ -520,6 +517,20 @@ StatusCode CopyControlTitleAsBCString(ControlRef control, BCStringRef* outTitle)
     return noErr;
 }
 
+StatusCode SetControlCommandID(ControlRef inControl, uint32_t inCommandID) {
+    if (inControl == nullptr)
+        return paramErr;
+    V(inControl)->command = inCommandID;
+    return noErr;
+}
+
+StatusCode GetControlCommandID(ControlRef inControl, uint32_t* outCommandID) {
+    if (inControl == nullptr || outCommandID == nullptr)
+        return paramErr;
+    *outCommandID = V(inControl)->command;
+    return noErr;
+}
+
 void SetControlReference(ControlRef control, long data) {
     if (control != nullptr)
         V(control)->reference = data;
@@ -631,6 +642,74 @@ StatusCode BTScrollViewSetScrollBarAutoHide(BTViewRef inView, Boolean inAutoHide
 StatusCode BTScrollViewGoTo(BTViewRef inView, uint32_t inAction) {
     auto* scroll = inView != nullptr ? dynamic_cast<ScrollView*>(V(inView)) : nullptr;
     return scroll != nullptr ? scroll->GoTo(inAction) : paramErr;
+}
+
+} // extern "C"
+
+namespace {
+
+// A point in any space to global coordinates (points, y down), or back.
+bool ToGlobal(BGPoint* point, uint32_t space, void* object) {
+    if (space == kBTCoordSpaceScreenPixel)
+        return true;
+    WindowRef window = space == kBTCoordSpaceWindow
+                           ? static_cast<WindowRef>(object)
+                           : GetControlOwner(static_cast<ControlRef>(object));
+    if (space == kBTCoordSpaceView) {
+        if (object == nullptr)
+            return false;
+        *point = V(static_cast<ControlRef>(object))->ToWindow(*point);
+    }
+    Rect content{};
+    if (space != kBTCoordSpaceWindow && space != kBTCoordSpaceView)
+        return false;
+    if (GetWindowBounds(window, kWindowContentRgn, &content) != noErr)
+        return false;
+    point->x += content.left;
+    point->y += content.top;
+    return true;
+}
+
+bool FromGlobal(BGPoint* point, uint32_t space, void* object) {
+    if (space == kBTCoordSpaceScreenPixel)
+        return true;
+    if (space != kBTCoordSpaceWindow && space != kBTCoordSpaceView)
+        return false;
+    WindowRef window = space == kBTCoordSpaceWindow
+                           ? static_cast<WindowRef>(object)
+                           : GetControlOwner(static_cast<ControlRef>(object));
+    Rect content{};
+    if (GetWindowBounds(window, kWindowContentRgn, &content) != noErr)
+        return false;
+    point->x -= content.left;
+    point->y -= content.top;
+    if (space == kBTCoordSpaceView)
+        *point = V(static_cast<ControlRef>(object))->FromWindow(*point);
+    return true;
+}
+
+} // namespace
+
+extern "C" {
+
+StatusCode BTPointConvert(BGPoint* ioPoint, uint32_t inSourceSpace, void* inSourceObject,
+                          uint32_t inDestSpace, void* inDestObject) {
+    if (ioPoint == nullptr)
+        return paramErr;
+    BGPoint point = *ioPoint;
+    if (!ToGlobal(&point, inSourceSpace, inSourceObject) ||
+        !FromGlobal(&point, inDestSpace, inDestObject))
+        return paramErr;
+    *ioPoint = point;
+    return noErr;
+}
+
+StatusCode BTRectConvert(BGRect* ioRect, uint32_t inSourceSpace, void* inSourceObject,
+                         uint32_t inDestSpace, void* inDestObject) {
+    if (ioRect == nullptr)
+        return paramErr;
+    return BTPointConvert(&ioRect->origin, inSourceSpace, inSourceObject, inDestSpace,
+                          inDestObject);
 }
 
 } // extern "C"

@@ -73,6 +73,12 @@ StatusCode RouteDispatchedEvent(EventHandlerCallRef, EventRef event) {
     case kEventClassTextInput:
     case kEventClassCommand:
         return SendEventToEventTarget(event, FocusTarget());
+    case kEventClassWindow:
+        if (WindowRef window = nullptr;
+            GetParam(event, kEventParamDirectObject, typeWindowRef, &window) &&
+            windows::IsValid(window))
+            return SendEventToEventTarget(event, Window::From(window)->Target());
+        return SendEventToEventTarget(event, GetApplicationEventTarget());
     default:
         return SendEventToEventTarget(event, GetApplicationEventTarget());
     }

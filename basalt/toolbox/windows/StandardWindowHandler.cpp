@@ -2,11 +2,14 @@
 // tracking and "cntl" hits, routes keys (menu keys, tab, the default and cancel buttons, text
 // for the focus), and closes the window on "wind" 72.
 
+#include "basalt/toolbox/controls/ScrollView.h"
 #include "basalt/toolbox/dialogs/Dialog.h"
 #include "basalt/toolbox/menus/MenuBar.h"
 #include "basalt/toolbox/windows/TrackingAreas.h"
 #include "basalt/toolbox/windows/Window.h"
 #include "basalt/toolbox/windows/WindowList.h"
+
+#include <algorithm>
 
 namespace basalt::toolbox {
 namespace {
@@ -88,6 +91,19 @@ StatusCode MouseUp(Window& window, BGPoint local, uint32_t modifiers) {
     return noErr;
 }
 
+// The wheel scrolls the innermost scroll view under the mouse by lines.
+StatusCode Wheel(Window& window, EventRef event, BGPoint local) {
+    int32_t delta = 0;
+    GetParam(event, kEventParamMouseWheelDelta, typeSInt32, &delta);
+    for (View* view = window.Root().HitView(local); view != nullptr; view = view->Superview())
+        if (auto* scroll = dynamic_cast<ScrollView*>(view)) {
+            ScrollView::Info info = scroll->Query();
+            scroll->ScrollBy(0, -delta * info.line.height);
+            return noErr;
+        }
+    return eventNotHandledErr;
+}
+
 StatusCode HandleMouse(Window& window, EventRef event) {
     BGPoint global{};
     if (!GetParam(event, kEventParamMouseLocation, typeBTPoint, &global))
@@ -101,6 +117,8 @@ StatusCode HandleMouse(Window& window, EventRef event) {
         return MouseDown(window, event, local, modifiers);
     case kEventMouseUp:
         return MouseUp(window, local, modifiers);
+    case kEventMouseWheelMoved:
+        return Wheel(window, event, local);
     case kEventMouseMoved:
     case kEventMouseDragged: {
         UpdateTrackingAreas(window.Root(), local);
@@ -164,6 +182,27 @@ StatusCode HandleKey(Window& window, EventRef event) {
     return SendTextInput(window, event);
 }
 
+// The user asks for new bounds ("crct"); the window's handlers say how small it may get
+// ("wind" 81 answers "dims", height in v and width in h).
+StatusCode ResizeByUser(Window& window, EventRef event) {
+    Rect wanted{};
+    if (!GetParam(event, kEventParamCurrentBounds, typeQDRectangle, &wanted))
+        return eventNotHandledErr;
+    if (!(window.attributes & kWindowResizableAttribute))
+        return noErr;
+    EventHolder ask(kEventClassWindow, kEventWindowGetMinimumSize);
+    WindowRef ref = window.Ref();
+    SetParam(ask.get(), kEventParamDirectObject, typeWindowRef, ref);
+    Point minimum{0, 0};
+    if (SendEventToEventTargetWithOptions(ask.get(), window.Target(), kEventTargetDontPropagate) ==
+        noErr)
+        GetParam(ask.get(), kEventParamDimensions, typeQDPoint, &minimum);
+    wanted.right = std::max<int16_t>(wanted.right, int16_t(wanted.left + minimum.h));
+    wanted.bottom = std::max<int16_t>(wanted.bottom, int16_t(wanted.top + minimum.v));
+    window.SetContentBounds(wanted);
+    return noErr;
+}
+
 } // namespace
 
 StatusCode Window::HandleStandardEvent(EventHandlerCallRef, EventRef event) {
@@ -178,6 +217,8 @@ StatusCode Window::HandleStandardEvent(EventHandlerCallRef, EventRef event) {
             DisposeWindow(Ref());
             return noErr;
         }
+        if (event->kind == kEventWindowBoundsChanging)
+            return ResizeByUser(*this, event);
         return eventNotHandledErr;
     case kEventClassControl:
         if (event->kind == kEventControlHit && dialog != nullptr) {

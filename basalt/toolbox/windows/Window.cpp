@@ -89,29 +89,41 @@ Window* Window::VisibleSheet() const {
     return child != nullptr && child->IsVisible() && !child->disposed ? child.get() : nullptr;
 }
 
+namespace {
+
+// Tells a view its focus part; the view (or its class) may refuse by failing.
+StatusCode SendFocusPart(View& target, ControlPartCode part) {
+    EventHolder event(kEventClassControl, kEventControlSetFocusPart);
+    SetParam(event.get(), kEventParamControlPart, typeControlPartCode, part);
+    return SendEventToEventTargetWithOptions(event.get(), target.Target(),
+                                             kEventTargetDontPropagate);
+}
+
+} // namespace
+
 StatusCode Window::SetFocus(View* view, ControlPartCode part) {
     View* old = Focus();
     if (view == old && part != kControlFocusNoPart)
         return noErr;
-    if (view != nullptr && (!view->AcceptsFocus() || !view->IsVisibleInWindow() ||
-                            !view->IsEnabledInTree() || view->OwnerWindow() != this))
+    if (view != nullptr &&
+        (!view->IsVisibleInWindow() || !view->IsEnabledInTree() || view->OwnerWindow() != this))
         return errControlHiddenOrDisabled;
-    auto sendFocus = [](View& target, ControlPartCode focusPart) {
-        EventHolder event(kEventClassControl, kEventControlSetFocusPart);
-        SetParam(event.get(), kEventParamControlPart, typeControlPartCode, focusPart);
-        SendEventToEventTargetWithOptions(event.get(), target.Target(), kEventTargetDontPropagate);
-    };
+    std::shared_ptr<View> keepNew = view != nullptr ? view->Shared() : nullptr;
+    if (view != nullptr) {
+        StatusCode status = SendFocusPart(*view, kControlEditTextPart);
+        if (status != noErr)
+            return status == eventNotHandledErr ? StatusCode(errControlHiddenOrDisabled) : status;
+    }
     focus_.reset();
     if (old != nullptr) {
         auto keepOld = old->Shared();
         old->FocusChanged(false);
-        sendFocus(*old, kControlFocusNoPart);
+        SendFocusPart(*old, kControlFocusNoPart);
         old->SetNeedsDisplay();
     }
     if (view != nullptr) {
-        focus_ = view->Shared();
+        focus_ = keepNew;
         view->FocusChanged(true);
-        sendFocus(*view, kControlEditTextPart);
         view->SetNeedsDisplay();
     }
     return noErr;
@@ -121,7 +133,7 @@ namespace {
 void CollectFocusable(View& view, std::vector<View*>& out) {
     if (!view.IsVisible() || !view.IsEnabled())
         return;
-    if (view.AcceptsFocus())
+    if (view.AcceptsFocus() || (view.features & kBTControlSupportsFocus))
         out.push_back(&view);
     for (const auto& child : view.Subviews())
         CollectFocusable(*child, out);
@@ -179,7 +191,16 @@ StatusCode SendControlHit(View& view, ControlPartCode part, uint32_t modifiers) 
     SetParam(event.get(), kEventParamDirectObject, typeControlRef, ref);
     SetParam(event.get(), kEventParamControlPart, typeControlPartCode, part);
     SetParam(event.get(), kEventParamKeyModifiers, typeUInt32, modifiers);
-    return SendEventToEventTarget(event.get(), view.Target());
+    auto keep = view.Shared();
+    StatusCode status = SendEventToEventTarget(event.get(), view.Target());
+    if (status != eventNotHandledErr || view.command == 0 || view.OwnerWindow() == nullptr)
+        return status;
+    BTCommand command{};
+    command.attributes = kBTCommandFromControl;
+    command.commandID = view.command;
+    EventHolder process(kEventClassCommand, kEventCommandProcess);
+    SetParam(process.get(), kEventParamDirectObject, typeBTCommand, command);
+    return SendEventToEventTarget(process.get(), view.Target());
 }
 
 ControlPartCode ClickView(View& view, ControlPartCode part, uint32_t modifiers) {

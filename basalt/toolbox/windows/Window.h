@@ -83,9 +83,10 @@ public:
     StatusCode HandleStandardEvent(EventHandlerCallRef call, EventRef event) override;
     EventTargetRef PropagationParent() override { return GetApplicationEventTarget(); }
 
-private:
+    // Asks the backend for the window's surface, once.
     void EnsureSurface();
 
+private:
     Rect content_;
     std::shared_ptr<View> root_;
     std::unique_ptr<BackendWindow> surface_;

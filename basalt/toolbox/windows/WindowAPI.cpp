@@ -41,6 +41,7 @@ StatusCode CreateNewWindow(WindowClass windowClass, WindowAttributes attributes,
         return paramErr;
     auto window = std::make_shared<Window>(windowClass, attributes, *contentBounds);
     window->Root().AttachToWindow(window.get());
+    window->EnsureSurface();
     windows::Add(window);
     *outWindow = window->Ref();
     return noErr;

@@ -134,3 +134,48 @@ TEST_F(EventLoopTest, QuitEndsOnlyTheInnermostRun) {
     RemoveEventLoopTimer(outer);
     RemoveEventLoopTimer(nested.quitter);
 }
+
+TEST_F(EventLoopTest, ManyThreadsPostingLoseNothingAndKeepTheirOrder) {
+    constexpr int kThreads = 4, kEach = 500;
+    std::vector<std::thread> posters;
+    for (int t = 0; t < kThreads; ++t)
+        posters.emplace_back([t] {
+            for (int i = 0; i < kEach; ++i) {
+                EventHolder event(kEventClassToolbox, kEventToolboxWake);
+                int32_t stamp = t * kEach + i;
+                SetParam(event.get(), kEventParamAttributes, typeSInt32, stamp);
+                PostEventToQueue(GetMainEventQueue(), event.get(), kEventPriorityStandard);
+            }
+        });
+    std::vector<int> last(kThreads, -1);
+    int received = 0;
+    while (received < kThreads * kEach) {
+        EventRef event = nullptr;
+        ASSERT_EQ(ReceiveNextEvent(1, &kWake, 5.0, true, &event), noErr);
+        int32_t stamp = 0;
+        GetParam(event, kEventParamAttributes, typeSInt32, &stamp);
+        ReleaseEvent(event);
+        int thread = stamp / kEach;
+        EXPECT_GT(stamp % kEach, last[thread]);
+        last[thread] = stamp % kEach;
+        ++received;
+    }
+    for (auto& poster : posters)
+        poster.join();
+    EXPECT_EQ(GetNumEventsInQueue(GetMainEventQueue()), 0);
+}
+
+TEST_F(EventLoopTest, QueuedEventsCanBeRemovedOrFlushedByType) {
+    EventHolder wake(kEventClassToolbox, kEventToolboxWake);
+    EventHolder other(kEventClassToolbox, 9);
+    PostEventToQueue(GetMainEventQueue(), wake.get(), kEventPriorityStandard);
+    PostEventToQueue(GetMainEventQueue(), other.get(), kEventPriorityStandard);
+    EXPECT_EQ(GetEventRetainCount(wake.get()), 2);
+    EXPECT_EQ(RemoveEventFromQueue(GetMainEventQueue(), wake.get()), noErr);
+    EXPECT_EQ(RemoveEventFromQueue(GetMainEventQueue(), wake.get()), eventNotInQueueErr);
+    EXPECT_EQ(GetEventRetainCount(wake.get()), 1);
+    const EventTypeSpec nine = {kEventClassToolbox, 9};
+    FlushEventsMatchingListFromQueue(GetMainEventQueue(), 1, &nine);
+    EXPECT_EQ(GetNumEventsInQueue(GetMainEventQueue()), 0);
+    EXPECT_EQ(PostEventToQueue(GetMainEventQueue(), nullptr, kEventPriorityStandard), paramErr);
+}
