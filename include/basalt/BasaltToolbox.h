@@ -546,6 +546,12 @@ BASALT_EXPORT StatusCode RepositionWindow(WindowRef window, WindowRef parentWind
                                           uint32_t method);
 BASALT_EXPORT StatusCode AutoPositionWindow(WindowRef window, uint32_t method, Boolean useWindow,
                                             Boolean onMainScreen);
+/* Zooms out to the ideal size (ioIdealSize when it is not empty, else the answer of "wind" 80
+   in "dims", height in v and width in h), kept on the display; zooming in puts back the bounds
+   from before. ioIdealSize gets the size used. */
+enum { inZoomIn = 7, inZoomOut = 8 };
+BASALT_EXPORT StatusCode ZoomWindowIdeal(WindowRef inWindow, int16_t inPartCode,
+                                         Point* ioIdealSize);
 BASALT_EXPORT StatusCode SetWindowTitleWithBCString(WindowRef window, BCStringRef title);
 BASALT_EXPORT StatusCode CopyWindowTitleAsBCString(WindowRef window, BCStringRef* outTitle);
 BASALT_EXPORT void SetWRefCon(WindowRef window, long data);

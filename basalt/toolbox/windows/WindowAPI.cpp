@@ -232,6 +232,47 @@ StatusCode AutoPositionWindow(WindowRef window, uint32_t method, Boolean useWind
                                                                   : kWindowCenterOnMainScreen);
 }
 
+StatusCode ZoomWindowIdeal(WindowRef inWindow, int16_t inPartCode, Point* ioIdealSize) {
+    Window* live = Live(inWindow);
+    if (live == nullptr)
+        return errInvalidWindowRef;
+    if (inPartCode == inZoomIn) {
+        if (live->unzoomedBounds)
+            live->SetContentBounds(*live->unzoomedBounds);
+        live->unzoomedBounds.reset();
+        return noErr;
+    }
+    if (inPartCode != inZoomOut)
+        return paramErr;
+    Point ideal = ioIdealSize != nullptr ? *ioIdealSize : Point{0, 0};
+    if (ideal.h <= 0 || ideal.v <= 0) {
+        EventHolder ask(kEventClassWindow, kEventWindowGetIdealSize);
+        SetParam(ask.get(), kEventParamDirectObject, typeWindowRef, inWindow);
+        if (SendEventToEventTargetWithOptions(ask.get(), live->Target(),
+                                              kEventTargetDontPropagate) != noErr ||
+            !GetParam(ask.get(), kEventParamDimensions, typeQDPoint, &ideal))
+            return eventNotHandledErr;
+    }
+    Rect display = CurrentBackend().DisplayBounds();
+    Rect bounds = live->ContentBounds();
+    if (!live->unzoomedBounds)
+        live->unzoomedBounds = bounds;
+    ideal.h = std::min<int16_t>(ideal.h, int16_t(display.right - display.left));
+    ideal.v =
+        std::min<int16_t>(ideal.v, int16_t(display.bottom - display.top -
+                                           (live->HasTitleBar() ? kBTWindowTitleBarHeight : 0)));
+    bounds.right = int16_t(bounds.left + ideal.h);
+    bounds.bottom = int16_t(bounds.top + ideal.v);
+    // Slide the window back onto the display if the new size pushes it off.
+    int16_t dh = std::min<int16_t>(0, int16_t(display.right - bounds.right));
+    int16_t dv = std::min<int16_t>(0, int16_t(display.bottom - bounds.bottom));
+    OffsetRect(&bounds, dh, dv);
+    live->SetContentBounds(bounds);
+    if (ioIdealSize != nullptr)
+        *ioIdealSize = ideal;
+    return noErr;
+}
+
 StatusCode SetWindowTitleWithBCString(WindowRef window, BCStringRef title) {
     Window* live = Live(window);
     if (live == nullptr)
