@@ -1235,6 +1235,16 @@ BASALT_EXPORT StatusCode PasteboardCopyItemFlavors(PasteboardRef inPasteboard,
 
 #ifdef __cplusplus
 }
+
+/* The records' layouts on our LP64 target: field order and widths as above, pointers 8 bytes. */
+static_assert(sizeof(EventTypeSpec) == 8, "EventTypeSpec");
+static_assert(sizeof(ControlID) == 8 && sizeof(ControlKind) == 8, "ControlID, ControlKind");
+static_assert(sizeof(ControlEditTextSelectionRec) == 4, "ControlEditTextSelectionRec");
+static_assert(sizeof(BTCommand) == 24 && offsetof(BTCommand, menu) == 8, "BTCommand");
+static_assert(sizeof(EventRecord) == 32 && offsetof(EventRecord, message) == 8 &&
+                  offsetof(EventRecord, when) == 16 && offsetof(EventRecord, where) == 20 &&
+                  offsetof(EventRecord, modifiers) == 24,
+              "EventRecord");
 #endif
 
 #endif /* BASALT_TOOLBOX_H */
