@@ -555,6 +555,12 @@ BASALT_EXPORT StatusCode RepositionWindow(WindowRef window, WindowRef parentWind
                                           uint32_t method);
 BASALT_EXPORT StatusCode AutoPositionWindow(WindowRef window, uint32_t method, Boolean useWindow,
                                             Boolean onMainScreen);
+/* Zooms out to the ideal size (ioIdealSize when it is not empty, else the answer of "wind" 80
+   in "dims", height in v and width in h), kept on the display; zooming in puts back the bounds
+   from before. ioIdealSize gets the size used. */
+enum { inZoomIn = 7, inZoomOut = 8 };
+BASALT_EXPORT StatusCode ZoomWindowIdeal(WindowRef inWindow, int16_t inPartCode,
+                                         Point* ioIdealSize);
 BASALT_EXPORT StatusCode SetWindowTitleWithBCString(WindowRef window, BCStringRef title);
 BASALT_EXPORT StatusCode CopyWindowTitleAsBCString(WindowRef window, BCStringRef* outTitle);
 BASALT_EXPORT void SetWRefCon(WindowRef window, long data);
@@ -1238,6 +1244,16 @@ BASALT_EXPORT StatusCode PasteboardCopyItemFlavors(PasteboardRef inPasteboard,
 
 #ifdef __cplusplus
 }
+
+/* The records' layouts on our LP64 target: field order and widths as above, pointers 8 bytes. */
+static_assert(sizeof(EventTypeSpec) == 8, "EventTypeSpec");
+static_assert(sizeof(ControlID) == 8 && sizeof(ControlKind) == 8, "ControlID, ControlKind");
+static_assert(sizeof(ControlEditTextSelectionRec) == 4, "ControlEditTextSelectionRec");
+static_assert(sizeof(BTCommand) == 24 && offsetof(BTCommand, menu) == 8, "BTCommand");
+static_assert(sizeof(EventRecord) == 32 && offsetof(EventRecord, message) == 8 &&
+                  offsetof(EventRecord, when) == 16 && offsetof(EventRecord, where) == 20 &&
+                  offsetof(EventRecord, modifiers) == 24,
+              "EventRecord");
 #endif
 
 #endif /* BASALT_TOOLBOX_H */

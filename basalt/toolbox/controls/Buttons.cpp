@@ -157,7 +157,7 @@ StatusCode SegmentedView::SetKindData(ResType tag, size_t size, const void* data
     if (size != sizeof count_ || data == nullptr)
         return paramErr;
     std::memcpy(&count_, data, sizeof count_);
-    count_ = std::max(1u, count_);
+    count_ = std::clamp(count_, 1u, kMaximumSegments);
     SetMaximum(int32_t(count_));
     SetNeedsDisplay();
     return noErr;

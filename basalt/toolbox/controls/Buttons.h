@@ -33,6 +33,8 @@ public:
 
 class SegmentedView : public View {
 public:
+    static constexpr uint32_t kMaximumSegments = 64;
+
     SegmentedView();
     void Draw(BGContextRef context) override;
     ControlPartCode HitTest(BGPoint local) override;

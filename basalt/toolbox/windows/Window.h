@@ -11,6 +11,7 @@
 
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -37,6 +38,8 @@ public:
     std::unique_ptr<Dialog> dialog;
 
     const Rect& ContentBounds() const { return content_; }
+    // The bounds a zoom out left behind, for zooming back in.
+    std::optional<Rect> unzoomedBounds;
     void SetContentBounds(const Rect& bounds);
     Rect StructureBounds() const;
     bool HasTitleBar() const;

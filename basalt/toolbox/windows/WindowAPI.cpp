@@ -1,8 +1,6 @@
-// The C calls on windows, the modal loops, ports, the display and the beep.
+// The C calls on windows: making and disposing, showing, placing, titles and properties, and
+// the display they are on.
 
-#include "basalt/toolbox/dialogs/Dialog.h"
-#include "basalt/toolbox/events/EventLoop.h"
-#include "basalt/toolbox/menus/MenuBar.h"
 #include "basalt/toolbox/views/UnicodeText.h"
 #include "basalt/toolbox/windows/WindowList.h"
 
@@ -12,17 +10,7 @@ using namespace basalt::toolbox;
 
 namespace {
 
-Window* Live(WindowRef ref) {
-    return windows::IsValid(ref) ? Window::From(ref) : nullptr;
-}
-
-GrafPtr gCurrentPort = nullptr;
-
-struct ModalRun {
-    Window* window;
-    OpaqueEventLoopRef::RunLevel* level;
-};
-std::vector<ModalRun> gModalRuns;
+using windows::Live;
 
 Rect Centered(const Rect& within, int16_t width, int16_t height, double verticalShare) {
     int16_t left = int16_t(within.left + (within.right - within.left - width) / 2);
@@ -244,6 +232,47 @@ StatusCode AutoPositionWindow(WindowRef window, uint32_t method, Boolean useWind
                                                                   : kWindowCenterOnMainScreen);
 }
 
+StatusCode ZoomWindowIdeal(WindowRef inWindow, int16_t inPartCode, Point* ioIdealSize) {
+    Window* live = Live(inWindow);
+    if (live == nullptr)
+        return errInvalidWindowRef;
+    if (inPartCode == inZoomIn) {
+        if (live->unzoomedBounds)
+            live->SetContentBounds(*live->unzoomedBounds);
+        live->unzoomedBounds.reset();
+        return noErr;
+    }
+    if (inPartCode != inZoomOut)
+        return paramErr;
+    Point ideal = ioIdealSize != nullptr ? *ioIdealSize : Point{0, 0};
+    if (ideal.h <= 0 || ideal.v <= 0) {
+        EventHolder ask(kEventClassWindow, kEventWindowGetIdealSize);
+        SetParam(ask.get(), kEventParamDirectObject, typeWindowRef, inWindow);
+        if (SendEventToEventTargetWithOptions(ask.get(), live->Target(),
+                                              kEventTargetDontPropagate) != noErr ||
+            !GetParam(ask.get(), kEventParamDimensions, typeQDPoint, &ideal))
+            return eventNotHandledErr;
+    }
+    Rect display = CurrentBackend().DisplayBounds();
+    Rect bounds = live->ContentBounds();
+    if (!live->unzoomedBounds)
+        live->unzoomedBounds = bounds;
+    ideal.h = std::min<int16_t>(ideal.h, int16_t(display.right - display.left));
+    ideal.v =
+        std::min<int16_t>(ideal.v, int16_t(display.bottom - display.top -
+                                           (live->HasTitleBar() ? kBTWindowTitleBarHeight : 0)));
+    bounds.right = int16_t(bounds.left + ideal.h);
+    bounds.bottom = int16_t(bounds.top + ideal.v);
+    // Slide the window back onto the display if the new size pushes it off.
+    int16_t dh = std::min<int16_t>(0, int16_t(display.right - bounds.right));
+    int16_t dv = std::min<int16_t>(0, int16_t(display.bottom - bounds.bottom));
+    OffsetRect(&bounds, dh, dv);
+    live->SetContentBounds(bounds);
+    if (ioIdealSize != nullptr)
+        *ioIdealSize = ideal;
+    return noErr;
+}
+
 StatusCode SetWindowTitleWithBCString(WindowRef window, BCStringRef title) {
     Window* live = Live(window);
     if (live == nullptr)
@@ -350,254 +379,6 @@ RgnHandle GetGrayRgn(void) {
 
 int16_t GetMBarHeight(void) {
     return CurrentBackend().MenuBarHeight();
-}
-
-StatusCode ShowSheetWindow(WindowRef inSheet, WindowRef inParentWindow) {
-    Window* sheet = Live(inSheet);
-    Window* parent = Live(inParentWindow);
-    if (sheet == nullptr || parent == nullptr || sheet == parent)
-        return errInvalidWindowRef;
-    if (parent->VisibleSheet() != nullptr && parent->VisibleSheet() != sheet)
-        return paramErr;
-    sheet->sheetParent = parent->Shared();
-    parent->sheet = sheet->Shared();
-    const Rect& host = parent->ContentBounds();
-    const Rect& own = sheet->ContentBounds();
-    int16_t width = int16_t(own.right - own.left);
-    MoveWindow(inSheet, int16_t(host.left + (host.right - host.left - width) / 2), host.top, false);
-    sheet->SetVisible(true);
-    windows::BringToFront(sheet);
-    return noErr;
-}
-
-StatusCode HideSheetWindow(WindowRef inSheet) {
-    Window* sheet = Live(inSheet);
-    if (sheet == nullptr)
-        return errInvalidWindowRef;
-    sheet->SetVisible(false);
-    if (auto parent = sheet->sheetParent.lock())
-        parent->Invalidate();
-    windows::UpdateActivation();
-    return noErr;
-}
-
-StatusCode GetSheetWindowParent(WindowRef inSheet, WindowRef* outParentWindow) {
-    Window* sheet = Live(inSheet);
-    if (sheet == nullptr || outParentWindow == nullptr)
-        return errInvalidWindowRef;
-    auto parent = sheet->sheetParent.lock();
-    *outParentWindow = parent != nullptr ? parent->Ref() : nullptr;
-    return noErr;
-}
-
-StatusCode BeginAppModalStateForWindow(WindowRef inWindow) {
-    Window* live = Live(inWindow);
-    if (live == nullptr)
-        return errInvalidWindowRef;
-    windows::PushModal(live);
-    _BeginAppModalState();
-    return noErr;
-}
-
-StatusCode EndAppModalStateForWindow(WindowRef inWindow) {
-    Window* window = Window::From(inWindow);
-    if (inWindow == nullptr)
-        return errInvalidWindowRef;
-    windows::PopModal(window);
-    _EndAppModalState();
-    return noErr;
-}
-
-StatusCode RunAppModalLoopForWindow(WindowRef inWindow) {
-    Window* live = Live(inWindow);
-    if (live == nullptr)
-        return errInvalidWindowRef;
-    auto keep = live->Shared();
-    BeginAppModalStateForWindow(inWindow);
-    OpaqueEventLoopRef::RunLevel level;
-    gModalRuns.push_back({live, &level});
-    RunLevel(level, kEventDurationForever);
-    std::erase_if(gModalRuns, [&](const ModalRun& run) { return run.level == &level; });
-    EndAppModalStateForWindow(inWindow);
-    return noErr;
-}
-
-StatusCode QuitAppModalLoopForWindow(WindowRef inWindow) {
-    for (auto it = gModalRuns.rbegin(); it != gModalRuns.rend(); ++it)
-        if (it->window == Window::From(inWindow)) {
-            it->level->quit = true;
-            GetMainEventQueue()->Wake();
-            return noErr;
-        }
-    return errInvalidWindowRef;
-}
-
-void GetPort(GrafPtr* port) {
-    if (port != nullptr)
-        *port = gCurrentPort;
-}
-
-void SetPort(GrafPtr port) {
-    gCurrentPort = port;
-}
-
-// A window's port is the window itself seen through the port type.
-CGrafPtr GetWindowPort(WindowRef window) {
-    return reinterpret_cast<CGrafPtr>(window);
-}
-
-void SetPortWindowPort(WindowRef window) {
-    SetPort(GetWindowPort(window));
-}
-
-WindowRef GetWindowFromPort(CGrafPtr port) {
-    return reinterpret_cast<WindowRef>(port);
-}
-
-Rect* GetPortBounds(CGrafPtr port, Rect* rect) {
-    Window* live = Live(GetWindowFromPort(port));
-    if (rect == nullptr)
-        return rect;
-    *rect = Rect{0, 0, 0, 0};
-    if (live != nullptr) {
-        const Rect& content = live->ContentBounds();
-        *rect = {0, 0, int16_t(content.bottom - content.top),
-                 int16_t(content.right - content.left)};
-    }
-    return rect;
-}
-
-namespace {
-std::map<CGrafPtr, RgnHandle>& VisibleRegions() {
-    static std::map<CGrafPtr, RgnHandle> regions;
-    return regions;
-}
-} // namespace
-
-RgnHandle GetPortVisibleRegion(CGrafPtr port, RgnHandle visRgn) {
-    if (visRgn == nullptr)
-        return visRgn;
-    auto it = VisibleRegions().find(port);
-    if (it != VisibleRegions().end() && Live(GetWindowFromPort(port)) != nullptr) {
-        CopyRgn(it->second, visRgn);
-    } else {
-        Rect bounds;
-        GetPortBounds(port, &bounds);
-        RectRgn(visRgn, &bounds);
-    }
-    return visRgn;
-}
-
-void SetPortVisibleRegion(CGrafPtr port, RgnHandle visRgn) {
-    if (port == nullptr || visRgn == nullptr)
-        return;
-    RgnHandle& stored = VisibleRegions()[port];
-    if (stored == nullptr)
-        stored = NewRgn();
-    CopyRgn(visRgn, stored);
-}
-
-namespace {
-uint32_t gThemeCursor = 0;
-}
-
-void InitCursor(void) {
-    gThemeCursor = 0;
-}
-
-StatusCode SetThemeCursor(uint32_t inCursor) {
-    gThemeCursor = inCursor;
-    return noErr;
-}
-
-void AudioServicesPlayAlertSound(uint32_t) {
-    CurrentBackend().Beep();
-}
-
-StatusCode GetRootControl(WindowRef window, ControlRef* outControl) {
-    Window* live = Live(window);
-    if (live == nullptr || outControl == nullptr)
-        return errInvalidWindowRef;
-    *outControl = live->Root().Ref();
-    return noErr;
-}
-
-BTViewRef BTViewGetRoot(WindowRef inWindow) {
-    Window* live = Live(inWindow);
-    return live != nullptr ? live->Root().Ref() : nullptr;
-}
-
-StatusCode GetControlByID(WindowRef inWindow, const ControlID* inID, ControlRef* outControl) {
-    Window* live = Live(inWindow);
-    if (live == nullptr || inID == nullptr || outControl == nullptr)
-        return paramErr;
-    View* found = live->Root().FindByID(*inID);
-    *outControl = found != nullptr ? found->Ref() : nullptr;
-    return found != nullptr ? StatusCode(noErr) : StatusCode(errUnknownControl);
-}
-
-StatusCode SetKeyboardFocus(WindowRef inWindow, ControlRef inControl, ControlPartCode inPart) {
-    Window* live = Live(inWindow);
-    if (live == nullptr)
-        return errInvalidWindowRef;
-    if (inPart == kControlFocusNoPart || inControl == nullptr)
-        return live->SetFocus(nullptr, kControlFocusNoPart);
-    return live->SetFocus(View::From(inControl), inPart);
-}
-
-StatusCode GetKeyboardFocus(WindowRef inWindow, ControlRef* outControl) {
-    Window* live = Live(inWindow);
-    if (live == nullptr || outControl == nullptr)
-        return errInvalidWindowRef;
-    View* focus = live->Focus();
-    *outControl = focus != nullptr ? focus->Ref() : nullptr;
-    return noErr;
-}
-
-StatusCode ClearKeyboardFocus(WindowRef inWindow) {
-    return SetKeyboardFocus(inWindow, nullptr, kControlFocusNoPart);
-}
-
-StatusCode AdvanceKeyboardFocus(WindowRef inWindow) {
-    Window* live = Live(inWindow);
-    if (live == nullptr)
-        return errInvalidWindowRef;
-    live->AdvanceFocus(false);
-    return noErr;
-}
-
-StatusCode SetWindowDefaultButton(WindowRef inWindow, ControlRef inControl) {
-    Window* live = Live(inWindow);
-    if (live == nullptr)
-        return errInvalidWindowRef;
-    live->SetDefaultButton(inControl != nullptr ? View::From(inControl) : nullptr);
-    return noErr;
-}
-
-StatusCode SetWindowCancelButton(WindowRef inWindow, ControlRef inControl) {
-    Window* live = Live(inWindow);
-    if (live == nullptr)
-        return errInvalidWindowRef;
-    live->SetCancelButton(inControl != nullptr ? View::From(inControl) : nullptr);
-    return noErr;
-}
-
-StatusCode GetWindowDefaultButton(WindowRef inWindow, ControlRef* outControl) {
-    Window* live = Live(inWindow);
-    if (live == nullptr || outControl == nullptr)
-        return errInvalidWindowRef;
-    View* button = live->DefaultButton();
-    *outControl = button != nullptr ? button->Ref() : nullptr;
-    return noErr;
-}
-
-StatusCode GetWindowCancelButton(WindowRef inWindow, ControlRef* outControl) {
-    Window* live = Live(inWindow);
-    if (live == nullptr || outControl == nullptr)
-        return errInvalidWindowRef;
-    View* button = live->CancelButton();
-    *outControl = button != nullptr ? button->Ref() : nullptr;
-    return noErr;
 }
 
 } // extern "C"

@@ -1,6 +1,7 @@
 // Bad layout files fail with a status and a message that names the file, the window and the
 // problem.
 
+#include "basalt/toolbox/events/Event.h"
 #include "basalt/toolbox/views/UnicodeText.h"
 #include "tests/support/TestEnvironment.h"
 
@@ -97,4 +98,21 @@ TEST(LayoutFile, TheLibrarysBundleIsFoundByIdentifier) {
     StringHolder missing(MakeBCString(u"Nope"));
     EXPECT_EQ(CreateLayoutReferenceWithBCBundle(bundle, missing.get(), &layout), errLayoutFile);
     EXPECT_EQ(LastError(), "Nope.json: the bundle has no such layout file");
+}
+
+TEST(LayoutFile, OutlandishNumbersAreKeptInBounds) {
+    WindowRef window = nullptr;
+    const char* json = R"({"windows": {"Main": {"frame": [0, 0, 100, 40], "controls": [
+        {"kind": "segmented", "id": ["kels", 1], "frame": [0, 0, 90, 20], "segments": -1},
+        {"kind": "push-button", "frame": [99999, -99999, 1e9, 20]}]}}})";
+    ASSERT_EQ(Build(json, u"Main", &window), noErr) << LastError();
+    ControlID id{FourCC("kels"), 1};
+    ControlRef segmented = nullptr;
+    GetControlByID(window, &id, &segmented);
+    uint32_t count = 0;
+    GetControlData(segmented, 0, kControlSegmentCountTag, sizeof count, &count, nullptr);
+    EXPECT_EQ(count, 64u);
+    ShowWindow(window);
+    EXPECT_EQ(BTWindowFlush(window), noErr);
+    DisposeWindow(window);
 }

@@ -250,3 +250,29 @@ TEST(Window, ASheetHangsFromItsParentsTopAndAParentHoldsOneAtATime) {
     EXPECT_FALSE(IsValidWindowPtr(second));
     DisposeWindow(sheet);
 }
+
+TEST(Window, ZoomingGoesToTheIdealSizeOnTheDisplayAndBack) {
+    WindowRef window = MakeWindow(1000);
+    const EventTypeSpec ideal = {kEventClassWindow, kEventWindowGetIdealSize};
+    InstallEventHandler(
+        GetWindowEventTarget(window),
+        [](EventHandlerCallRef, EventRef event, void*) -> StatusCode {
+            Point size = {600, 800}; // height, width
+            SetParam(event, kEventParamDimensions, typeQDPoint, size);
+            return noErr;
+        },
+        1, &ideal, nullptr, nullptr);
+    Point used{0, 0};
+    ASSERT_EQ(ZoomWindowIdeal(window, inZoomOut, &used), noErr);
+    EXPECT_EQ(used.h, 800);
+    Rect bounds{};
+    GetWindowBounds(window, kWindowContentRgn, &bounds);
+    EXPECT_EQ(bounds.right - bounds.left, 800);
+    EXPECT_EQ(bounds.bottom - bounds.top, 600);
+    EXPECT_LE(bounds.right, 1440);
+    ZoomWindowIdeal(window, inZoomIn, nullptr);
+    GetWindowBounds(window, kWindowContentRgn, &bounds);
+    EXPECT_EQ(bounds.left, 1000);
+    EXPECT_EQ(bounds.right - bounds.left, 300);
+    DisposeWindow(window);
+}
