@@ -99,12 +99,11 @@ StatusCode BuildAlert(AlertType, BCStringRef error, BCStringRef explanation,
     double buttonsTop = kMargin + messageHeight + (detail.empty() ? 0 : 8 + detailHeight) + 20;
     Rect bounds = {0, 0, int16_t(buttonsTop + kButtonHeight + kMargin), int16_t(kWidth)};
 
-    WindowAttributes attributes = p.movable ? kWindowNoAttributes : kWindowNoAttributes;
     WindowClass actualClass = windowClass;
     if (windowClass != kSheetWindowClass)
         actualClass = p.movable ? kMovableAlertWindowClass : kAlertWindowClass;
     WindowRef ref = nullptr;
-    if (StatusCode status = CreateNewWindow(actualClass, attributes, &bounds, &ref);
+    if (StatusCode status = CreateNewWindow(actualClass, kWindowNoAttributes, &bounds, &ref);
         status != noErr)
         return status;
     Window& window = *Window::From(ref);
