@@ -209,18 +209,12 @@ std::vector<Arg> ReadArgs(const std::vector<ArgKind>& kinds, va_list arguments) 
 
 std::string CFormat(const Spec& spec, int width, int precision, const char* length,
                     char conversion) {
-    // Built by appending only: GCC 12 at -O3 misreads "%" + string as an overlapping copy.
-    std::string format(1, '%');
-    format += spec.flags;
+    std::string format = "%" + spec.flags;
     if (width >= 0)
         format += std::to_string(width);
-    if (precision >= 0) {
-        format += '.';
-        format += std::to_string(precision);
-    }
-    format += length;
-    format += conversion;
-    return format;
+    if (precision >= 0)
+        format += "." + std::to_string(precision);
+    return format + length + conversion;
 }
 
 template <class T>
