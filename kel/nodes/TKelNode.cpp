@@ -458,6 +458,14 @@ StatusCode TKelNode::GetOriginalInfo(NodeSpecies& species, uint32_t& creator, ui
         return status != noErr ? status : original.GetOriginalInfo(species, creator, type, nullptr);
     }
     if (NodeIsAlias(nodeRef)) {
+        // A link's type comes from what it points to; when that can't be read the link is
+        // broken, and it fails here rather than passing as an untyped file.
+        FourCharCode aliasType = 0;
+        StatusCode status = GetNodePropertyAsFourCharCode(nodeRef, kTypeCode, &aliasType, 0);
+        if (status != noErr) {
+            species = kNodeSpeciesAlias;
+            return status;
+        }
         return ClassifyAlias(species, creator, type, typeIdentifier);
     }
     species = GetSpecies(kNodeSpeciesAll);

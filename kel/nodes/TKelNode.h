@@ -108,6 +108,10 @@ public:
     StatusCode GetOriginalInfo(NodeSpecies& species, uint32_t& creator, uint32_t& type,
                                BCStringRef* typeIdentifier) const;
 
+    // "MooV" when the movie library would play the file, "rbif" when it would import it as an
+    // image, hint (or the library's preference) when both, 0 when neither or unknown.
+    FourCharCode MetaType(FourCharCode hint) const;
+
     // The absolute path as segments; the first segment is empty.
     void GetPathName(std::vector<TUniString>& out) const;
 
@@ -125,3 +129,13 @@ private:
 // Text for a segment list, the inverse of GetPathName (see TKelNode(segments, base)).
 void GetPathNameString(const std::vector<TUniString>& segments, const TKelNode& base,
                        TUniString& out);
+
+// Asks the movie library whether it can import (as an image) or play a file. The library is
+// reached through a pointer that the preview subsystem's linkage sets once it has loaded it;
+// until then the answer is kReelboxUnavailableErr with all three results cleared.
+typedef StatusCode (*CanReelboxOpenFileProc)(const BFSpec* file, FourCharCode type,
+                                             FourCharCode reserved, Boolean* canImport,
+                                             Boolean* canPlay, Boolean* preferImport,
+                                             uint32_t flags);
+enum : StatusCode { kReelboxUnavailableErr = -32766 };
+extern CanReelboxOpenFileProc gCanReelboxOpenFile;
