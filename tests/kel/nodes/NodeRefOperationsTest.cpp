@@ -37,9 +37,6 @@ TEST_F(NodeRefOperationsTest, NamesCompareByTheFileSystemsRuleForCase) {
     EXPECT_EQ(NodeRefOps::NameSyntaxClass(node.PeekNodeRef()), 1u);
     EXPECT_NE(
         NodeRefOps::CompareNamesInContext(node.PeekNodeRef(), BCSTR("readme"), BCSTR("Readme")), 0);
-    EXPECT_EQ(NodeRefOps::CompareNamesInContext(node.PeekNodeRef(), BCSTR(""), BCSTR("a")), -1);
-    EXPECT_EQ(NodeRefOps::CompareNamesInContext(node.PeekNodeRef(), BCSTR("a"), BCSTR("")), 1);
-    EXPECT_EQ(NodeRefOps::CompareNamesInContext(node.PeekNodeRef(), BCSTR(""), BCSTR("")), 0);
     EXPECT_FALSE(ChildOf(node.PeekNodeRef(), "Readme").IsEmpty());
     EXPECT_TRUE(ChildOf(node.PeekNodeRef(), "README").IsEmpty());
 }
