@@ -1,6 +1,6 @@
 // The record a client's filter callback receives. Only bytes 0 to 61 are filled: the common
 // head, then the file form or the folder form. An alias that leads to a folder is reported with
-// isFolder set but in the file form, as clients have always seen it.
+// isFolder set but in the file form, the form clients read for it.
 
 #include "kel/nodes/TNodeFilter.h"
 

@@ -15,15 +15,14 @@ CanReelboxOpenFileProc gCanReelboxOpenFile = MovieLibraryMissing;
 
 FourCharCode TKelNode::MetaType(FourCharCode hint) const {
     BFRef ref;
-    BFSpec specification;
+    BFSpec fileSpec;
     if (GetAsBFRef(ref) != noErr ||
-        BFGetCatalogInfo(&ref, 0, nullptr, nullptr, &specification, nullptr) != noErr) {
+        BFGetCatalogInfo(&ref, 0, nullptr, nullptr, &fileSpec, nullptr) != noErr) {
         return 0;
     }
     FourCharCode type = ReadFourCharCode(NodeCode("asty"));
     Boolean canImport = false, canPlay = false, preferImport = false;
-    if (gCanReelboxOpenFile(&specification, type, 0, &canImport, &canPlay, &preferImport, 3) !=
-        noErr) {
+    if (gCanReelboxOpenFile(&fileSpec, type, 0, &canImport, &canPlay, &preferImport, 3) != noErr) {
         return 0;
     }
     if (canImport && canPlay) {

@@ -116,7 +116,7 @@ void TNodePathHelper::SynchronizeNodePath() {
     }
 }
 
-bool TNodePathHelper::ResolveAbsolute(BCRange range) {
+void TNodePathHelper::ResolveAbsolute(BCRange range) {
     nodePath.emplace_back(RootNode(), true);
     TStringRef segment(CopyNextPathSegment(textPath, range, false), false);
     if (segment.IsNil()) {
@@ -124,7 +124,7 @@ bool TNodePathHelper::ResolveAbsolute(BCRange range) {
             nodePath.emplace_back(BootNode(), true);
             state = kInStep;
         }
-        return state == kInStep;
+        return;
     }
     BCStringRef name = segment.AsBCStringRef();
     // A volume is found through its entry in the volumes folder, and the volume itself enters
@@ -143,13 +143,12 @@ bool TNodePathHelper::ResolveAbsolute(BCRange range) {
             nodePath.emplace_back(RootNode(), true);
             state = kInStep;
         }
-        return state == kInStep;
+        return;
     }
     nodePath.push_back(top);
     if (AppendRelativePathNodesToArray(textPath, range, nodePath)) {
         state = kInStep;
     }
-    return state == kInStep;
 }
 
 void TNodePathHelper::ResolveHome(BCRange range) {

@@ -44,7 +44,7 @@ public:
 private:
     TNodePathHelper();
     void ReplaceText(BCMutableStringRef text);
-    bool ResolveAbsolute(BCRange range);
+    void ResolveAbsolute(BCRange range);
     void ResolveHome(BCRange range);
     void CollapseVolumesFolder();
 

@@ -269,14 +269,14 @@ void PostToTarget(EventTargetRef target) {
 } // namespace
 
 TEST(PostTargetTest, PostedEventsGoToTheirTargetWhileItLives) {
-    const EventTypeSpec spec = {0x6B656C73 /* "kels" */, 32768};
+    const EventTypeSpec wakeUp = {0x6B656C73 /* "kels" */, 32768};
     int atControl = 0, atApplication = 0;
     EventHandlerRef applicationHandler = nullptr;
-    InstallEventHandler(GetApplicationEventTarget(), CountInto, 1, &spec, &atApplication,
+    InstallEventHandler(GetApplicationEventTarget(), CountInto, 1, &wakeUp, &atApplication,
                         &applicationHandler);
     WindowRef window = MakeWindow(10);
     ControlRef button = MakeButton(window, u"Wake");
-    InstallEventHandler(GetControlEventTarget(button), CountInto, 1, &spec, &atControl, nullptr);
+    InstallEventHandler(GetControlEventTarget(button), CountInto, 1, &wakeUp, &atControl, nullptr);
 
     PostToTarget(GetControlEventTarget(button));
     RunCurrentEventLoop(0.05);
