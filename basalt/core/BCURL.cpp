@@ -2,6 +2,7 @@
 
 #include "basalt/core/BCString.h"
 #include "basalt/core/EncodingConverter.h"
+#include "basalt/core/NameCodec.h"
 
 #include <cctype>
 #include <cstring>
@@ -48,6 +49,11 @@ std::string TrimmedPath(const URL& url) {
     while (path.size() > 1 && path.back() == '/')
         path.pop_back();
     return path;
+}
+
+// File paths are bytes: ones that are not UTF-8 keep their value as escapes (see NameCodec).
+BCStringRef PathFromBytes(const std::string& bytes) {
+    return MakeString(DecodeName(bytes));
 }
 
 BCStringRef StringFromBytes(const std::string& bytes) {
@@ -163,7 +169,7 @@ BCURLRef BCURLCreateWithFileSystemPath(BCAllocatorRef, BCStringRef filePath, BCU
                                        Boolean isDirectory) {
     if (basalt::As<basalt::String>(filePath) == nullptr)
         return nullptr;
-    return basalt::MakeFileURL(basalt::UTF8Of(filePath), isDirectory);
+    return basalt::MakeFileURL(basalt::EncodeName(basalt::TextOf(filePath)), isDirectory);
 }
 
 BCURLRef BCURLCreateFromFileSystemRepresentation(BCAllocatorRef, const uint8_t* buffer,
@@ -182,7 +188,7 @@ BCURLRef BCURLCreateCopyAppendingPathComponent(BCAllocatorRef, BCURLRef url,
     std::string path = object->Path();
     if (path.empty() || path.back() != '/')
         path += '/';
-    path += basalt::EscapePath(basalt::UTF8Of(pathComponent));
+    path += basalt::EscapePath(basalt::EncodeName(basalt::TextOf(pathComponent)));
     if (isDirectory && path.back() != '/')
         path += '/';
     return basalt::MakeURL(object->WithPath(path));
@@ -208,7 +214,7 @@ BCStringRef BCURLCopyFileSystemPath(BCURLRef url, BCURLPathStyle) {
     if (object == nullptr)
         return nullptr;
     auto bytes = basalt::UnescapePath(basalt::TrimmedPath(*object));
-    return bytes ? basalt::StringFromBytes(*bytes) : nullptr;
+    return bytes ? basalt::PathFromBytes(*bytes) : nullptr;
 }
 
 Boolean BCURLGetFileSystemRepresentation(BCURLRef url, Boolean, uint8_t* buffer,
@@ -230,7 +236,7 @@ BCStringRef BCURLCopyLastPathComponent(BCURLRef url) {
         return nullptr;
     std::string path = basalt::TrimmedPath(*object);
     auto bytes = basalt::UnescapePath(path == "/" ? path : path.substr(path.rfind('/') + 1));
-    return bytes ? basalt::StringFromBytes(*bytes) : nullptr;
+    return bytes ? basalt::PathFromBytes(*bytes) : nullptr;
 }
 
 BCStringRef BCURLCopyScheme(BCURLRef url) {

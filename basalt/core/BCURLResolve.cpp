@@ -3,6 +3,7 @@
 #include "basalt/core/BCString.h"
 #include "basalt/core/BCURL.h"
 #include "basalt/core/EncodingConverter.h"
+#include "basalt/core/NameCodec.h"
 
 #include <vector>
 
@@ -65,7 +66,7 @@ BCURLRef BCURLCreateWithFileSystemPathRelativeToBase(BCAllocatorRef allocator, B
                                                      BCURLPathStyle pathStyle, Boolean isDirectory,
                                                      BCURLRef baseURL) {
     const URL* base = basalt::As<URL>(baseURL);
-    std::string path = basalt::UTF8Of(filePath);
+    std::string path = basalt::EncodeName(basalt::TextOf(filePath));
     if (base == nullptr || path.empty() || path[0] == '/')
         return BCURLCreateWithFileSystemPath(allocator, filePath, pathStyle, isDirectory);
     std::string escaped = basalt::EscapePath(path);

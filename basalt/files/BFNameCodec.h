@@ -1,17 +1,14 @@
 #pragma once
 
-// File names are bytes; the rest of the system speaks UTF-16. A name decodes as UTF-8, and a
-// byte that is not part of valid UTF-8 becomes the lone surrogate U+DC80 + byte, which encodes
-// back to the same byte: every name round-trips exactly. DisplayName is for people: there an
-// invalid byte is read as Latin-1, so "caf\xE9" shows as "café".
+// The file-name codec lives in core, where file URLs need it too; the node and file modules
+// know it by these names.
 
-#include <string>
-#include <string_view>
+#include "basalt/core/NameCodec.h"
 
 namespace basalt::files {
 
-std::u16string DecodeName(std::string_view bytes);
-std::string EncodeName(std::u16string_view text);
-std::u16string DisplayName(std::string_view bytes);
+using basalt::DecodeName;
+using basalt::DisplayName;
+using basalt::EncodeName;
 
 } // namespace basalt::files

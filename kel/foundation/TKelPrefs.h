@@ -13,6 +13,8 @@
 #include <basalt/BasaltGraphics.h>
 #include <cstdint>
 
+class TKelNodeArray;
+
 // The leaves of the per-dialog keys, made by the first TKelPrefs and kept for the process.
 extern BCStringRef kKelPrefDialogPosition;
 extern BCStringRef kKelPrefDialogSize;
@@ -72,6 +74,14 @@ public:
     static bool GetInvisiblePrefs();
 
     uint16_t MaximumRecentFolders() const { return maximumRecentFolders; }
+
+    // Puts a complete path at the front of the shared recent folders, unless a stored entry
+    // already leads to the same folder; the oldest entry makes room when the list is full.
+    void AddRecentPath(const TKelNodeArray& path) const;
+    // The location stored under key, when it still leads somewhere; out is left alone otherwise.
+    bool CopyPathWithKey(const TStringRef& key, TKelNodeArray& out) const;
+    // The dialog's last location: the one relative to home first, else the full one.
+    bool CopyDefaultPath(TKelNodeArray& out) const;
 
     // The preference names of the shared settings, as the bundle's "KelServices" table maps
     // them; looked up once and kept for the process.

@@ -1,6 +1,7 @@
 #include "kel/interface/KelStartup.h"
 
 #include "kel/foundation/KelBundle.h"
+#include "kel/nodes/TKelNode.h"
 
 bool gKelInitialized = false;
 TStringRef* kSlashStr = nullptr;
@@ -27,4 +28,5 @@ void _InitializeKel() {
     if (KelBundle::KelGetBundle() != nullptr) {
         gCommandKeys = new TStringRef(KelBundle::GetStringResource(BCSTR("Command Keys")));
     }
+    TKelNode::InitializeCatalog();
 }

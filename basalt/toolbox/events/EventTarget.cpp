@@ -1,6 +1,8 @@
 #include "basalt/toolbox/events/EventTarget.h"
 
 #include <algorithm>
+#include <mutex>
+#include <unordered_set>
 
 using basalt::toolbox::TargetOwner;
 
@@ -31,6 +33,32 @@ StatusCode CallFrom(OpaqueEventHandlerCallRef& call, EventRef event) {
 
 } // namespace
 
+namespace {
+
+// Every target that exists. Targets are made and dropped on the main thread, and looked up
+// there when posted events are dispatched; the lock keeps a stray thread from tearing it.
+struct LiveTargets {
+    std::mutex mutex;
+    std::unordered_set<const OpaqueEventTargetRef*> targets;
+};
+
+LiveTargets& TheLiveTargets() {
+    static auto* live = new LiveTargets;
+    return *live;
+}
+
+} // namespace
+
+OpaqueEventTargetRef::OpaqueEventTargetRef(TargetOwner* owner) : owner(owner) {
+    std::lock_guard lock(TheLiveTargets().mutex);
+    TheLiveTargets().targets.insert(this);
+}
+
+bool basalt::toolbox::IsLiveTarget(EventTargetRef target) {
+    std::lock_guard lock(TheLiveTargets().mutex);
+    return TheLiveTargets().targets.count(target) != 0;
+}
+
 bool OpaqueEventHandlerRef::Handles(EventClass eventClass, EventKind kind) const {
     return std::any_of(types.begin(), types.end(), [&](const EventTypeSpec& type) {
         return type.eventClass == eventClass && type.eventKind == kind;
@@ -38,6 +66,10 @@ bool OpaqueEventHandlerRef::Handles(EventClass eventClass, EventKind kind) const
 }
 
 OpaqueEventTargetRef::~OpaqueEventTargetRef() {
+    {
+        std::lock_guard lock(TheLiveTargets().mutex);
+        TheLiveTargets().targets.erase(this);
+    }
     RemoveAllHandlers();
 }
 

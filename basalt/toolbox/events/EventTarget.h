@@ -29,7 +29,7 @@ struct OpaqueEventHandlerRef {
 };
 
 struct OpaqueEventTargetRef {
-    explicit OpaqueEventTargetRef(basalt::toolbox::TargetOwner* owner) : owner(owner) {}
+    explicit OpaqueEventTargetRef(basalt::toolbox::TargetOwner* owner);
     OpaqueEventTargetRef(const OpaqueEventTargetRef&) = delete;
     OpaqueEventTargetRef& operator=(const OpaqueEventTargetRef&) = delete;
     ~OpaqueEventTargetRef();
@@ -63,6 +63,9 @@ public:
 private:
     OpaqueEventTargetRef target_;
 };
+
+// Whether target still exists: a posted event may name a target that went away meanwhile.
+bool IsLiveTarget(EventTargetRef target);
 
 // Sends an event to a target and frees it; for the toolbox's own notifications.
 StatusCode SendAndRelease(EventHolder& event, EventTargetRef target, OptionBits options = 0);

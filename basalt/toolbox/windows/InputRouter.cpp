@@ -80,6 +80,10 @@ StatusCode RouteDispatchedEvent(EventHandlerCallRef, EventRef event) {
             return SendEventToEventTarget(event, Window::From(window)->Target());
         return SendEventToEventTarget(event, GetApplicationEventTarget());
     default:
+        if (EventTargetRef target = nullptr;
+            GetParam(event, kEventParamPostTarget, typeEventTargetRef, &target) &&
+            IsLiveTarget(target))
+            return SendEventToEventTarget(event, target);
         return SendEventToEventTarget(event, GetApplicationEventTarget());
     }
 }

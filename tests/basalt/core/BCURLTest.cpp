@@ -44,8 +44,19 @@ TEST(BCURL, OddBytesRoundTripThroughEscapes) {
     }
     BCURLRef invalid = FromBytes("/tmp/\xFF");
     EXPECT_EQ(UTF8(BCURLGetString(invalid)), "file:///tmp/%FF");
-    EXPECT_EQ(BCURLCopyFileSystemPath(invalid, kBCURLPOSIXPathStyle), nullptr);
-    BCRelease(invalid);
+    // The path text keeps the byte (as an escape character) and makes the same URL again.
+    BCStringRef path = BCURLCopyFileSystemPath(invalid, kBCURLPOSIXPathStyle);
+    ASSERT_NE(path, nullptr);
+    EXPECT_EQ(BCStringGetLength(path), 6);
+    BCURLRef again = BCURLCreateWithFileSystemPath(nullptr, path, kBCURLPOSIXPathStyle, false);
+    EXPECT_EQ(Bytes(again), "/tmp/\xFF");
+    BCURLRef folder = FromBytes("/tmp", true);
+    BCStringRef leaf = BCURLCopyLastPathComponent(invalid);
+    BCURLRef child = BCURLCreateCopyAppendingPathComponent(nullptr, folder, leaf, false);
+    EXPECT_EQ(Bytes(child), "/tmp/\xFF");
+    for (BCTypeRef object : {BCTypeRef(path), BCTypeRef(again), BCTypeRef(child), BCTypeRef(folder),
+                             BCTypeRef(leaf), BCTypeRef(invalid)})
+        BCRelease(object);
 }
 
 TEST(BCURL, PathComponents) {

@@ -276,3 +276,43 @@ TEST(Window, ZoomingGoesToTheIdealSizeOnTheDisplayAndBack) {
     EXPECT_EQ(bounds.right - bounds.left, 300);
     DisposeWindow(window);
 }
+
+namespace {
+
+StatusCode CountInto(EventHandlerCallRef, EventRef, void* data) {
+    ++*static_cast<int*>(data);
+    return noErr;
+}
+
+void PostToTarget(EventTargetRef target) {
+    EventRef event = nullptr;
+    CreateEvent(nullptr, 0x6B656C73 /* "kels" */, 32768, 0, 0, &event);
+    SetEventParameter(event, kEventParamPostTarget, typeEventTargetRef, sizeof target, &target);
+    PostEventToQueue(GetMainEventQueue(), event, kEventPriorityHigh);
+    ReleaseEvent(event);
+}
+
+} // namespace
+
+TEST(PostTargetTest, PostedEventsGoToTheirTargetWhileItLives) {
+    const EventTypeSpec wakeUp = {0x6B656C73 /* "kels" */, 32768};
+    int atControl = 0, atApplication = 0;
+    EventHandlerRef applicationHandler = nullptr;
+    InstallEventHandler(GetApplicationEventTarget(), CountInto, 1, &wakeUp, &atApplication,
+                        &applicationHandler);
+    WindowRef window = MakeWindow(10);
+    ControlRef button = MakeButton(window, u"Wake");
+    InstallEventHandler(GetControlEventTarget(button), CountInto, 1, &wakeUp, &atControl, nullptr);
+
+    PostToTarget(GetControlEventTarget(button));
+    RunCurrentEventLoop(0.05);
+    EXPECT_EQ(atControl, 1);
+    EXPECT_EQ(atApplication, 0);
+
+    PostToTarget(GetControlEventTarget(button));
+    DisposeWindow(window);
+    RunCurrentEventLoop(0.05);
+    EXPECT_EQ(atControl, 1) << "a target that went away is not called";
+    EXPECT_EQ(atApplication, 1);
+    RemoveEventHandler(applicationHandler);
+}

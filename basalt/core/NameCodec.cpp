@@ -1,9 +1,9 @@
-#include "basalt/files/BFNameCodec.h"
+#include "basalt/core/NameCodec.h"
 
 #include <unicode/utf16.h>
 #include <unicode/utf8.h>
 
-namespace basalt::files {
+namespace basalt {
 namespace {
 
 constexpr char16_t kEscapeBase = 0xDC80;
@@ -63,4 +63,4 @@ std::string EncodeName(std::u16string_view text) {
     return out;
 }
 
-} // namespace basalt::files
+} // namespace basalt

@@ -1,10 +1,10 @@
-#include "basalt/files/BFNameCodec.h"
+#include "basalt/core/NameCodec.h"
 
 #include <gtest/gtest.h>
 
-using namespace basalt::files;
+using namespace basalt;
 
-TEST(BFNameCodecTest, EveryByteStringRoundTrips) {
+TEST(NameCodecTest, EveryByteStringRoundTrips) {
     for (std::string name :
          {std::string("plain"), std::string("caf\xC3\xA9"), std::string("caf\xE9"),
           std::string("\xFF\xFE\x80"), std::string("\xE2\x82"),
@@ -13,13 +13,13 @@ TEST(BFNameCodecTest, EveryByteStringRoundTrips) {
     }
 }
 
-TEST(BFNameCodecTest, InvalidBytesShowAsLatin1ForPeople) {
+TEST(NameCodecTest, InvalidBytesShowAsLatin1ForPeople) {
     EXPECT_EQ(DisplayName("caf\xE9"), u"café");
     EXPECT_EQ(DecodeName("caf\xE9").back(), u'\xDD69');
     EXPECT_EQ(DisplayName("caf\xC3\xA9"), u"café");
 }
 
-TEST(BFNameCodecTest, StraySurrogatesEncodeAsReplacement) {
+TEST(NameCodecTest, StraySurrogatesEncodeAsReplacement) {
     std::u16string text = u"x";
     text.push_back(u'\xD800');
     EXPECT_EQ(EncodeName(text), "x\xEF\xBF\xBD");
