@@ -1,6 +1,6 @@
 /*
  * Catalog information of a file or folder: flags, ids, dates, sizes, its name and its older
- * file specification, as much as whichInfo asks for.
+ * file spec (BFSpec), as much as whichInfo asks for.
  */
 #ifndef BASALT_FILES_BFCATALOGINFO_H
 #define BASALT_FILES_BFCATALOGINFO_H

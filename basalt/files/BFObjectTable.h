@@ -1,6 +1,6 @@
 #pragma once
 
-// The process-wide table behind file references and file specifications. Every file-system
+// The process-wide table behind file references and file specs (BFSpec). Every file-system
 // object that has been handed out gets a 32-bit node id, kept with its device, inode and the
 // last path it was seen at; every device gets a volume reference number (-1 for the volume of
 // "/"). Entries live as long as the process. All members are thread-safe.

@@ -47,9 +47,9 @@ BASALT_EXPORT StatusCode BFCompareBFRefs(const BFRef* a, const BFRef* b);
 BASALT_EXPORT BCURLRef BCURLCreateFromBFRef(BCAllocatorRef allocator, const BFRef* ref);
 BASALT_EXPORT Boolean BCURLGetBFRef(BCURLRef url, BFRef* ref);
 
-/* The reference a file specification names: its folder itself when the name is empty. */
+/* The reference a file spec (BFSpec) names: its folder itself when the name is empty. */
 BASALT_EXPORT StatusCode BFSpecMakeBFRef(const BFSpec* spec, BFRef* ref);
-/* The specification of an existing object: its volume, its parent's id and its name. */
+/* The BFSpec of an existing object: its volume, its parent's id and its name. */
 BASALT_EXPORT StatusCode BFRefMakeBFSpec(const BFRef* ref, BFSpec* spec);
 
 #ifdef __cplusplus

@@ -10,7 +10,7 @@ using namespace basalt::files;
 
 namespace {
 
-// The parent id that a volume's own specification carries.
+// The parent id that a volume's own BFSpec carries.
 constexpr int32_t kVolumeParentID = 1;
 
 uint64_t DeviceOf(const struct statx& info) {
