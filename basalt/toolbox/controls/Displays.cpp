@@ -1,32 +1,11 @@
 #include "basalt/toolbox/controls/Displays.h"
 
+#include "basalt/toolbox/controls/ControlDataCopy.h"
 #include "basalt/toolbox/controls/ControlDrawing.h"
 
 #include <cmath>
-#include <cstring>
 
 namespace basalt::toolbox {
-namespace {
-
-template <class T>
-StatusCode Put(const T& value, size_t size, void* data, size_t* actual) {
-    if (data != nullptr && size >= sizeof(T))
-        std::memcpy(data, &value, sizeof(T));
-    if (actual != nullptr)
-        *actual = sizeof(T);
-    return noErr;
-}
-
-template <class T>
-StatusCode Take(T* value, size_t size, const void* data) {
-    if (data == nullptr || size != sizeof(T))
-        return paramErr;
-    std::memcpy(value, data, sizeof(T));
-    return noErr;
-}
-
-} // namespace
-
 void StaticText::Draw(BGContextRef context) {
     DrawText(context, Text(), Bounds(), font, flush, ThemeState(*this), 0);
 }
@@ -42,13 +21,14 @@ BGSize StaticText::OptimalSize(float* baseline) {
 StatusCode StaticText::SetKindData(ResType tag, size_t size, const void* data) {
     if (tag != kControlFontStyleTag)
         return errDataNotSupported;
-    StatusCode status = Take(&font, size, data);
+    StatusCode status = TakeControlValue(&font, size, data);
     SetNeedsDisplay();
     return status;
 }
 
 StatusCode StaticText::GetKindData(ResType tag, size_t size, void* data, size_t* actual) {
-    return tag == kControlFontStyleTag ? Put(font, size, data, actual) : errDataNotSupported;
+    return tag == kControlFontStyleTag ? PutControlValue(font, size, data, actual)
+                                       : errDataNotSupported;
 }
 
 void GroupBox::Draw(BGContextRef context) {
@@ -92,7 +72,7 @@ StatusCode ImageView::SetKindData(ResType tag, size_t size, const void* data) {
     if (tag != kControlImageViewImageTag)
         return errDataNotSupported;
     BGImageRef image = nullptr;
-    if (StatusCode status = Take(&image, size, data); status != noErr)
+    if (StatusCode status = TakeControlValue(&image, size, data); status != noErr)
         return status;
     BGImageRetain(image);
     BGImageRelease(image_);
@@ -102,7 +82,8 @@ StatusCode ImageView::SetKindData(ResType tag, size_t size, const void* data) {
 }
 
 StatusCode ImageView::GetKindData(ResType tag, size_t size, void* data, size_t* actual) {
-    return tag == kControlImageViewImageTag ? Put(image_, size, data, actual) : errDataNotSupported;
+    return tag == kControlImageViewImageTag ? PutControlValue(image_, size, data, actual)
+                                            : errDataNotSupported;
 }
 
 ChasingArrows::~ChasingArrows() {
@@ -138,7 +119,7 @@ StatusCode ChasingArrows::SetKindData(ResType tag, size_t size, const void* data
     if (tag != kControlChasingArrowsAnimatingTag)
         return errDataNotSupported;
     Boolean animating = false;
-    if (StatusCode status = Take(&animating, size, data); status != noErr)
+    if (StatusCode status = TakeControlValue(&animating, size, data); status != noErr)
         return status;
     if (animating && timer_ == nullptr)
         InstallEventLoopTimer(GetMainEventLoop(), 0.1, 0.1, Step, this, &timer_);
@@ -153,7 +134,7 @@ StatusCode ChasingArrows::SetKindData(ResType tag, size_t size, const void* data
 StatusCode ChasingArrows::GetKindData(ResType tag, size_t size, void* data, size_t* actual) {
     if (tag != kControlChasingArrowsAnimatingTag)
         return errDataNotSupported;
-    return Put(Boolean(timer_ != nullptr), size, data, actual);
+    return PutControlValue(Boolean(timer_ != nullptr), size, data, actual);
 }
 
 } // namespace basalt::toolbox

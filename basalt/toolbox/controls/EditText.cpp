@@ -1,5 +1,6 @@
 #include "basalt/toolbox/controls/EditText.h"
 
+#include "basalt/toolbox/controls/ControlDataCopy.h"
 #include "basalt/toolbox/controls/ControlDrawing.h"
 #include "basalt/toolbox/scrap/Scrap.h"
 #include "basalt/toolbox/views/UnicodeText.h"
@@ -13,23 +14,6 @@ namespace basalt::toolbox {
 namespace {
 
 constexpr BGFloat kInset = 4;
-
-template <class T>
-StatusCode Put(const T& value, size_t size, void* data, size_t* actual) {
-    if (data != nullptr && size >= sizeof(T))
-        std::memcpy(data, &value, sizeof(T));
-    if (actual != nullptr)
-        *actual = sizeof(T);
-    return noErr;
-}
-
-template <class T>
-StatusCode Take(T* value, size_t size, const void* data) {
-    if (data == nullptr || size != sizeof(T))
-        return paramErr;
-    std::memcpy(value, data, sizeof(T));
-    return noErr;
-}
 
 std::u16string ReadUnicode(EventRef event, EventParamName name) {
     size_t size = 0;
@@ -249,7 +233,7 @@ StatusCode EditText::SetKindData(ResType tag, size_t size, const void* data) {
     switch (tag) {
     case kControlEditTextCFStringTag: {
         BCStringRef string = nullptr;
-        if (StatusCode status = Take(&string, size, data); status != noErr)
+        if (StatusCode status = TakeControlValue(&string, size, data); status != noErr)
             return status;
         SetText(FromBCString(string));
         return noErr;
@@ -259,20 +243,20 @@ StatusCode EditText::SetKindData(ResType tag, size_t size, const void* data) {
         return noErr;
     case kControlEditTextSelectionTag: {
         ControlEditTextSelectionRec selection{};
-        if (StatusCode status = Take(&selection, size, data); status != noErr)
+        if (StatusCode status = TakeControlValue(&selection, size, data); status != noErr)
             return status;
         Select(selection.selStart, selection.selEnd);
         return noErr;
     }
     case kControlEditTextKeyFilterTag:
-        return Take(&filter_, size, data);
+        return TakeControlValue(&filter_, size, data);
     case kControlEditTextValidationProcTag:
-        return Take(&validation_, size, data);
+        return TakeControlValue(&validation_, size, data);
     case kControlEditTextInlineInputTag:
-        return Take(&inlineInput_, size, data);
+        return TakeControlValue(&inlineInput_, size, data);
     case kControlEditTextSingleLineTag: {
         Boolean single = false;
-        StatusCode status = Take(&single, size, data);
+        StatusCode status = TakeControlValue(&single, size, data);
         singleLine_ = single != 0;
         return status;
     }
@@ -287,7 +271,7 @@ StatusCode EditText::GetKindData(ResType tag, size_t size, void* data, size_t* a
         // The caller owns the string it gets; asking only for the size makes none.
         BCStringRef string =
             data != nullptr && size >= sizeof(BCStringRef) ? MakeBCString(Text()) : nullptr;
-        return Put(string, size, data, actual);
+        return PutControlValue(string, size, data, actual);
     }
     case kControlEditTextTextTag: {
         std::string utf8 = ToUTF8(Text());
@@ -298,17 +282,17 @@ StatusCode EditText::GetKindData(ResType tag, size_t size, void* data, size_t* a
         return noErr;
     }
     case kControlEditTextSelectionTag:
-        return Put(ControlEditTextSelectionRec{int16_t(std::min(selStart_, 0x7FFF)),
-                                               int16_t(std::min(selEnd_, 0x7FFF))},
-                   size, data, actual);
+        return PutControlValue(ControlEditTextSelectionRec{int16_t(std::min(selStart_, 0x7FFF)),
+                                                           int16_t(std::min(selEnd_, 0x7FFF))},
+                               size, data, actual);
     case kControlEditTextKeyFilterTag:
-        return Put(filter_, size, data, actual);
+        return PutControlValue(filter_, size, data, actual);
     case kControlEditTextValidationProcTag:
-        return Put(validation_, size, data, actual);
+        return PutControlValue(validation_, size, data, actual);
     case kControlEditTextInlineInputTag:
-        return Put(inlineInput_, size, data, actual);
+        return PutControlValue(inlineInput_, size, data, actual);
     case kControlEditTextSingleLineTag:
-        return Put(Boolean(singleLine_), size, data, actual);
+        return PutControlValue(Boolean(singleLine_), size, data, actual);
     default:
         return errDataNotSupported;
     }
