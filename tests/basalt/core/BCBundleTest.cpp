@@ -1,3 +1,4 @@
+#include "tests/support/CoreText.h"
 #include "tests/support/TestEnvironment.h"
 
 #include <basalt/BasaltCore.h>
@@ -7,20 +8,6 @@
 #include <string>
 
 namespace {
-
-std::string UTF8(BCStringRef string) {
-    char buffer[1024] = {};
-    if (string == nullptr ||
-        !BCStringGetCString(string, buffer, sizeof buffer, kBCStringEncodingUTF8))
-        return "<null>";
-    return buffer;
-}
-
-std::string Adopted(BCStringRef string) {
-    std::string text = UTF8(string);
-    BCRelease(string);
-    return text;
-}
 
 std::string PathOf(BCURLRef url) {
     uint8_t buffer[4096];
@@ -64,7 +51,7 @@ TEST_F(BCBundleTest, FindsByIdentifierOnTheSearchPath) {
     BCBundleRef bundle = BCBundleGetBundleWithIdentifier(BCSTR("test.find"));
     ASSERT_NE(bundle, nullptr);
     EXPECT_EQ(BCBundleGetBundleWithIdentifier(BCSTR("test.find")), bundle);
-    EXPECT_EQ(UTF8(BCBundleGetIdentifier(bundle)), "test.find");
+    EXPECT_EQ(keltest::Utf8(BCBundleGetIdentifier(bundle)), "test.find");
     EXPECT_EQ(PathOf(BCBundleCopyBundleURL(bundle)), folder.string());
     EXPECT_EQ(BCBundleGetBundleWithIdentifier(BCSTR("test.absent")), nullptr);
 
@@ -87,7 +74,8 @@ TEST_F(BCBundleTest, LocalizedStringsFollowTheLanguageOrder) {
     BCBundleRef bundle = BCBundleGetBundleWithIdentifier(BCSTR("test.strings"));
     ASSERT_NE(bundle, nullptr);
     auto localized = [&](BCStringRef key, BCStringRef value) {
-        return Adopted(BCBundleCopyLocalizedString(bundle, key, value, BCSTR("Localized")));
+        return keltest::AdoptUtf8(
+            BCBundleCopyLocalizedString(bundle, key, value, BCSTR("Localized")));
     };
     EXPECT_EQ(localized(BCSTR("Cancel"), nullptr), "Abbrechen");
     EXPECT_EQ(localized(BCSTR("Quote"), nullptr), "Sag \"ja\"\nbitte");

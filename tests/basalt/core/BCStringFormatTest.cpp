@@ -1,23 +1,15 @@
+#include "tests/support/CoreText.h"
+
 #include <basalt/BasaltCore.h>
 #include <gtest/gtest.h>
 #include <string>
 
 namespace {
 
-std::string UTF8(BCStringRef string) {
-    char buffer[512] = {};
-    if (!BCStringGetCString(string, buffer, sizeof buffer, kBCStringEncodingUTF8))
-        return "<unconvertible>";
-    return buffer;
-}
-
 template <class... Args>
 std::string Format(const char* format, Args... args) {
-    BCStringRef string = BCStringCreateWithFormat(kBCAllocatorDefault, nullptr,
-                                                  __BCStringMakeConstantString(format), args...);
-    std::string out = string != nullptr ? UTF8(string) : "<null>";
-    BCRelease(string);
-    return out;
+    return keltest::AdoptUtf8(BCStringCreateWithFormat(
+        kBCAllocatorDefault, nullptr, __BCStringMakeConstantString(format), args...));
 }
 
 TEST(BCStringFormat, PrintfConversions) {

@@ -1,24 +1,11 @@
+#include "tests/support/CoreText.h"
+
 #include <basalt/BasaltCore.h>
 #include <cstdlib>
 #include <gtest/gtest.h>
 #include <string>
 
 namespace {
-
-std::string UTF8(BCStringRef string) {
-    char buffer[1024] = {};
-    if (string == nullptr ||
-        !BCStringGetCString(string, buffer, sizeof buffer, kBCStringEncodingUTF8))
-        return "<null>";
-    return buffer;
-}
-
-// Reads and releases a string the caller owns.
-std::string Adopted(BCStringRef string) {
-    std::string text = UTF8(string);
-    BCRelease(string);
-    return text;
-}
 
 std::string Bytes(BCURLRef url) {
     uint8_t buffer[1024];
@@ -39,11 +26,11 @@ TEST(BCURL, OddBytesRoundTripThroughEscapes) {
         BCURLRef url = FromBytes(path);
         ASSERT_NE(url, nullptr) << path;
         EXPECT_EQ(Bytes(url), path);
-        EXPECT_EQ(UTF8(BCURLGetString(url)).find_first_of(" #?\xFF"), std::string::npos);
+        EXPECT_EQ(keltest::Utf8(BCURLGetString(url)).find_first_of(" #?\xFF"), std::string::npos);
         BCRelease(url);
     }
     BCURLRef invalid = FromBytes("/tmp/\xFF");
-    EXPECT_EQ(UTF8(BCURLGetString(invalid)), "file:///tmp/%FF");
+    EXPECT_EQ(keltest::Utf8(BCURLGetString(invalid)), "file:///tmp/%FF");
     // The path text keeps the byte (as an escape character) and makes the same URL again.
     BCStringRef path = BCURLCopyFileSystemPath(invalid, kBCURLPOSIXPathStyle);
     ASSERT_NE(path, nullptr);
@@ -62,22 +49,22 @@ TEST(BCURL, OddBytesRoundTripThroughEscapes) {
 TEST(BCURL, PathComponents) {
     BCURLRef folder = BCURLCreateWithFileSystemPath(kBCAllocatorDefault, BCSTR("/home/u/Docs"),
                                                     kBCURLPOSIXPathStyle, true);
-    EXPECT_EQ(UTF8(BCURLGetString(folder)), "file:///home/u/Docs/");
+    EXPECT_EQ(keltest::Utf8(BCURLGetString(folder)), "file:///home/u/Docs/");
     EXPECT_TRUE(BCURLHasDirectoryPath(folder));
     BCURLRef file = BCURLCreateCopyAppendingPathComponent(kBCAllocatorDefault, folder,
                                                           BCSTR("a b\u00E9.txt"), false);
-    EXPECT_EQ(UTF8(BCURLGetString(file)), "file:///home/u/Docs/a%20b%C3%A9.txt");
-    EXPECT_EQ(Adopted(BCURLCopyLastPathComponent(file)), "a b\u00E9.txt");
-    EXPECT_EQ(Adopted(BCURLCopyFileSystemPath(file, kBCURLPOSIXPathStyle)),
+    EXPECT_EQ(keltest::Utf8(BCURLGetString(file)), "file:///home/u/Docs/a%20b%C3%A9.txt");
+    EXPECT_EQ(keltest::AdoptUtf8(BCURLCopyLastPathComponent(file)), "a b\u00E9.txt");
+    EXPECT_EQ(keltest::AdoptUtf8(BCURLCopyFileSystemPath(file, kBCURLPOSIXPathStyle)),
               "/home/u/Docs/a b\u00E9.txt");
     BCURLRef parent = BCURLCreateCopyDeletingLastPathComponent(kBCAllocatorDefault, file);
     EXPECT_TRUE(BCEqual(parent, folder));
-    EXPECT_EQ(Adopted(BCURLCopyScheme(file)), "file");
+    EXPECT_EQ(keltest::AdoptUtf8(BCURLCopyScheme(file)), "file");
 
     BCURLRef root = FromBytes("/", true);
     BCURLRef stillRoot = BCURLCreateCopyDeletingLastPathComponent(kBCAllocatorDefault, root);
     EXPECT_EQ(Bytes(stillRoot), "/");
-    EXPECT_EQ(Adopted(BCURLCopyLastPathComponent(root)), "/");
+    EXPECT_EQ(keltest::AdoptUtf8(BCURLCopyLastPathComponent(root)), "/");
     for (BCTypeRef object : {folder, file, parent, root, stillRoot})
         BCRelease(object);
 }
@@ -90,7 +77,7 @@ TEST(BCURL, StringsAndRelativeReferences) {
         BCURLCreateWithString(kBCAllocatorDefault, BCSTR("https://host.example/x/y?q=1"), nullptr);
     EXPECT_EQ(Bytes(web), "<none>");
     BCURLRef up = BCURLCreateCopyDeletingLastPathComponent(kBCAllocatorDefault, web);
-    EXPECT_EQ(UTF8(BCURLGetString(up)), "https://host.example/x/?q=1");
+    EXPECT_EQ(keltest::Utf8(BCURLGetString(up)), "https://host.example/x/?q=1");
     EXPECT_EQ(BCURLCreateWithString(kBCAllocatorDefault, BCSTR("no scheme"), nullptr), nullptr);
     EXPECT_EQ(BCURLCreateWithString(kBCAllocatorDefault, BCSTR("relative"), nullptr), nullptr);
     for (BCTypeRef object : {base, sibling, web, up})
@@ -101,15 +88,15 @@ TEST(BCURL, RelativePathsDotsAndExtensions) {
     BCURLRef base = FromBytes("/home/u", true);
     BCURLRef child = BCURLCreateWithFileSystemPathRelativeToBase(
         kBCAllocatorDefault, BCSTR("Docs/../Music/./a b"), kBCURLPOSIXPathStyle, true, base);
-    EXPECT_EQ(UTF8(BCURLGetString(child)), "file:///home/u/Music/a%20b/");
+    EXPECT_EQ(keltest::Utf8(BCURLGetString(child)), "file:///home/u/Music/a%20b/");
     BCURLRef absolute = BCURLCreateWithFileSystemPathRelativeToBase(
         kBCAllocatorDefault, BCSTR("/etc/hosts"), kBCURLPOSIXPathStyle, false, base);
     EXPECT_EQ(Bytes(absolute), "/etc/hosts");
     BCURLRef dotted = BCURLCreateWithString(kBCAllocatorDefault,
                                             BCSTR("file:///a/b/../../../c/./d.tar.gz"), nullptr);
     BCURLRef standard = BCURLCopyAbsoluteURL(dotted);
-    EXPECT_EQ(UTF8(BCURLGetString(standard)), "file:///c/d.tar.gz");
-    EXPECT_EQ(Adopted(BCURLCopyPathExtension(standard)), "gz");
+    EXPECT_EQ(keltest::Utf8(BCURLGetString(standard)), "file:///c/d.tar.gz");
+    EXPECT_EQ(keltest::AdoptUtf8(BCURLCopyPathExtension(standard)), "gz");
     EXPECT_EQ(BCURLCopyPathExtension(base), nullptr);
 
     BCDataRef data = BCURLCreateData(kBCAllocatorDefault, child, kBCStringEncodingUTF8, true);

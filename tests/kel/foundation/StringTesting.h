@@ -4,19 +4,11 @@
 
 #include "kel/foundation/TStringRef.h"
 #include "kel/foundation/TUniString.h"
+#include "tests/support/CoreText.h"
 
 #include <string>
 
 namespace keltest {
-
-inline std::string Utf8(BCStringRef string) {
-    if (string == nullptr) {
-        return "<nil>";
-    }
-    char buffer[1024] = {};
-    BCStringGetCString(string, buffer, sizeof buffer, kBCStringEncodingUTF8);
-    return buffer;
-}
 
 inline std::string Utf8(const TStringRef& string) {
     return Utf8(string.AsBCStringRef());
