@@ -11,8 +11,6 @@
 
 namespace basalt::toolbox {
 
-void HoldLoose(const std::shared_ptr<View>& view);
-
 namespace {
 
 struct ViewClass {

@@ -151,6 +151,10 @@ private:
     bool needsDisplay_ = true;
 };
 
+// Views in no tree are held here until they are added to one or disposed of.
+void HoldLoose(const std::shared_ptr<View>& view);
+void ReleaseLoose(View* view);
+
 // Sends "btob" 3 to a view of a custom class, once.
 void SendDestruct(View& view);
 

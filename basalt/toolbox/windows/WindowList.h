@@ -10,6 +10,10 @@ namespace basalt::toolbox::windows {
 void Add(const std::shared_ptr<Window>& window);
 void Remove(Window* window);
 bool IsValid(WindowRef ref);
+// The window behind a handle that is still in the list, else null.
+inline Window* Live(WindowRef ref) {
+    return IsValid(ref) ? Window::From(ref) : nullptr;
+}
 // Front first.
 const std::vector<std::shared_ptr<Window>>& All();
 void BringToFront(Window* window);

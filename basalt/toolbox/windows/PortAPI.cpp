@@ -1,0 +1,102 @@
+// Ports, cursors and the beep. A window's port is the window itself seen through the port
+// type; the current port is process-wide state, as the clients that save and restore it expect.
+
+#include "basalt/toolbox/windows/WindowList.h"
+
+#include <map>
+
+using namespace basalt::toolbox;
+
+namespace {
+
+using windows::Live;
+
+GrafPtr gCurrentPort = nullptr;
+
+} // namespace
+
+extern "C" {
+
+void GetPort(GrafPtr* port) {
+    if (port != nullptr)
+        *port = gCurrentPort;
+}
+
+void SetPort(GrafPtr port) {
+    gCurrentPort = port;
+}
+
+// A window's port is the window itself seen through the port type.
+CGrafPtr GetWindowPort(WindowRef window) {
+    return reinterpret_cast<CGrafPtr>(window);
+}
+
+void SetPortWindowPort(WindowRef window) {
+    SetPort(GetWindowPort(window));
+}
+
+WindowRef GetWindowFromPort(CGrafPtr port) {
+    return reinterpret_cast<WindowRef>(port);
+}
+
+Rect* GetPortBounds(CGrafPtr port, Rect* rect) {
+    Window* live = Live(GetWindowFromPort(port));
+    if (rect == nullptr)
+        return rect;
+    *rect = Rect{0, 0, 0, 0};
+    if (live != nullptr) {
+        const Rect& content = live->ContentBounds();
+        *rect = {0, 0, int16_t(content.bottom - content.top),
+                 int16_t(content.right - content.left)};
+    }
+    return rect;
+}
+
+namespace {
+std::map<CGrafPtr, RgnHandle>& VisibleRegions() {
+    static std::map<CGrafPtr, RgnHandle> regions;
+    return regions;
+}
+} // namespace
+
+RgnHandle GetPortVisibleRegion(CGrafPtr port, RgnHandle visRgn) {
+    if (visRgn == nullptr)
+        return visRgn;
+    auto it = VisibleRegions().find(port);
+    if (it != VisibleRegions().end() && Live(GetWindowFromPort(port)) != nullptr) {
+        CopyRgn(it->second, visRgn);
+    } else {
+        Rect bounds;
+        GetPortBounds(port, &bounds);
+        RectRgn(visRgn, &bounds);
+    }
+    return visRgn;
+}
+
+void SetPortVisibleRegion(CGrafPtr port, RgnHandle visRgn) {
+    if (port == nullptr || visRgn == nullptr)
+        return;
+    RgnHandle& stored = VisibleRegions()[port];
+    if (stored == nullptr)
+        stored = NewRgn();
+    CopyRgn(visRgn, stored);
+}
+
+namespace {
+uint32_t gThemeCursor = 0;
+}
+
+void InitCursor(void) {
+    gThemeCursor = 0;
+}
+
+StatusCode SetThemeCursor(uint32_t inCursor) {
+    gThemeCursor = inCursor;
+    return noErr;
+}
+
+void AudioServicesPlayAlertSound(uint32_t) {
+    CurrentBackend().Beep();
+}
+
+} // extern "C"
