@@ -1,0 +1,13 @@
+// kelpick: the library's dialogs from the command line. It prints the answer and exits 0 on an
+// answer, 1 on cancel, 2 on an error.
+
+#include "tools/kelpick/AskCommands.h"
+#include "tools/kelpick/KelpickOptions.h"
+
+int main(int argc, char** argv) {
+    std::optional<KelpickOptions> options = ParseKelpickOptions(argc, argv);
+    if (!options) {
+        return 2;
+    }
+    return RunAskCommand(*options);
+}
