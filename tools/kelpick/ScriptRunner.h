@@ -5,6 +5,7 @@
 // answered. Each step runs a moment after the previous one, so the loop dispatches what a
 // step posted before the next one looks.
 
+#include <basalt/BasaltToolbox.h>
 #include <kel/KelServices.h>
 #include <optional>
 #include <string>
