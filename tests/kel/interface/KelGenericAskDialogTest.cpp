@@ -227,6 +227,24 @@ TEST(KelAskDialogs, EachAlertChoosesItsTextsAndThirdButton) {
     EXPECT_TRUE(run.hadThirdButton);
 }
 
+// A location with both halves set places the alert; one half at -1 leaves it to the toolbox.
+TEST(KelAskDialogs, AlertGoesWhereTheOptionsPutIt) {
+    Strings strings;
+    const auto topLeft = [](KelDialogCreationOptions options) {
+        Rect bounds{};
+        RunModal(Kind::save, options, 1, [&bounds](WindowRef window) {
+            GetWindowBounds(window, kWindowContentRgn, &bounds);
+            HeadlessDriver::PressKey(kVK_Escape);
+        });
+        return std::pair<int, int>{bounds.left, bounds.top};
+    };
+    KelDialogCreationOptions options = Options(strings.document, nullptr);
+    options.location = Point{140, 90};
+    EXPECT_EQ(topLeft(options), (std::pair<int, int>{90, 140}));
+    options.location = Point{140, -1};
+    EXPECT_NE(topLeft(options), (std::pair<int, int>{0, 0}));
+}
+
 TEST(KelAskDialogs, AVeryLongNameIsShownWithoutHarm) {
     const std::string longName(10000, 'x');
     BCStringRef name = BCStringCreateWithCString(nullptr, longName.c_str(), kBCStringEncodingUTF8);
