@@ -29,6 +29,25 @@ static void CountEvents(long selector, KelCBRec* record, void* clientData) {
     ++*(int*)clientData;
 }
 
+/* Ends an alert from its first idle event, as a client may, and counts what it hears. */
+static void EndAtOnce(long selector, KelCBRec* record, void* clientData) {
+    ++*(int*)clientData;
+    if (selector == kKelCBEvent) {
+        KelCustomControl(record->context, kKelCtlTerminate, NULL);
+    }
+}
+
+/* An ask alert runs modally until the callback ends it, with no user action. */
+static void ShowAsk(const char* kind, KelDialogRef dialog) {
+    char what[80];
+
+    snprintf(what, sizeof what, "%s: run", kind);
+    Expect(what, KelDialogRun(dialog), 0);
+    snprintf(what, sizeof what, "%s: user action", kind);
+    Expect(what, (long)KelDialogGetUserAction(dialog), kKelUserActionNone);
+    KelDialogDispose(dialog);
+}
+
 static void ShowDialog(const char* kind, KelDialogRef dialog) {
     KelReplyRecord reply;
     char what[80];
@@ -92,14 +111,20 @@ int main(void) {
            kKelWrongDialogClassErr);
     Expect("ask save: end by call", KelCustomControl(dialog, kKelCtlTerminate, NULL),
            kKelWrongStateErr);
-    ShowDialog("ask save", dialog);
-    Expect("create ask discard dialog",
-           KelCreateAskDiscardChangesDialog(&options, CountEvents, &events, &dialog), 0);
-    ShowDialog("ask discard", dialog);
-    Expect("create ask review dialog",
-           KelCreateAskReviewDocumentsDialog(&options, 3, CountEvents, &events, &dialog), 0);
-    ShowDialog("ask review", dialog);
+    KelDialogDispose(dialog);
     Expect("events sent to a dialog that never showed", events, 0);
+    Expect("create ask save dialog",
+           KelCreateAskSaveChangesDialog(&options, kKelSaveChangesClosing, EndAtOnce, &events,
+                                         &dialog),
+           0);
+    ShowAsk("ask save", dialog);
+    Expect("create ask discard dialog",
+           KelCreateAskDiscardChangesDialog(&options, EndAtOnce, &events, &dialog), 0);
+    ShowAsk("ask discard", dialog);
+    Expect("create ask review dialog",
+           KelCreateAskReviewDocumentsDialog(&options, 3, EndAtOnce, &events, &dialog), 0);
+    ShowAsk("ask review", dialog);
+    Expect("alerts heard start, events, user action and end", events >= 3 * 4, 1);
 
     /* Mistakes. */
     Expect("defaults into nothing", KelGetDefaultDialogCreationOptions(NULL), paramErr);

@@ -8,6 +8,7 @@ class KelAskDiscardDialog : public KelGenericAskDialog {
 public:
     using KelGenericAskDialog::KelGenericAskDialog;
 
+    StatusCode CreateDialog() override;
     StatusCode TerminateWithAlertResult(int16_t hit) override {
         // The alert has no third button.
         return TerminateWithHit(hit, kKelUserActionDiscardChanges, kKelUserActionNone);

@@ -9,6 +9,7 @@ public:
     KelAskReviewDocumentsDialog(const TDialogConfiguration& configuration, uint32_t count)
         : KelGenericAskDialog(configuration), documentCount(count) {}
 
+    StatusCode CreateDialog() override;
     StatusCode TerminateWithAlertResult(int16_t hit) override {
         return TerminateWithHit(hit, kKelUserActionReviewDocuments, kKelUserActionDiscardDocuments);
     }

@@ -1,6 +1,6 @@
-// The blocking calls show a dialog and wait for its end. Showing a dialog needs its window, which
-// the library cannot make yet: each call checks its arguments, leaves an empty reply, and answers
-// -4, so a client learns at once that no dialog came.
+// The blocking browse calls show a dialog and wait for its end. A browse dialog has no window
+// yet: each call leaves an empty reply and answers -4, so a client learns at once that no
+// dialog came.
 
 #include "kel/interface/KelStartup.h"
 
@@ -18,16 +18,6 @@ StatusCode RunBrowseCall(KelReplyRecord* reply) {
     std::memset(reply, 0, sizeof *reply);
     reply->version = 2;
     reply->selection = BEDesc{typeNull, nullptr};
-    return kBCUnimpErr;
-}
-
-// The ask calls need a record, and in it the text the alert is about.
-StatusCode RunAskCall(const KelDialogOptions* options, bool needsName, bool needsMessage) {
-    EnsureKelInitialized();
-    if (options == nullptr || (needsName && options->savedFileName[0] == 0) ||
-        (needsMessage && options->message[0] == 0)) {
-        return paramErr;
-    }
     return kBCUnimpErr;
 }
 
@@ -66,18 +56,4 @@ StatusCode KelChooseObject(const BEDesc*, KelReplyRecord* reply, const KelDialog
 StatusCode KelNewFolder(const BEDesc*, KelReplyRecord* reply, const KelDialogOptions*, KelEventProc,
                         void*) {
     return RunBrowseCall(reply);
-}
-
-StatusCode KelAskSaveChanges(const KelDialogOptions* options, uint32_t, uint32_t*, KelEventProc,
-                             void*) {
-    return RunAskCall(options, true, false);
-}
-
-StatusCode KelCustomAskSaveChanges(const KelDialogOptions* options, uint32_t*, KelEventProc,
-                                   void*) {
-    return RunAskCall(options, false, true);
-}
-
-StatusCode KelAskDiscardChanges(const KelDialogOptions* options, uint32_t*, KelEventProc, void*) {
-    return RunAskCall(options, true, false);
 }

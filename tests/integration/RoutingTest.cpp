@@ -92,6 +92,10 @@ void ForwardEveryRoutedCall() {
     KelDialogCreationOptions options;
     held = held && KelDisposeReply(&reply) == noErr &&
            KelGetDefaultDialogCreationOptions(&options) == noErr;
+    // A routed ask call skips the local checks and stops at the other side's failing defaults.
+    uint32_t answer = 99;
+    held = held && KelAskSaveChanges(nullptr, 1, &answer, nullptr, nullptr) == kStubStatus &&
+           answer == 99;
     const int lookupsOfFirstCall = 24;
     Finish(held && entryPointLookups == lookupsOfFirstCall,
            "calls were not forwarded, or entry points were looked up more than once");

@@ -9,6 +9,7 @@
 #include "basalt/toolbox/views/UnicodeText.h"
 #include "basalt/toolbox/windows/WindowList.h"
 
+#include <algorithm>
 #include <memory>
 
 namespace basalt::headless {
@@ -215,6 +216,37 @@ void HeadlessDriver::Soon(std::function<void()> work, EventTimeout delay) {
     InstallEventLoopTimer(GetMainEventLoop(), delay, 0, RunWork, held, nullptr);
 }
 
+namespace {
+
+// A sheet shows on its parent: centred, hanging from the top of the content, with a shadow
+// below it so that it reads as lying above the window.
+void PaintSheet(cairo_t* cr, toolbox::Window& parent, double parentWidth, int bar) {
+    toolbox::Window* sheet = parent.VisibleSheet();
+    if (sheet == nullptr)
+        return;
+    sheet->Invalidate();
+    sheet->Flush();
+    toolbox::BackendWindow* surface = sheet->Surface();
+    if (surface == nullptr)
+        return;
+    double scale = surface->Scale();
+    double width = cairo_image_surface_get_width(surface->Surface()) / scale;
+    double height = cairo_image_surface_get_height(surface->Surface()) / scale;
+    double left = std::max(0.0, (parentWidth - width) / 2) * scale;
+    cairo_save(cr);
+    for (int step = 1; step <= 6; ++step) {
+        cairo_set_source_rgba(cr, 0, 0, 0, 0.03);
+        cairo_rectangle(cr, left - step * scale, bar, (width + 2 * step) * scale,
+                        (height + step) * scale);
+        cairo_fill(cr);
+    }
+    cairo_set_source_surface(cr, surface->Surface(), left, bar);
+    cairo_paint(cr);
+    cairo_restore(cr);
+}
+
+} // namespace
+
 StatusCode HeadlessDriver::WritePNG(WindowRef window, const std::filesystem::path& path) {
     if (!IsValidWindowPtr(window))
         return errInvalidWindowRef;
@@ -234,6 +266,7 @@ StatusCode HeadlessDriver::WritePNG(WindowRef window, const std::filesystem::pat
     cairo_t* cr = cairo_create(picture);
     cairo_set_source_surface(cr, surface->Surface(), 0, bar);
     cairo_paint(cr);
+    PaintSheet(cr, *live, width / scale, bar);
     cairo_destroy(cr);
     cairo_status_t status = cairo_surface_write_to_png(picture, path.c_str());
     cairo_surface_destroy(picture);

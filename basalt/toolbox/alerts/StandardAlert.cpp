@@ -130,6 +130,10 @@ StatusCode BuildAlert(AlertType, BCStringRef error, BCStringRef explanation,
 }
 
 void PlaceAlert(Dialog& dialog) {
+    // Alerts are made at the origin; one its caller has moved since stays where it was put.
+    const Rect& content = dialog.window.ContentBounds();
+    if (content.left != 0 || content.top != 0)
+        return;
     WindowRef parent = nullptr;
     for (const auto& window : windows::All())
         if (window.get() != &dialog.window && window->IsVisible()) {

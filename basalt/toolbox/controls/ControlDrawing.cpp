@@ -26,7 +26,9 @@ void DrawText(BGContextRef context, const std::u16string& text, const BGRect& re
     info.horizontalFlush = flush;
     info.verticalFlush = verticalFlush;
     info.truncationPosition = kBTThemeTextTruncationEnd;
-    info.truncationMaxLines = rect.size.height < 30 ? 1 : 0;
+    // A box with room for one line truncates; a taller one wraps.
+    info.truncationMaxLines =
+        rect.size.height < 2 * MeasureText(u" ", font, nullptr).height ? 1 : 0;
     BTThemeDrawTextBox(string.get(), &rect, &info, context);
 }
 
