@@ -26,9 +26,10 @@ void DrawText(BGContextRef context, const std::u16string& text, const BGRect& re
     info.horizontalFlush = flush;
     info.verticalFlush = verticalFlush;
     info.truncationPosition = kBTThemeTextTruncationEnd;
-    // A box with room for one line truncates; a taller one wraps.
+    // A box with room for one line truncates; a taller one wraps. Wrapped lines sit a little
+    // closer than a single line's height, so two lines need less than twice that height.
     info.truncationMaxLines =
-        rect.size.height < 2 * MeasureText(u" ", font, nullptr).height ? 1 : 0;
+        rect.size.height < 1.5 * MeasureText(u" ", font, nullptr).height ? 1 : 0;
     BTThemeDrawTextBox(string.get(), &rect, &info, context);
 }
 
