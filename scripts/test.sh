@@ -22,5 +22,8 @@ fi
 echo "== plain build"
 run_suite build
 echo "== AddressSanitizer + UndefinedBehaviorSanitizer build"
+# The suppression file names the font libraries' process-lifetime caches, for every program the
+# suite runs (test programs, kelpick, the C client).
 ASAN_OPTIONS=detect_leaks=1 UBSAN_OPTIONS=print_stacktrace=1 \
+    LSAN_OPTIONS="suppressions=$PWD/tests/support/lsan.supp:print_suppressions=0" \
     run_suite build-asan -DKEL_SANITIZE=ON
