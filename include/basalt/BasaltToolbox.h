@@ -670,6 +670,7 @@ enum {
     kControlKindCheckBox = 0x63626F78,         /* "cbox" */
     kControlKindRadioButton = 0x7264696F,      /* "rdio" */
     kControlKindStaticText = 0x73746578,       /* "stex" */
+    kControlKindEditText = 0x65747874,         /* "etxt" */
     kControlKindEditUnicodeText = 0x65757478,  /* "eutx" */
     kControlKindSearchField = 0x73726664,      /* "srfd" */
     kControlKindPopupButton = 0x706F7062,      /* "popb" */
