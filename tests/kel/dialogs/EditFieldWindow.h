@@ -38,7 +38,7 @@ protected:
                   noErr);
         DialogRef bound = nullptr;
         ASSERT_EQ(_CreatePrivateDialogRefAndBindToWindowRef(window, &bound), noErr);
-        dialog = std::make_unique<KelBaseDialog>();
+        dialog = MakeDialog();
         dialog->SetDialogRef(bound);
         field = std::make_unique<TTextEdit>(dialog.get(), &observer, true, control);
         ShowWindow(window);
@@ -49,6 +49,10 @@ protected:
     void TearDown() override {
         field.reset();
         dialog.reset();
+    }
+
+    virtual std::unique_ptr<KelBaseDialog> MakeDialog() {
+        return std::make_unique<KelBaseDialog>();
     }
 
     static void Type(const std::string& utf8) {
