@@ -298,7 +298,11 @@ StatusCode TTextEdit::HandleEvent(EventHandlerCallRef call, EventRef event) {
     bool wasDestroyed = false;
     destroyed = &wasDestroyed;
     StatusCode status = noErr;
-    if (GetEventClass(event) == kEventClassTextInput) {
+    if (GetEventClass(event) == kEventClassTextInput &&
+        GetEventKind(event) == kEventTextInputUpdateActiveInputArea) {
+        // Composed text is validated and reported when the composition ends.
+        status = CallNextEventHandler(call, event);
+    } else if (GetEventClass(event) == kEventClassTextInput) {
         UniChar character = 0;
         GetEventParameter(event, kEventParamTextInputSendText, typeUnicodeText, nullptr,
                           sizeof character, nullptr, &character);

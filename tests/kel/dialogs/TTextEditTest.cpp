@@ -89,3 +89,27 @@ TEST_F(TTextEditTest, FocusAndSelectionAreSeenFromTheDialog) {
     EXPECT_FALSE(field->HasFocus());
     EXPECT_EQ(observer.focusChanges, std::vector<bool>{false});
 }
+
+TEST_F(TTextEditTest, ComposedTextIsValidatedOnlyWhenTheCompositionEnds) {
+    field->SetMaxTextLength(1);
+    const auto compose = [](const std::u16string& text, int32_t fixed) {
+        EventRef event = nullptr;
+        CreateEvent(nullptr, kEventClassTextInput, kEventTextInputUpdateActiveInputArea, 0, 0,
+                    &event);
+        SetEventParameter(event, kEventParamTextInputSendText, typeUnicodeText, text.size() * 2,
+                          text.data());
+        SetEventParameter(event, 0x74736678 /* "tsfx" */, typeSInt32, sizeof fixed, &fixed);
+        PostEventToQueue(GetMainEventQueue(), event, kEventPriorityStandard);
+        ReleaseEvent(event);
+        basalt::headless::HeadlessDriver::RunUntilIdle();
+    };
+    compose(u"\u306B", 0);
+    EXPECT_TRUE(field->IsComposing());
+    EXPECT_EQ(Beeps(), 0);
+
+    compose(u"\u65E5\u672C", 2);
+    EXPECT_FALSE(field->IsComposing());
+    EXPECT_EQ(Text(), "\xE6\x97\xA5");
+    EXPECT_EQ(observer.texts.back(), "\xE6\x97\xA5");
+    EXPECT_EQ(Beeps(), 1);
+}
