@@ -296,41 +296,58 @@ StatusCode TTextEdit::ControlEventHandler(EventHandlerCallRef call, EventRef eve
 
 StatusCode TTextEdit::HandleEvent(EventHandlerCallRef call, EventRef event) {
     bool wasDestroyed = false;
+    bool* const outer = destroyed;
     destroyed = &wasDestroyed;
     StatusCode status = noErr;
-    if (GetEventClass(event) == kEventClassTextInput &&
-        GetEventKind(event) == kEventTextInputUpdateActiveInputArea) {
+    if (GetEventClass(event) != kEventClassTextInput) {
+        status = HandleFocusEvent(call, event, wasDestroyed);
+    } else if (GetEventKind(event) == kEventTextInputUpdateActiveInputArea) {
         // Composed text is validated and reported when the composition ends.
         status = CallNextEventHandler(call, event);
-    } else if (GetEventClass(event) == kEventClassTextInput) {
-        UniChar character = 0;
-        GetEventParameter(event, kEventParamTextInputSendText, typeUnicodeText, nullptr,
-                          sizeof character, nullptr, &character);
-        if (observer != nullptr && observer->CharacterTyped(character)) {
-            destroyed = nullptr;
-            return noErr;
-        }
-        status = CallNextEventHandler(call, event);
-        // The key may have closed the dialog and this field with it.
-        if (!wasDestroyed && !IsControlKey(character)) {
-            NotifyTextChanged(GetTextContent());
-        }
     } else {
-        status = CallNextEventHandler(call, event);
-        ControlPartCode part = 0;
-        GetEventParameter(event, kEventParamControlPart, typeControlPartCode, nullptr, sizeof part,
-                          nullptr, &part);
-        if (!wasDestroyed) {
-            const bool gained = part == kControlEditTextPart;
-            focusOverride = gained ? 1 : 0;
-            if (observer != nullptr) {
-                observer->FocusChanged(gained);
-            }
-            focusOverride = -1;
-        }
+        status = HandleTypedText(call, event, wasDestroyed);
     }
     if (!wasDestroyed) {
-        destroyed = nullptr;
+        destroyed = outer;
+    } else if (outer != nullptr) {
+        // A delivery further out is still using this field: tell it too.
+        *outer = true;
+    }
+    return status;
+}
+
+StatusCode TTextEdit::HandleTypedText(EventHandlerCallRef call, EventRef event,
+                                      const bool& wasDestroyed) {
+    UniChar character = 0;
+    GetEventParameter(event, kEventParamTextInputSendText, typeUnicodeText, nullptr,
+                      sizeof character, nullptr, &character);
+    if ((observer != nullptr && observer->CharacterTyped(character)) || wasDestroyed) {
+        return noErr;
+    }
+    const StatusCode status = CallNextEventHandler(call, event);
+    // The key may have closed the dialog and this field with it.
+    if (!wasDestroyed && !IsControlKey(character)) {
+        NotifyTextChanged(GetTextContent());
+    }
+    return status;
+}
+
+StatusCode TTextEdit::HandleFocusEvent(EventHandlerCallRef call, EventRef event,
+                                       const bool& wasDestroyed) {
+    const StatusCode status = CallNextEventHandler(call, event);
+    ControlPartCode part = 0;
+    GetEventParameter(event, kEventParamControlPart, typeControlPartCode, nullptr, sizeof part,
+                      nullptr, &part);
+    if (wasDestroyed) {
+        return status;
+    }
+    const bool gained = part == kControlEditTextPart;
+    focusOverride = gained ? 1 : 0;
+    if (observer != nullptr) {
+        observer->FocusChanged(gained);
+    }
+    if (!wasDestroyed) {
+        focusOverride = -1;
     }
     return status;
 }

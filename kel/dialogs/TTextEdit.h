@@ -44,6 +44,8 @@ private:
     void NotifyTextChanged(const TStringRef& text);
     bool CheckForValidKeyStrokes(int16_t keyCode, int16_t character, EventModifiers modifiers);
     StatusCode HandleEvent(EventHandlerCallRef call, EventRef event);
+    StatusCode HandleTypedText(EventHandlerCallRef call, EventRef event, const bool& wasDestroyed);
+    StatusCode HandleFocusEvent(EventHandlerCallRef call, EventRef event, const bool& wasDestroyed);
 
     static ControlKeyFilterResult EditFieldFilter(ControlRef control, int16_t* keyCode,
                                                   int16_t* charCode, EventModifiers* modifiers);
@@ -63,6 +65,7 @@ private:
     int32_t focusOverride = -1;
     ITextEditObserver* observer;
     EventHandlerRef eventHandler = nullptr;
-    // Set while an event is delivered, so the handler learns if the event destroyed this field.
+    // Set while an event is delivered, so the handler learns if the event destroyed this field;
+    // deliveries nest, each keeping the one further out.
     bool* destroyed = nullptr;
 };

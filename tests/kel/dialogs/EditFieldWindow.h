@@ -8,6 +8,7 @@
 #include "kel/interface/KelBaseDialog.h"
 #include "tests/kel/foundation/StringTesting.h"
 
+#include <functional>
 #include <gtest/gtest.h>
 #include <memory>
 #include <string>
@@ -18,13 +19,19 @@ namespace keltest {
 class RecordingObserver : public ITextEditObserver {
 public:
     void FocusChanged(unsigned char gained) override { focusChanges.push_back(gained != 0); }
-    bool CharacterTyped(unsigned short character) override { return character == consumed; }
+    bool CharacterTyped(unsigned short character) override {
+        if (whenTyped) {
+            whenTyped();
+        }
+        return character == consumed;
+    }
     void TextChanged(const TStringRef& text) override { texts.push_back(Utf8(text)); }
     void KeyError(TStringRef) override {}
 
     std::vector<bool> focusChanges;
     std::vector<std::string> texts;
     unsigned short consumed = 0;
+    std::function<void()> whenTyped;
 };
 
 class EditFieldWindow : public ::testing::Test {

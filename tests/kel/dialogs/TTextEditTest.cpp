@@ -25,6 +25,12 @@ TEST_F(TTextEditTest, TypedColonsAreRefusedWithABeepAndEveryChangeIsReported) {
     observer.consumed = 'z';
     Type("z");
     EXPECT_EQ(Text(), "ab");
+
+    // A key whose handling closes the field leaves nothing behind to notify.
+    observer.texts.clear();
+    observer.whenTyped = [this] { field.reset(); };
+    Type("q");
+    EXPECT_TRUE(observer.texts.empty());
 }
 
 TEST_F(TTextEditTest, ClientTextLosesColonsAndSlashesAndWhatPassesTheLimit) {
