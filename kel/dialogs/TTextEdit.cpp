@@ -11,8 +11,9 @@ constexpr uint32_t kAlertBeep = 4096;
 constexpr UniChar kColon = 58;
 constexpr int16_t kReturnKey = 36;
 constexpr int16_t kEnterKey = 76;
+// Key codes of tab, the arrows, return, enter and the two deletes: they never count as text.
 constexpr int16_t kMovementAndDeletionKeys[] = {117, 123, 124, 125, 126, 48, 51, 76, 36};
-// Keys that move or delete without changing what the field holds as typed text.
+// Characters of keys that only move the insertion point, so the text cannot have changed.
 constexpr UniChar kControlKeys[] = {1, 4, 11, 12, 28, 29, 30, 31};
 
 void Beep() {
