@@ -596,9 +596,11 @@ BASALT_EXPORT StatusCode RunAppModalLoopForWindow(WindowRef inWindow);
 BASALT_EXPORT StatusCode QuitAppModalLoopForWindow(WindowRef inWindow);
 BASALT_EXPORT StatusCode BeginAppModalStateForWindow(WindowRef inWindow);
 BASALT_EXPORT StatusCode EndAppModalStateForWindow(WindowRef inWindow);
-/* The menu bar's part of the modal state: menus other than the application's are disabled. */
-BASALT_EXPORT void _BeginAppModalState(void);
-BASALT_EXPORT void _EndAppModalState(void);
+/* The menu bar's part of the modal state: menus other than the application's are disabled.
+   Begin hands back the state it left, which End takes to return the bar to it, so a state ended
+   out of order cannot leave the bar disabled or enabled too early. */
+BASALT_EXPORT uint32_t _BeginAppModalState(void);
+BASALT_EXPORT void _EndAppModalState(uint32_t inSavedState);
 
 /* Ports: each window has one; the current port is process-wide state. */
 BASALT_EXPORT void GetPort(GrafPtr* port);
@@ -670,6 +672,7 @@ enum {
     kControlKindCheckBox = 0x63626F78,         /* "cbox" */
     kControlKindRadioButton = 0x7264696F,      /* "rdio" */
     kControlKindStaticText = 0x73746578,       /* "stex" */
+    kControlKindEditText = 0x65747874,         /* "etxt" */
     kControlKindEditUnicodeText = 0x65757478,  /* "eutx" */
     kControlKindSearchField = 0x73726664,      /* "srfd" */
     kControlKindPopupButton = 0x706F7062,      /* "popb" */

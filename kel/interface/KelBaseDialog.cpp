@@ -52,6 +52,7 @@ StatusCode KelBaseDialog::InitDialog() {
     defaultControl = GetControlFromLayout(1);
     cancelControl = GetControlFromLayout(2);
     SetDialogTracksCursor(dialogRef, true);
+    editMenu.Initialize(this);
     return noErr;
 }
 
@@ -110,7 +111,7 @@ bool KelBaseDialog::DefaultKeydown(uint16_t character, int16_t& item) {
 
 void KelBaseDialog::DisableMenuBar() {
     if (menuBarDisableCount == 0) {
-        _BeginAppModalState();
+        modalState = _BeginAppModalState();
         InvalMenuBar();
     }
     ++menuBarDisableCount;
@@ -121,9 +122,18 @@ void KelBaseDialog::ReEnableMenuBar() {
         return;
     }
     if (--menuBarDisableCount == 0) {
-        _EndAppModalState();
+        _EndAppModalState(modalState);
         InvalMenuBar();
     }
+}
+
+bool KelBaseDialog::HandleMenuChoice(int32_t choice) {
+    return DoMenuChoice(static_cast<int16_t>(choice >> 16), static_cast<int16_t>(choice & 0xFFFF));
+}
+
+bool KelBaseDialog::DoMenuChoice(int16_t menu, int16_t item) {
+    HiliteMenu(0);
+    return editMenu.DoMenuChoice(menu, item);
 }
 
 void KelBaseDialog::AllocateDialogFromLayout(BCStringRef name) {

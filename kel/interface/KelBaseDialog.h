@@ -4,20 +4,22 @@
 // keys that press them, and the nesting of the application modal state. dialogRef, windowRef
 // and rootControl are set together by SetDialogRef and are null until a window exists.
 
+#include "kel/dialogs/IMenuCommandHandler.h"
+#include "kel/dialogs/TEditMenu.h"
 #include "kel/foundation/TRect.h"
 
 #include <basalt/BasaltToolbox.h>
 #include <cstdint>
 #include <kel/KelServices.h>
 
-class KelBaseDialog {
+class KelBaseDialog : public IMenuCommandHandler {
 public:
-    KelBaseDialog() = default;
+    KelBaseDialog() { editMenu.SetCommandHandler(this); }
     KelBaseDialog(const KelBaseDialog&) = delete;
     KelBaseDialog& operator=(const KelBaseDialog&) = delete;
 
-    virtual bool IsBTCommandAllowed(uint32_t command);
-    virtual bool ExecuteBTCommand(uint32_t command);
+    bool IsBTCommandAllowed(uint32_t command) override;
+    bool ExecuteBTCommand(uint32_t command) override;
     virtual ~KelBaseDialog();
     virtual int32_t ItemHit(int16_t item, int16_t part, uint32_t modifiers);
     virtual StatusCode InitDialog();
@@ -28,6 +30,10 @@ public:
     virtual bool DefaultKeydown(uint16_t character, int16_t& item);
     virtual void ReEnableMenuBar();
     virtual void DisableMenuBar();
+    // A menu choice while the dialog is up: the menu in the high half, the item in the low half.
+    // True if the dialog's Edit menu handling took it.
+    virtual bool HandleMenuChoice(int32_t choice);
+    virtual bool DoMenuChoice(int16_t menu, int16_t item);
 
     // Reads the window name from the layout file "Dialogs" of the library's bundle and binds a
     // dialog to it. On failure dialogRef stays null.
@@ -50,5 +56,7 @@ protected:
     ControlRef rootControl = nullptr;
     ControlRef defaultControl = nullptr;
     ControlRef cancelControl = nullptr;
+    TEditMenu editMenu;
     uint32_t menuBarDisableCount = 0;
+    uint32_t modalState = 0;
 };

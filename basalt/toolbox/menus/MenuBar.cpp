@@ -131,13 +131,12 @@ void HiliteMenu(MenuID menuID) {
     TheBar().hilited = menuID;
 }
 
-void _BeginAppModalState(void) {
-    ++TheBar().modalDepth;
+uint32_t _BeginAppModalState(void) {
+    return static_cast<uint32_t>(TheBar().modalDepth++);
 }
 
-void _EndAppModalState(void) {
-    if (TheBar().modalDepth > 0)
-        --TheBar().modalDepth;
+void _EndAppModalState(uint32_t inSavedState) {
+    TheBar().modalDepth = std::min(TheBar().modalDepth, static_cast<int>(inSavedState));
 }
 
 Boolean IsMenuKeyEvent(MenuRef inStartMenu, EventRef inEvent, OptionBits, MenuRef* outMenu,

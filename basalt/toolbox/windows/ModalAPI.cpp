@@ -62,7 +62,7 @@ StatusCode BeginAppModalStateForWindow(WindowRef inWindow) {
     if (live == nullptr)
         return errInvalidWindowRef;
     windows::PushModal(live);
-    _BeginAppModalState();
+    live->savedBarState = _BeginAppModalState();
     return noErr;
 }
 
@@ -71,7 +71,8 @@ StatusCode EndAppModalStateForWindow(WindowRef inWindow) {
     if (inWindow == nullptr)
         return errInvalidWindowRef;
     windows::PopModal(window);
-    _EndAppModalState();
+    if (window != nullptr)
+        _EndAppModalState(window->savedBarState);
     return noErr;
 }
 

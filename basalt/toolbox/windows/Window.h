@@ -50,6 +50,8 @@ public:
     bool IsActive() const;
     bool disposed = false;
     void Dispose();
+    // The menu bar's state when this window's application modal state began.
+    uint32_t savedBarState = 0;
 
     // Sheets.
     std::weak_ptr<Window> sheetParent;

@@ -1,5 +1,6 @@
 #include "kel/interface/KelBaseDialog.h"
 
+#include "basalt/backend/headless/HeadlessDriver.h"
 #include "kel/interface/TKelClient.h"
 
 #include <gtest/gtest.h>
@@ -103,6 +104,49 @@ TEST_F(KelBaseDialogWindow, ClientCallbackDrawsIntoTheDialogWindow) {
     GrafPtr after = nullptr;
     GetPort(&after);
     EXPECT_EQ(after, before);
+}
+
+int gCopies = 0;
+StatusCode CountCopy(EventHandlerCallRef, EventRef, void*) {
+    ++gCopies;
+    return noErr;
+}
+
+TEST_F(KelBaseDialogWindow, TheMenuBarComesBackOnlyWhenTheLastDisableIsUndone) {
+    MenuRef menu = nullptr;
+    CreateNewMenu(140, 0, &menu);
+    AppendMenuItemTextWithBCString(menu, BCSTR("Copy"), 0, 0, nullptr);
+    SetItemCmd(menu, 1, 'C');
+    InsertMenu(menu, 0);
+    const EventTypeSpec process = {kEventClassCommand, kEventCommandProcess};
+    InstallEventHandler(GetMenuEventTarget(menu), CountCopy, 1, &process, nullptr, nullptr);
+    ShowWindow(window);
+    const auto copyReachesTheMenu = [] {
+        const int before = gCopies;
+        basalt::headless::HeadlessDriver::PressKey(kVK_ANSI_C, cmdKey);
+        basalt::headless::HeadlessDriver::RunUntilIdle();
+        return gCopies > before;
+    };
+
+    // A modal state the application began itself outlasts the dialog's.
+    const uint32_t applicationState = _BeginAppModalState();
+    dialog.DisableMenuBar();
+    dialog.DisableMenuBar();
+    dialog.ReEnableMenuBar();
+    EXPECT_FALSE(copyReachesTheMenu());
+    dialog.ReEnableMenuBar();
+    EXPECT_FALSE(copyReachesTheMenu());
+    _EndAppModalState(applicationState);
+    EXPECT_TRUE(copyReachesTheMenu());
+
+    dialog.DisableMenuBar();
+    EXPECT_FALSE(copyReachesTheMenu());
+    dialog.ReEnableMenuBar();
+    dialog.ReEnableMenuBar();
+    EXPECT_TRUE(copyReachesTheMenu());
+
+    DeleteMenu(140);
+    DisposeMenu(menu);
 }
 
 TEST(KelBaseDialog, WindowMissingFromTheLayoutFileLeavesNoDialog) {

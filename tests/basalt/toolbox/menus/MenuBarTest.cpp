@@ -82,3 +82,34 @@ TEST(MenuBar, CommandKeysFindTheItemAndSendItsCommandToTheMenu) {
     ReleaseMenu(menu);
     EXPECT_FALSE(IsValidMenu(menu));
 }
+
+TEST(MenuBar, TheModalStateEndsAtTheStateItWasHandedEvenOutOfOrder) {
+    MenuRef menu = MakeEditMenu();
+    BTCommand command{};
+    const EventTypeSpec process = {kEventClassCommand, kEventCommandProcess};
+    InstallEventHandler(GetMenuEventTarget(menu), RecordCommand, 1, &process, &command, nullptr);
+    Rect bounds = {100, 100, 200, 300};
+    WindowRef window = nullptr;
+    CreateNewWindow(kDocumentWindowClass, 0, &bounds, &window);
+    ShowWindow(window);
+    const auto copyReachesTheMenu = [&] {
+        command = BTCommand{};
+        HeadlessDriver::PressKey(kVK_ANSI_C, cmdKey);
+        HeadlessDriver::RunUntilIdle();
+        return command.commandID == uint32_t(kBTCommandCopy);
+    };
+
+    const uint32_t outer = _BeginAppModalState();
+    const uint32_t inner = _BeginAppModalState();
+    EXPECT_FALSE(copyReachesTheMenu());
+    // The outer state ends first: the bar is enabled again, and ending the inner one later
+    // does not disable it.
+    _EndAppModalState(outer);
+    EXPECT_TRUE(copyReachesTheMenu());
+    _EndAppModalState(inner);
+    EXPECT_TRUE(copyReachesTheMenu());
+
+    DisposeWindow(window);
+    DeleteMenu(130);
+    ReleaseMenu(menu);
+}
