@@ -120,7 +120,8 @@ ScriptRunner::ScriptRunner(KelDialogRef dialog, std::vector<ScriptStep> steps, s
 void ScriptRunner::Start() {
     HeadlessDriver::Soon([this] {
         if (!snapshot.empty() && !Snapshot(snapshot)) {
-            failed = true;
+            Abandon();
+            return;
         }
         RunStep(0);
     });
@@ -132,9 +133,16 @@ void ScriptRunner::RunStep(size_t index) {
         return;
     }
     if (!Perform(steps[index])) {
-        failed = true;
+        Abandon();
+        return;
     }
     HeadlessDriver::Soon([this, index] { RunStep(index + 1); }, kStepDelay);
+}
+
+// A step that cannot be done ends the run at once: what follows it would act on the wrong state.
+void ScriptRunner::Abandon() {
+    failed = true;
+    KelCustomControl(dialog, kKelCtlTerminate, nullptr);
 }
 
 bool ScriptRunner::Perform(const ScriptStep& step) {
