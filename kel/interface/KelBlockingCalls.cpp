@@ -43,6 +43,19 @@ StatusCode RunBrowseCall(const BEDesc* defaultLocation, KelReplyRecord* reply,
     });
 }
 
+// The choose calls whose create call takes the same arguments as they do.
+using ChooseCreateCall = StatusCode (*)(const KelDialogCreationOptions*, KelEventProc,
+                                        KelObjectFilterProc, void*, KelDialogRef*);
+
+StatusCode RunChooseCall(ChooseCreateCall createCall, const BEDesc* defaultLocation,
+                         KelReplyRecord* reply, const KelDialogOptions* options,
+                         KelEventProc eventProc, KelObjectFilterProc filterProc, void* clientData) {
+    return RunBrowseCall(defaultLocation, reply, options, Reply::converted,
+                         [&](const KelDialogCreationOptions* local, KelDialogRef* out) {
+                             return createCall(local, eventProc, filterProc, clientData, out);
+                         });
+}
+
 } // namespace
 
 StatusCode KelGetFile(const BEDesc* defaultLocation, KelReplyRecord* reply,
@@ -81,21 +94,15 @@ StatusCode KelChooseFile(const BEDesc* defaultLocation, KelReplyRecord* reply,
 StatusCode KelChooseFolder(const BEDesc* defaultLocation, KelReplyRecord* reply,
                            const KelDialogOptions* options, KelEventProc eventProc,
                            KelObjectFilterProc filterProc, void* clientData) {
-    return RunBrowseCall(defaultLocation, reply, options, Reply::converted,
-                         [&](const KelDialogCreationOptions* local, KelDialogRef* out) {
-                             return KelCreateChooseFolderDialog(local, eventProc, filterProc,
-                                                                clientData, out);
-                         });
+    return RunChooseCall(KelCreateChooseFolderDialog, defaultLocation, reply, options, eventProc,
+                         filterProc, clientData);
 }
 
 StatusCode KelChooseVolume(const BEDesc* defaultSelection, KelReplyRecord* reply,
                            const KelDialogOptions* options, KelEventProc eventProc,
                            KelObjectFilterProc filterProc, void* clientData) {
-    return RunBrowseCall(defaultSelection, reply, options, Reply::converted,
-                         [&](const KelDialogCreationOptions* local, KelDialogRef* out) {
-                             return KelCreateChooseVolumeDialog(local, eventProc, filterProc,
-                                                                clientData, out);
-                         });
+    return RunChooseCall(KelCreateChooseVolumeDialog, defaultSelection, reply, options, eventProc,
+                         filterProc, clientData);
 }
 
 StatusCode KelChooseObject(const BEDesc* defaultLocation, KelReplyRecord* reply,

@@ -1,6 +1,7 @@
 #include "tests/support/TestEnvironment.h"
 
 #include <basalt/BasaltCore.h>
+#include <chrono>
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
@@ -8,6 +9,7 @@
 #include <nlohmann/json.hpp>
 #include <string>
 #include <sys/wait.h>
+#include <thread>
 #include <unistd.h>
 
 namespace {
@@ -47,6 +49,17 @@ protected:
             names.push_back(entry.path().filename().string());
         std::sort(names.begin(), names.end());
         return names;
+    }
+
+    bool HasTemporaryFile() const {
+        std::error_code error;
+        for (fs::directory_iterator entry(Folder(), error), end; !error && entry != end;
+             entry.increment(error)) {
+            if (entry->path().filename().string().find(".tmp-") != std::string::npos) {
+                return true;
+            }
+        }
+        return false;
     }
 
     fs::path config_;
@@ -197,9 +210,15 @@ TEST_F(BCPreferencesTest, AWriterKilledMidWriteLeavesTheOldFileWhole) {
         for (int i = 0;; ++i)
             Write("big", (big + std::to_string(i)).c_str(), domain);
     }
-    usleep(150 * 1000);
+    // Kill it while it is writing: once its temporary file exists.
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(30);
+    bool midWrite = false;
+    while (!(midWrite = HasTemporaryFile()) && std::chrono::steady_clock::now() < deadline) {
+        std::this_thread::yield();
+    }
     kill(child, SIGKILL);
     waitpid(child, nullptr, 0);
+    ASSERT_TRUE(midWrite) << "the writer never started a write";
 
     auto text = keltest::ReadFile(Folder() / "com.example.killed.json");
     auto json = nlohmann::json::parse(text, nullptr, false);
