@@ -3,8 +3,6 @@
 #include "kel/interface/KelBaseDialog.h"
 #include "kel/interface/KelStartup.h"
 
-#include <vector>
-
 namespace {
 
 constexpr uint32_t kAlertBeep = 4096;
