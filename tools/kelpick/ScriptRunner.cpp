@@ -148,9 +148,11 @@ void ScriptRunner::Abandon() {
 bool ScriptRunner::Perform(const ScriptStep& step) {
     switch (step.kind) {
     case ScriptStep::Kind::key:
-        return HeadlessDriver::PressKey(step.keyCode, step.modifiers, step.character) == noErr;
+        return HeadlessDriver::PressKey(step.keyCode, step.modifiers, step.character) == noErr ||
+               Fail("the key of a key: step could not be pressed");
     case ScriptStep::Kind::type:
-        return HeadlessDriver::TypeText(step.text) == noErr;
+        return HeadlessDriver::TypeText(step.text) == noErr ||
+               Fail("could not type \"" + step.text + "\"");
     case ScriptStep::Kind::click: {
         WindowRef window = KelDialogGetWindow(dialog);
         ControlRef control = nullptr;
