@@ -24,12 +24,12 @@ void SetSpecName(BFSpec& spec, BCStringRef name) {
 }
 
 // The item as a file spec: a folder's spec names something inside it.
-StatusCode ConvertReplyItem(KelReplyRecord* reply, long index) {
+StatusCode ConvertReplyItem(KelReplyRecord* reply, BEDescList& selection, long index) {
     BFRef ref;
     DescType type = 0;
     Size size = 0;
     StatusCode status =
-        BEGetNthPtr(&reply->selection, index, typeBFRef, nullptr, &type, &ref, sizeof ref, &size);
+        BEGetNthPtr(&selection, index, typeBFRef, nullptr, &type, &ref, sizeof ref, &size);
     BFCatalogInfo info{};
     BFSpec spec{};
     if (status == noErr) {
@@ -46,7 +46,7 @@ StatusCode ConvertReplyItem(KelReplyRecord* reply, long index) {
         BCRelease(reply->saveFileName);
         reply->saveFileName = nullptr;
     }
-    return BEPutPtr(&reply->selection, index, typeFileSpec, &spec, sizeof spec);
+    return BEPutPtr(&selection, index, typeFileSpec, &spec, sizeof spec);
 }
 
 } // namespace
@@ -91,10 +91,13 @@ StatusCode ConvertReply(KelReplyRecord* reply) {
     if (reply->validRecord == 0) {
         return noErr;
     }
+    // The selection sits at an unaligned offset in the record, so it is worked on in a copy.
+    BEDescList selection = reply->selection;
     long count = 0;
-    StatusCode status = BECountItems(&reply->selection, &count);
+    StatusCode status = BECountItems(&selection, &count);
     for (long index = 1; status == noErr && index <= count; ++index) {
-        status = ConvertReplyItem(reply, index);
+        status = ConvertReplyItem(reply, selection, index);
     }
+    reply->selection = selection; // putting an item may have moved the list's data
     return status;
 }

@@ -107,7 +107,8 @@ void ForwardEveryRoutedCall() {
 BFSpec FirstSpec(const KelReplyRecord& reply, DescType* type) {
     BFSpec spec{};
     Size size = 0;
-    BEGetNthPtr(&reply.selection, 1, typeWildCard, nullptr, type, &spec, sizeof spec, &size);
+    const BEDescList selection = reply.selection; // the record's own sits unaligned
+    BEGetNthPtr(&selection, 1, typeWildCard, nullptr, type, &spec, sizeof spec, &size);
     return spec;
 }
 

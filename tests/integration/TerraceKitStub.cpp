@@ -106,8 +106,10 @@ TK_ENTRY StatusCode _TKKelDialogGetReply(KelDialogRef, KelReplyRecord* reply) {
     *reply = KelReplyRecord{};
     reply->version = 2;
     reply->validRecord = 1;
-    BECreateList(nullptr, 0, false, &reply->selection);
-    BEPutPtr(&reply->selection, 0, typeBFRef, &folder, sizeof folder);
+    BEDescList selection; // the record's own sits unaligned
+    BECreateList(nullptr, 0, false, &selection);
+    BEPutPtr(&selection, 0, typeBFRef, &folder, sizeof folder);
+    reply->selection = selection;
     reply->saveFileName = BCSTR("Letter.txt");
     return noErr;
 }

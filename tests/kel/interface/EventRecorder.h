@@ -19,7 +19,9 @@ struct EventRecorder {
         auto* recorder = static_cast<EventRecorder*>(clientData);
         recorder->selectors.push_back(selector);
         recorder->userActions.push_back(record->userAction);
-        recorder->windows.push_back(record->window);
+        // Copied first: the record is packed and the field may sit unaligned.
+        const WindowRef window = record->window;
+        recorder->windows.push_back(window);
         if (recorder->onEvent) {
             recorder->onEvent(selector, record);
         }
