@@ -54,8 +54,8 @@ private:
 
 bool WriteAll(int fd, const std::string& text) {
     for (size_t done = 0; done < text.size();) {
-        ssize_t wrote = CurrentPreferencesWriteCalls().write(fd, text.data() + done,
-                                                             text.size() - done);
+        ssize_t wrote =
+            CurrentPreferencesWriteCalls().write(fd, text.data() + done, text.size() - done);
         if (wrote < 0 && errno == EINTR)
             continue;
         if (wrote <= 0)

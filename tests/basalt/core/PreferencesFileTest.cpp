@@ -2,6 +2,7 @@
 // stays whole and readable, the caller hears of it, and nothing good is set aside.
 
 #include "basalt/core/PreferencesFile.h"
+
 #include "tests/support/TestEnvironment.h"
 
 #include <basalt/BasaltCore.h>
