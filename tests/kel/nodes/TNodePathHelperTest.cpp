@@ -150,6 +150,19 @@ TEST_F(TNodePathHelperTest, VolumesFolderAndVolumeNameLeadToTheSameVolume) {
     }
 }
 
+// A URL that ends at a volume's entry in the volumes folder collapses to the volume itself.
+TEST_F(TNodePathHelperTest, AURLEndingAtAVolumeEntryCollapsesToTheVolume) {
+    TObjectRef url(BCURLCreateWithFileSystemPath(nullptr,
+                                                 String(u"/Volumes/" + BootName()).AsBCStringRef(),
+                                                 kBCURLPOSIXPathStyle, true),
+                   false);
+    TNodePathHelper helper(static_cast<BCURLRef>(url.Get()));
+    ASSERT_TRUE(helper.IsComplete());
+    ASSERT_EQ(helper.NodePath().size(), 2u);
+    EXPECT_TRUE(helper.NodePath()[0].IsRoot());
+    EXPECT_EQ(helper.NodePath()[1], TKelNode::GetBootNode());
+}
+
 TEST_F(TNodePathHelperTest, DoubledLeadingAndTrailingSlashesChangeNothing) {
     TKelNode usrBin = Leaf(u"/usr/bin");
     ASSERT_FALSE(usrBin.IsEmpty());
