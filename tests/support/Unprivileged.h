@@ -5,6 +5,8 @@
 // process is root, first hands `folder` (and everything in it) to an unprivileged user, opens
 // the way to it, and becomes that user.
 
+#include "tests/support/TestEnvironment.h"
+
 #include <filesystem>
 #include <functional>
 #include <grp.h>
@@ -20,8 +22,10 @@ namespace detail {
 
 inline void HandOver(const std::filesystem::path& folder) {
     std::error_code ignored;
-    for (std::filesystem::path up = folder.parent_path(); up != up.root_path();
-         up = up.parent_path()) {
+    // The way in is opened only inside the scratch area, never above it.
+    const std::filesystem::path top = ScratchHome().parent_path();
+    for (std::filesystem::path up = folder.parent_path();
+         up.native().starts_with(top.native()) && up != up.root_path(); up = up.parent_path()) {
         struct stat info {};
         if (::stat(up.c_str(), &info) == 0)
             ::chmod(up.c_str(), (info.st_mode & 07777) | S_IXOTH);
