@@ -134,6 +134,46 @@ TEST(NodeTreeTest, PackagesApplicationsAndVolumes) {
     EXPECT_EQ(VolumeEject(boot.get()), paramErr);
 }
 
+// A name reused by another kind of object: the node must follow, after a change event, a
+// validation or a fresh look-up.
+TEST(NodeTreeTest, AReusedNameTakesTheKindOfItsNewObject) {
+    auto folder = keltest::MakeScratchFolder("reuse");
+    fs::create_directory(folder / "x");
+    Held parent = NodeAt(folder);
+    Held x = Child(parent.get(), u"x");
+    ASSERT_TRUE(NodeIsContainer(x.get()));
+    fs::remove(folder / "x");
+    keltest::WriteFile(folder / "x", "now a file");
+    EXPECT_TRUE(NodeValidate(x.get()));
+    EXPECT_FALSE(NodeIsContainer(x.get()));
+    EXPECT_EQ(StringProperty(x.get(), "utid"), u"application/octet-stream");
+
+    fs::remove(folder / "x");
+    fs::create_directory(folder / "x");
+    Held again = Child(parent.get(), u"x");
+    EXPECT_EQ(again.get(), x.get());
+    EXPECT_TRUE(NodeIsContainer(again.get())) << "a look-up sees the folder again";
+}
+
+// The entries of the volumes folder open onto their volumes, and the Network node, filed under
+// the boot volume, is found by name under the root as well, where it is shown.
+TEST(NodeTreeTest, VolumeEntriesAreContainersAndNetworkIsFoundUnderTheRoot) {
+    Held boot(GetBootNode());
+    Held volumes = Child(boot.get(), u"Volumes");
+    std::vector<Held> entries = Children(volumes.get());
+    ASSERT_FALSE(entries.empty());
+    EXPECT_TRUE(NodeIsContainer(entries[0].get()));
+    EXPECT_TRUE(NodeIsAlias(entries[0].get()));
+    StatusCode status = fnfErr;
+    Held usr = Child(entries[0].get(), u"usr", &status);
+    EXPECT_EQ(status, noErr);
+    EXPECT_EQ(usr.get(), Child(boot.get(), u"usr").get());
+
+    Held network = Child(GetRootNode(), u"Network", &status);
+    EXPECT_EQ(status, noErr);
+    EXPECT_EQ(network.get(), Child(boot.get(), u"Network").get());
+}
+
 TEST(NodeTreeTest, SidebarPlacesHoldHomeUserDirsAndBookmarks) {
     auto home = keltest::ScratchHome();
     fs::create_directories(home / "Desktop");
