@@ -58,10 +58,8 @@ std::string TypeOfFileSystemNode(NodeRef node) {
                : S_ISFIFO(mode) ? "inode/fifo"
                                 : "inode/socket";
     }
-    default: {
-        std::string type = MimeDatabase::Shared().TypeForName(node->name);
-        return type.empty() ? "application/octet-stream" : type;
-    }
+    default:
+        return MimeDatabase::Shared().TypeForName(node->name);
     }
 }
 

@@ -102,13 +102,24 @@ std::optional<std::string> ApplicationForType(std::string_view type) {
 
 using namespace basalt::types;
 
+namespace {
+
+// The type a client's extension names, or empty when no glob knows it, so that the type code
+// can answer instead.
+std::string TypeForExtension(BCStringRef extension) {
+    if (extension == nullptr || BCStringGetLength(extension) == 0)
+        return {};
+    std::string type = MimeDatabase::Shared().TypeForName("x." + Utf8(extension));
+    return type == "application/octet-stream" ? std::string() : type;
+}
+
+} // namespace
+
 extern "C" {
 
 StatusCode BLGetApplicationForInfo(OSType type, OSType, BCStringRef extension, uint32_t, BFRef*,
                                    BCURLRef* outURL) {
-    std::string mime;
-    if (extension != nullptr && BCStringGetLength(extension) > 0)
-        mime = MimeDatabase::Shared().TypeForName("x." + Utf8(extension));
+    std::string mime = TypeForExtension(extension);
     if (mime.empty() && type != 0 && FourCharCodeForType(TypeForFourCharCode(type)) == type)
         mime = TypeForFourCharCode(type);
     auto application = mime.empty() ? std::nullopt : ApplicationForType(mime);
@@ -125,9 +136,7 @@ StatusCode BLCopyKindStringForInfo(OSType type, OSType, BCStringRef extension,
                                    BCStringRef* outKind) {
     if (outKind == nullptr)
         return paramErr;
-    std::string mime;
-    if (extension != nullptr && BCStringGetLength(extension) > 0)
-        mime = MimeDatabase::Shared().TypeForName("x." + Utf8(extension));
+    std::string mime = TypeForExtension(extension);
     if (mime.empty() && type != 0 && FourCharCodeForType(TypeForFourCharCode(type)) == type)
         mime = TypeForFourCharCode(type);
     std::string comment = mime.empty() ? std::string() : MimeDatabase::Shared().Comment(mime);

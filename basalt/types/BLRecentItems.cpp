@@ -132,8 +132,6 @@ extern "C" StatusCode _BLAddRecentItem(const char* path, int32_t) {
         return paramErr;
     std::string name = std::filesystem::path(path).filename().string();
     std::string mime = basalt::types::MimeDatabase::Shared().TypeForName(name);
-    if (mime.empty())
-        mime = "application/octet-stream";
     char self[4096] = {};
     ssize_t used = ::readlink("/proc/self/exe", self, sizeof self - 1);
     std::string application =
