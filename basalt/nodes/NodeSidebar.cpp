@@ -2,6 +2,7 @@
 // home folder and removable volumes; 12 the places (home and the XDG user dirs that exist)
 // and then the user's bookmarks.
 
+#include "basalt/files/BFBookmarks.h"
 #include "basalt/files/BFFindFolder.h"
 #include "basalt/files/BFLongPath.h"
 #include "basalt/nodes/NodeListing.h"
@@ -52,8 +53,8 @@ std::vector<NodeRef> Places() {
             AddOnce(nodes, NodeForPath(*dir));
     }
     for (const files::Bookmark& bookmark : files::ReadBookmarks()) {
-        if (IsFolder(bookmark.path))
-            AddOnce(nodes, NodeForPath(bookmark.path));
+        if (bookmark.path && IsFolder(*bookmark.path))
+            AddOnce(nodes, NodeForPath(*bookmark.path));
     }
     return nodes;
 }
