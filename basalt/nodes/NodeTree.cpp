@@ -3,6 +3,7 @@
 #include "basalt/files/BFFindFolder.h"
 #include "basalt/files/BFLongPath.h"
 #include "basalt/files/BFNameCodec.h"
+#include "basalt/nodes/NodeBookmarks.h"
 #include "basalt/nodes/NodeListing.h"
 #include "basalt/nodes/NodeProperties.h"
 #include "basalt/nodes/NodeStat.h"
@@ -141,7 +142,7 @@ StatusCode NodeFindChildNew(NodeRef parent, BCIndex length, const UniChar* chars
         return paramErr;
     std::u16string name(reinterpret_cast<const char16_t*>(chars), static_cast<size_t>(length));
     if (!parent->IsFileSystem()) {
-        if (parent->kind == NodeKind::VolumeAlias)
+        if (parent->kind == NodeKind::VolumeAlias || parent->kind == NodeKind::Bookmark)
             return kNodeNotContainerErr;
         *child = FindVirtualChild(parent, name);
         return *child != nullptr ? StatusCode(noErr) : StatusCode(fnfErr);
@@ -198,7 +199,7 @@ Boolean NodeIsAlias(NodeRef node) {
     if (node == nullptr)
         return false;
     NodeKind kind = node->IsFileSystem() ? SettledKind(node) : node->kind.load();
-    return kind == NodeKind::Symlink || kind == NodeKind::VolumeAlias;
+    return kind == NodeKind::Symlink || kind == NodeKind::VolumeAlias || kind == NodeKind::Bookmark;
 }
 
 Boolean NodeIsPackage(NodeRef node) {
@@ -256,6 +257,8 @@ StatusCode NodeGetOriginal(NodeRef node, Boolean, NodeRef* out) {
         *out = CopyNodeRef(target);
         return target != nullptr ? StatusCode(noErr) : StatusCode(fnfErr);
     }
+    if (node->kind == NodeKind::Bookmark)
+        return BookmarkOriginal(node, out);
     if (!NodeIsAlias(node)) {
         *out = CopyNodeRef(node);
         return noErr;
