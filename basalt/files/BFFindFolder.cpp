@@ -85,7 +85,7 @@ std::optional<std::string> UserDirFromText(std::string_view text, std::string_vi
             value->remove_prefix(5);
         else if (!value->starts_with('/'))
             continue;
-        if (value->ends_with('/'))
+        if (value->size() > 1 && value->ends_with('/'))
             value->remove_suffix(1);
         if (!inHome) {
             found = std::string(*value);
