@@ -33,8 +33,8 @@ std::optional<RemotePlace> ParseRemote(const std::string& uri) {
     if (!g_uri_split(uri.c_str(), G_URI_FLAGS_NONE, &scheme, &user, &host, &place.port, &path,
                      nullptr, nullptr, nullptr))
         return std::nullopt;
-    GText held[] = {GText(scheme), GText(user), GText(host), GText(path)};
-    if (host == nullptr || *host == '\0')
+    GText ownedScheme(scheme), ownedUser(user), ownedHost(host), ownedPath(path);
+    if (scheme == nullptr || host == nullptr || *host == '\0')
         return std::nullopt;
     place.scheme = GText(g_ascii_strdown(scheme, -1)).get();
     place.user = user != nullptr ? user : "";

@@ -92,7 +92,7 @@ void MimeGlobs::Add(Glob glob) {
 void MimeGlobs::MatchSuffix(std::string_view name, bool exactCase,
                             std::vector<Candidate>& out) const {
     for (size_t length = std::min(name.size(), longestSuffix_); length > 0; --length) {
-        auto found = suffixes_.find(std::string(name.substr(name.size() - length)));
+        auto found = suffixes_.find(name.substr(name.size() - length));
         if (found == suffixes_.end())
             continue;
         size_t before = out.size();
@@ -116,7 +116,7 @@ void MimeGlobs::MatchPatterns(const std::string& name, bool exactCase,
 
 std::string MimeGlobs::Match(std::string_view name) const {
     std::string lower = Lower(name);
-    if (auto found = literals_.find(std::string(name)); found != literals_.end())
+    if (auto found = literals_.find(name); found != literals_.end())
         return found->second;
     if (auto found = foldedLiterals_.find(lower); found != foldedLiterals_.end())
         return found->second;

@@ -6,6 +6,7 @@
 // longest matching suffix, then full patterns; the heaviest of the matches of a step wins.
 // Globs marked case-sensitive match only in their own case.
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -44,10 +45,20 @@ private:
     void MatchSuffix(std::string_view name, bool exactCase, std::vector<Candidate>& out) const;
     void MatchPatterns(const std::string& name, bool exactCase, std::vector<Candidate>& out) const;
 
-    std::unordered_map<std::string, std::string> literals_;       // pattern to type
-    std::unordered_map<std::string, std::string> foldedLiterals_; // lower case, to type
+    // Looked up by string_view, so that matching a name makes no copies of its parts.
+    struct Hash {
+        using is_transparent = void;
+        size_t operator()(std::string_view text) const {
+            return std::hash<std::string_view>()(text);
+        }
+    };
+    template <typename T>
+    using Map = std::unordered_map<std::string, T, Hash, std::equal_to<>>;
+
+    Map<std::string> literals_;       // pattern to type
+    Map<std::string> foldedLiterals_; // lower case, to type
     // Globs of the form "*text", by their text: lower case unless case-sensitive.
-    std::unordered_map<std::string, std::vector<Glob>> suffixes_;
+    Map<std::vector<Glob>> suffixes_;
     size_t longestSuffix_ = 0;
     std::vector<Glob> patterns_;
     std::unordered_set<std::string> known_;   // "type\npattern"

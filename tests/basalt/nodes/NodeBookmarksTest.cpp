@@ -34,6 +34,7 @@ TEST(NodeBookmarksTest, RemotePlacesLeadIntoTheVolumesThatMountThem) {
     EXPECT_EQ(Local("file:///already/local", volumes), "(none)") << "not parsed as remote";
     EXPECT_EQ(LocalPathOf({"file:///p", "/p", ""}, volumes, "").value_or(""), "/p");
     EXPECT_EQ(Local("not a uri at all", volumes), "(none)");
+    EXPECT_EQ(Local("//host.example/data", volumes), "(none)") << "no scheme";
 }
 
 TEST(NodeBookmarksTest, RemotePlacesLeadIntoTheUsersGvfsMounts) {
