@@ -11,17 +11,19 @@
 namespace fuzzing {
 
 inline const std::string& ScratchFolder() {
-    static const std::string folder = [] {
+    // Never destroyed: the exit handler that removes the folder runs after static destructors.
+    static const std::string* folder = [] {
         char pattern[] = "/tmp/kel-fuzz-XXXXXX";
         if (::mkdtemp(pattern) == nullptr)
             std::abort();
+        auto* made = new std::string(pattern);
         std::atexit([] {
             std::error_code ignored;
             std::filesystem::remove_all(ScratchFolder(), ignored);
         });
-        return std::string(pattern);
+        return made;
     }();
-    return folder;
+    return *folder;
 }
 
 inline void WriteScratchFile(const std::string& path, const uint8_t* data, size_t size) {
