@@ -92,7 +92,7 @@ StatusCode GetNodeAsPathName(NodeRef node, int32_t format, BCIndex capacity, BCI
     if (node == nullptr || format != 1 || length == nullptr || capacity < 0 ||
         (capacity > 0 && chars == nullptr))
         return paramErr;
-    if (node->kind == NodeKind::Sidebar)
+    if (node->kind == NodeKind::Sidebar || node->kind == NodeKind::Bookmark)
         return kNodeBadPathErr;
     std::u16string text = PathText(node);
     *length = static_cast<BCIndex>(text.size());

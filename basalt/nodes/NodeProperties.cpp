@@ -6,6 +6,7 @@
 #include "basalt/files/BFFindFolder.h"
 #include "basalt/files/BFLongPath.h"
 #include "basalt/files/BFNameCodec.h"
+#include "basalt/nodes/NodeBookmarks.h"
 #include "basalt/nodes/NodeStat.h"
 #include "basalt/nodes/NodeTable.h"
 #include "basalt/nodes/NodeVolumes.h"
@@ -58,10 +59,8 @@ std::string TypeOfFileSystemNode(NodeRef node) {
                : S_ISFIFO(mode) ? "inode/fifo"
                                 : "inode/socket";
     }
-    default: {
-        std::string type = MimeDatabase::Shared().TypeForName(node->name);
-        return type.empty() ? "application/octet-stream" : type;
-    }
+    default:
+        return MimeDatabase::Shared().TypeForName(node->name);
     }
 }
 
@@ -72,6 +71,7 @@ std::string TypeOf(NodeRef node) {
     case NodeKind::Network:
         return "inode/x-kel-network";
     case NodeKind::VolumeAlias:
+    case NodeKind::Bookmark:
         return "inode/symlink";
     case NodeKind::VolumesFolder:
     case NodeKind::Sidebar:
@@ -83,7 +83,10 @@ std::string TypeOf(NodeRef node) {
 
 StatusCode StringProperty(NodeRef node, FourCharCode code, std::u16string& out) {
     bool fileSystem = node->IsFileSystem();
-    if (code == NodeCode("pnam")) {
+    if (node->kind == NodeKind::Bookmark &&
+        (code == NodeCode("pnam") || code == NodeCode("dnam"))) {
+        out = BookmarkDisplayName(node);
+    } else if (code == NodeCode("pnam")) {
         out = node == Special().boot ? VolumeName(node)
               : fileSystem           ? files::DecodeName(node->name)
                                      : Utf16(node->name);
@@ -131,8 +134,7 @@ StatusCode AliasType(NodeRef node, FourCharCode& value) {
 
 StatusCode TypeCode(NodeRef node, FourCharCode& value) {
     if (!node->IsFileSystem())
-        return node->kind == NodeKind::VolumeAlias ? AliasType(node, value)
-                                                   : kNodePropertyNotSupportedErr;
+        return NodeIsAlias(node) ? AliasType(node, value) : kNodePropertyNotSupportedErr;
     if (auto stored = ExtrasOf(node).type) {
         value = *stored;
         return noErr;

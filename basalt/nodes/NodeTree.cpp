@@ -3,6 +3,7 @@
 #include "basalt/files/BFFindFolder.h"
 #include "basalt/files/BFLongPath.h"
 #include "basalt/files/BFNameCodec.h"
+#include "basalt/nodes/NodeBookmarks.h"
 #include "basalt/nodes/NodeListing.h"
 #include "basalt/nodes/NodeProperties.h"
 #include "basalt/nodes/NodeStat.h"
@@ -172,6 +173,8 @@ StatusCode NodeFindChildNew(NodeRef parent, BCIndex length, const UniChar* chars
         return NodeFindChildNew(volume, length, chars, child);
     }
     if (!parent->IsFileSystem()) {
+        if (parent->kind == NodeKind::Bookmark)
+            return kNodeNotContainerErr;
         *child = FindVirtualChild(parent, name);
         return *child != nullptr ? StatusCode(noErr) : StatusCode(fnfErr);
     }
@@ -234,7 +237,7 @@ Boolean NodeIsAlias(NodeRef node) {
     if (node == nullptr)
         return false;
     NodeKind kind = node->IsFileSystem() ? SettledKind(node) : node->kind.load();
-    return kind == NodeKind::Symlink || kind == NodeKind::VolumeAlias;
+    return kind == NodeKind::Symlink || kind == NodeKind::VolumeAlias || kind == NodeKind::Bookmark;
 }
 
 Boolean NodeIsPackage(NodeRef node) {
@@ -292,6 +295,8 @@ StatusCode NodeGetOriginal(NodeRef node, Boolean, NodeRef* out) {
         *out = CopyNodeRef(target);
         return target != nullptr ? StatusCode(noErr) : StatusCode(fnfErr);
     }
+    if (node->kind == NodeKind::Bookmark)
+        return BookmarkOriginal(node, out);
     if (!NodeIsAlias(node)) {
         *out = CopyNodeRef(node);
         return noErr;

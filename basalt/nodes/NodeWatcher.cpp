@@ -322,7 +322,9 @@ void NodeWatcher::HandleEvent(int wd, uint32_t mask, const std::string& name, To
 
 void NodeWatcher::HandleMountsChanged(Touched& touched) {
     const SpecialNodes& special = Special();
-    for (NodeRef container : {special.root, special.network, special.volumes, special.devices})
+    // The places list too: a remote bookmark is reachable while it is mounted.
+    for (NodeRef container :
+         {special.root, special.network, special.volumes, special.devices, special.places})
         Send(container, kNodeEventVirtualChildListChanged, container, container, 0, touched);
 }
 

@@ -31,6 +31,7 @@ enum class NodeKind : uint8_t {
     VolumesFolder,
     VolumeAlias,
     Sidebar,
+    Bookmark, // a row of the places list, see NodeBookmarks.h
 };
 
 struct NodeStat {

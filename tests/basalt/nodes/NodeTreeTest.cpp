@@ -174,28 +174,4 @@ TEST(NodeTreeTest, VolumeEntriesAreContainersAndNetworkIsFoundUnderTheRoot) {
     EXPECT_EQ(network.get(), Child(boot.get(), u"Network").get());
 }
 
-TEST(NodeTreeTest, SidebarPlacesHoldHomeUserDirsAndBookmarks) {
-    auto home = keltest::ScratchHome();
-    fs::create_directories(home / "Desktop");
-    auto marked = keltest::MakeScratchFolder("marked");
-    keltest::WriteFile(home / ".config/user-dirs.dirs", "XDG_DESKTOP_DIR=\"$HOME/Desktop\"\n");
-    keltest::WriteFile(home / ".config/gtk-3.0/bookmarks",
-                       "file://" + marked.string() + " Marked\nfile:///no/such/folder\n");
-    Held places(GetVirtualNode(kVirtualNodePlaces));
-    std::vector<Held> children = Children(places.get());
-    ASSERT_EQ(children.size(), 3u);
-    EXPECT_EQ(children[0].get(), NodeAt(home).get());
-    EXPECT_EQ(children[1].get(), NodeAt(home / "Desktop").get());
-    EXPECT_EQ(children[2].get(), NodeAt(marked).get());
-    NodeRef found = nullptr;
-    EXPECT_EQ(NodeFindVirtualChild(places.get(), children[2].get(), &found, 0), noErr);
-    EXPECT_EQ(Held(found).get(), children[2].get());
-    Held devices(GetVirtualNode(kVirtualNodeDevices));
-    std::vector<Held> devicesChildren = Children(devices.get());
-    ASSERT_GE(devicesChildren.size(), 2u);
-    EXPECT_EQ(devicesChildren[0].get(), GetRootNode());
-    fs::remove(home / ".config/gtk-3.0/bookmarks");
-    fs::remove(home / ".config/user-dirs.dirs");
-}
-
 } // namespace
