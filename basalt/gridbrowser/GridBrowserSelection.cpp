@@ -43,12 +43,14 @@ void GridBrowserView::SelectRange(const std::vector<GridBrowserItemID>& sequence
     ChangeSelection(std::move(range));
 }
 
-void GridBrowserView::ForgetRemoved() {
-    std::erase_if(selected_, [&](GridBrowserItemID item) { return !tree_.IsListed(item); });
+bool GridBrowserView::ForgetRemoved() {
+    auto gone =
+        std::erase_if(selected_, [&](GridBrowserItemID item) { return !tree_.IsListed(item); });
     if (!tree_.IsListed(anchor_))
         anchor_ = 0;
     if (!tree_.IsListed(lead_))
         lead_ = 0;
+    return gone > 0;
 }
 
 size_t GridBrowserView::FocusColumn() const {

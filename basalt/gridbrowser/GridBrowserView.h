@@ -172,7 +172,8 @@ private:
     void ChangeSelection(std::unordered_set<GridBrowserItemID> selection);
     void SelectOnly(GridBrowserItemID item);
     void SelectRange(const std::vector<GridBrowserItemID>& sequence, GridBrowserItemID to);
-    void ForgetRemoved();
+    // Drops rows that are no longer listed from the selection; true if any were selected.
+    bool ForgetRemoved();
     size_t FocusColumn() const;
     void SelectInColumn(size_t column, GridBrowserItemID item);
 
