@@ -138,7 +138,8 @@ void GridBrowserView::DrawHeader(BGContextRef context) {
         label.origin.x += column.desc.titleOffset;
         CellLook look;
         look.textColor = kBTThemeTextColorSecondary;
-        DrawOwnedText(context, column.title, label, 0, look);
+        DrawOwnedText(context, column.title, label,
+                      column.desc.propertyFlags & kGridBrowserListViewAlignEnd, look);
     }
     BGFloat rest = BGRectGetMaxX(bounds) - x;
     if (rest > 0) {

@@ -51,7 +51,7 @@ GridBrowserItemID GridBrowserView::PreviewItem() const {
 
 BGFloat GridBrowserView::PreviewWidth() const {
     BGFloat rest = Bounds().size.width - BGFloat(path_.size()) * columnWidth;
-    return std::max(columnWidth + 60, rest);
+    return std::max(columnWidth, rest);
 }
 
 BGFloat GridBrowserView::ColumnsWidth() const {
