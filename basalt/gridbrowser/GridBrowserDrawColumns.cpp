@@ -77,7 +77,8 @@ void GridBrowserView::DrawColumn(BGContextRef context, size_t column) {
             BGRectMake(row.origin.x + 2, top, row.size.width - kArrowWidth - 2, rowHeight);
         CellData data(kGridBrowserItemSelfIdentityProperty);
         if (AskCell(item, data) == noErr)
-            DrawCell(context, data, kGridBrowserIconAndTextType, 0, cell, look);
+            DrawCell(context, data, kGridBrowserIconAndTextType, kGridBrowserListViewTruncateMiddle,
+                     cell, look);
         if (AskBool(item, kGridBrowserItemIsContainerProperty, false))
             DrawArrow(context,
                       BGRectMake(BGRectGetMaxX(row) - kArrowWidth - 1, top, kArrowWidth, rowHeight),
