@@ -40,7 +40,7 @@ void GridBrowserView::DrawColumns(BGContextRef context) {
         if (column < path_.size())
             DrawColumn(context, column);
         else
-            DrawPreview(context, column);
+            DrawPreview(context);
         BGContextRestoreGState(context);
         BGRect divider = BGRectMake(BGRectGetMaxX(area) - 1, area.origin.y, 1, area.size.height);
         BTThemeDrawSeparator(&divider, kBTThemeStateActive, context);
@@ -95,13 +95,11 @@ void GridBrowserView::DrawColumn(BGContextRef context, size_t column) {
     }
 }
 
-void GridBrowserView::DrawPreview(BGContextRef context, size_t column) {
+void GridBrowserView::DrawPreview(BGContextRef context) {
     GridBrowserItemID item = PreviewItem();
     if (item == 0 || customCallbacks.drawItemCallback == nullptr)
         return;
-    BGRect area = ColumnRowArea(column);
-    Rect rect = {int16_t(area.origin.y), int16_t(area.origin.x), int16_t(BGRectGetMaxY(area)),
-                 int16_t(BGRectGetMaxX(area))};
+    Rect rect = PreviewRect();
     auto keep = Shared();
     drawContext = context;
     BGContextSaveGState(context);

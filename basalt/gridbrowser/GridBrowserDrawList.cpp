@@ -11,8 +11,6 @@
 namespace basalt::gridbrowser {
 namespace {
 
-constexpr BGFloat kTriangleWidth = 14;
-
 BGFloat FocusOutset() {
     int32_t outset = 3;
     GetThemeMetric(kBTThemeMetricFocusRectOutset, &outset);

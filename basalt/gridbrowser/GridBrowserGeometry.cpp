@@ -73,6 +73,12 @@ BGRect GridBrowserView::ColumnRowArea(size_t column) const {
     return BGRectMake(ColumnLeft(column), bounds.origin.y, width, std::max<BGFloat>(0, height));
 }
 
+Rect GridBrowserView::PreviewRect() const {
+    BGRect area = ColumnRowArea(path_.size());
+    return {int16_t(area.origin.y), int16_t(area.origin.x), int16_t(BGRectGetMaxY(area)),
+            int16_t(BGRectGetMaxX(area))};
+}
+
 BGFloat& GridBrowserView::ColumnScroll(size_t column) {
     columnScroll_.resize(path_.size(), 0);
     return columnScroll_.at(column);

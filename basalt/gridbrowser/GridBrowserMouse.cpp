@@ -15,7 +15,6 @@ namespace {
 
 constexpr double kDoubleClickTime = 0.5;
 constexpr BGFloat kEdgeSlop = 3;
-constexpr BGFloat kTriangleWidth = 14;
 constexpr BGFloat kMinimumColumnWidth = 100;
 constexpr BGFloat kMaximumColumnWidth = 1000;
 
@@ -293,9 +292,7 @@ bool GridBrowserView::TrackPreview(BGPoint local, uint32_t modifiers) {
     GridBrowserItemID item = PreviewItem();
     if (item == 0 || customCallbacks.trackingCallback == nullptr)
         return false;
-    BGRect area = ColumnRowArea(path_.size());
-    Rect rect = {int16_t(area.origin.y), int16_t(area.origin.x), int16_t(BGRectGetMaxY(area)),
-                 int16_t(BGRectGetMaxX(area))};
+    Rect rect = PreviewRect();
     Point start = {int16_t(local.y), int16_t(local.x)};
     customCallbacks.trackingCallback(Ref(), item, kGridBrowserColumnViewPreviewProperty, &rect,
                                      start, uint16_t(modifiers));

@@ -40,6 +40,7 @@ public:
     static constexpr BGFloat kBarWidth = 11;
     static constexpr BGFloat kIndent = 16;
     static constexpr BGFloat kIconSize = 16;
+    static constexpr BGFloat kTriangleWidth = 14;
 
     GridBrowserView();
     // The view behind a control of this kind; null for any other control.
@@ -131,6 +132,7 @@ public:
     BGFloat ColumnsWidth() const;
     BGFloat PreviewWidth() const;
     BGRect ColumnRowArea(size_t column) const;
+    Rect PreviewRect() const; // the preview slot, in whole points
     bool HorizontalBarShown() const;
 
 private:
@@ -140,7 +142,7 @@ private:
     void DrawListRow(BGContextRef context, const Row& row, BGFloat top, size_t index);
     void DrawColumns(BGContextRef context);
     void DrawColumn(BGContextRef context, size_t column);
-    void DrawPreview(BGContextRef context, size_t column);
+    void DrawPreview(BGContextRef context);
     void DrawRowBackground(BGContextRef context, BGRect rect, GridBrowserItemID item, size_t index,
                            bool emphasised);
     void DrawBars(BGContextRef context);

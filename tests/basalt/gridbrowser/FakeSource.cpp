@@ -191,6 +191,13 @@ BrowserWindow::~BrowserWindow() {
     DisposeWindow(window);
 }
 
+std::vector<GridBrowserItemID> TakeIds(Handle handle) {
+    std::vector<GridBrowserItemID> ids(size_t(GetHandleSize(handle)) / sizeof(GridBrowserItemID));
+    std::copy_n(reinterpret_cast<GridBrowserItemID*>(*handle), ids.size(), ids.data());
+    DisposeHandle(handle);
+    return ids;
+}
+
 uint32_t PixelAt(WindowRef window, BGPoint local) {
     auto* live = basalt::toolbox::Window::From(window);
     live->Flush();

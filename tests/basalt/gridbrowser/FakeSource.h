@@ -73,6 +73,9 @@ public:
     ControlRef control = nullptr;
 };
 
+// The ids that a GridBrowser call put into a handle, read and the handle disposed of.
+std::vector<GridBrowserItemID> TakeIds(Handle handle);
+
 // The colour (0xAARRGGBB) of a point of the window's content as last drawn.
 uint32_t PixelAt(WindowRef window, BGPoint local);
 

@@ -20,10 +20,7 @@ constexpr BGFloat kWidth = 170;
 std::vector<GridBrowserItemID> ReportedPath(ControlRef control) {
     Handle handle = NewHandle(0);
     GetGridBrowserColumnViewPath(control, handle);
-    std::vector<GridBrowserItemID> ids(size_t(GetHandleSize(handle)) / sizeof(GridBrowserItemID));
-    std::copy_n(reinterpret_cast<GridBrowserItemID*>(*handle), ids.size(), ids.data());
-    DisposeHandle(handle);
-    return ids;
+    return gridtest::TakeIds(handle);
 }
 
 class ColumnTest : public ::testing::Test {

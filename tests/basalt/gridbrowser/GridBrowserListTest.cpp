@@ -27,10 +27,7 @@ std::vector<GridBrowserItemID> ItemsOf(ControlRef control, GridBrowserItemID con
                                        bool recurse, GridBrowserItemState state) {
     Handle handle = NewHandle(0);
     GetGridBrowserItems(control, container, recurse, state, handle);
-    std::vector<GridBrowserItemID> ids(size_t(GetHandleSize(handle)) / sizeof(GridBrowserItemID));
-    std::copy_n(reinterpret_cast<GridBrowserItemID*>(*handle), ids.size(), ids.data());
-    DisposeHandle(handle);
-    return ids;
+    return gridtest::TakeIds(handle);
 }
 
 class ListTest : public ::testing::Test {
