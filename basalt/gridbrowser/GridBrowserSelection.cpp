@@ -68,6 +68,11 @@ size_t GridBrowserView::FocusColumn() const {
 void GridBrowserView::SelectInColumn(size_t column, GridBrowserItemID item) {
     if (column >= path_.size())
         return;
+    bool alreadyFile =
+        selected_.size() == 1 && selected_.contains(item) && column + 1 == path_.size();
+    bool alreadyOpen = selected_.empty() && column + 2 == path_.size() && path_.back() == item;
+    if (item != 0 && (alreadyFile || alreadyOpen))
+        return;
     auto keep = Shared();
     GridBrowserItemID oldTarget = Target();
     bool hadSelection = !selected_.empty() || path_.size() > column + 1;

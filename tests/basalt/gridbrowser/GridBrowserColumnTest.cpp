@@ -176,6 +176,39 @@ TEST_F(ColumnTest, SwitchingStylesReopensTheTargetInTheNewStyle) {
     EXPECT_EQ(SetGridBrowserViewStyle(browser.control, 0x77686174), kGridBrowserBadStyle);
 }
 
+TEST_F(ColumnTest, TheWheelScrollsTheColumnUnderTheMouseAlone) {
+    for (int i = 0; i < 40; ++i)
+        source.Add(FakeSource::kRoot, "z file " + std::to_string(10 + i));
+    for (int i = 0; i < 40; ++i)
+        source.Add(docs, "x file " + std::to_string(10 + i));
+    std::vector path = {FakeSource::kRoot, docs};
+    SetGridBrowserColumnViewPath(browser.control, 2, path.data());
+    HeadlessDriver::Scroll(browser.window, {40, 100}, -4);
+    HeadlessDriver::RunUntilIdle();
+    ClickAt(1, 0);
+    EXPECT_EQ(Target(), drafts) << "the second column did not move";
+    ClickAt(0, 0);
+    EXPECT_TRUE(IsGridBrowserItemSelected(browser.control, source.Find("z file 11")))
+        << "Documents, Music, readme.txt, z file 10 went by";
+}
+
+TEST_F(ColumnTest, TypingSelectsInTheFocusedColumn) {
+    std::vector path = {FakeSource::kRoot, docs, notes};
+    SetGridBrowserColumnViewPath(browser.control, 3, path.data());
+    source.messages.clear();
+    HeadlessDriver::TypeText("pl");
+    HeadlessDriver::RunUntilIdle();
+    EXPECT_TRUE(IsGridBrowserItemSelected(browser.control, plans));
+    EXPECT_FALSE(IsGridBrowserItemSelected(browser.control, notes));
+    EXPECT_EQ(Target(), docs);
+    EXPECT_EQ(source.MessageLog(), "14:-") << "the second key kept the selection";
+    source.messages.clear();
+    ClickAt(1, 0); // Drafts
+    ClickAt(1, 0);
+    EXPECT_EQ(source.MessageLog(), "8:Drafts 15:Drafts 14:-")
+        << "a second click on the open folder changes nothing";
+}
+
 TEST(ColumnSnapshotTest, ThreeLevelsDeepAtOneAndTwoTimes) {
     for (double scale : {1.0, 2.0}) {
         HeadlessDriver::SetScale(scale);

@@ -257,6 +257,62 @@ TEST_F(ListTest, RemovingRowsDropsThemFromTheSelectionAndClosesThem) {
               kGridBrowserItemNotFound);
 }
 
+TEST_F(ListTest, DraggingAHeaderEdgeResizesTheColumnWithinItsLimits) {
+    HeadlessDriver::Drag(browser.window, {228, Header() / 2}, {300, Header() / 2});
+    HeadlessDriver::RunUntilIdle();
+    uint16_t width = 0;
+    GetGridBrowserTableViewNamedColumnWidth(browser.control, kGridBrowserNameProperty, &width);
+    EXPECT_EQ(width, 300);
+    HeadlessDriver::Drag(browser.window, {300, Header() / 2}, {20, Header() / 2});
+    HeadlessDriver::RunUntilIdle();
+    GetGridBrowserTableViewNamedColumnWidth(browser.control, kGridBrowserNameProperty, &width);
+    EXPECT_EQ(width, 150) << "the column's minimum";
+    GridBrowserPropertyID property = 0;
+    GetGridBrowserSortProperty(browser.control, &property);
+    EXPECT_EQ(property, GridBrowserPropertyID(kGridBrowserNameProperty)) << "a resize isn't a sort";
+}
+
+TEST_F(ListTest, DraggingTheThumbScrollsInProportion) {
+    for (int i = 0; i < 275; ++i)
+        source.Add(FakeSource::kRoot, "more " + std::to_string(1000 + i));
+    SetGridBrowserTarget(browser.control, 0);
+    SetGridBrowserTarget(browser.control, FakeSource::kRoot);
+    HeadlessDriver::RunUntilIdle();
+    // 280 rows under a 280-point area: the thumb is 20 points tall at the top.
+    BGFloat barX = 500 - GridBrowserView::kBarWidth / 2;
+    HeadlessDriver::Drag(browser.window, {barX, Header() + 10}, {barX, Header() + 140});
+    HeadlessDriver::RunUntilIdle();
+    uint32_t top = 0, left = 0;
+    GetGridBrowserScrollPosition(browser.control, &top, &left);
+    BGFloat range = 280 * kRow - (300 - Header());
+    EXPECT_NEAR(top, range / 2, kRow);
+    HeadlessDriver::ClickAt(browser.window, {barX, 295});
+    HeadlessDriver::RunUntilIdle();
+    uint32_t paged = 0;
+    GetGridBrowserScrollPosition(browser.control, &paged, &left);
+    EXPECT_NEAR(paged, top + (300 - Header()), 1) << "a click below the thumb pages down";
+}
+
+TEST_F(ListTest, ARenamedRowMovesOnlyWhenTheUpdateSorts) {
+    source.items[banana].name = "zebra";
+    _UpdateGridBrowserItemsNoSort(browser.control, FakeSource::kRoot, 1, &banana, 0, 0);
+    EXPECT_EQ(Rows(), (std::vector{apples, banana, cherry, date, elder}));
+    UpdateGridBrowserItems(browser.control, FakeSource::kRoot, 1, &banana, 0, 0);
+    EXPECT_EQ(Rows(), (std::vector{apples, cherry, date, elder, banana}));
+}
+
+TEST_F(ListTest, TheSelectionTurnsGreyWhenTheControlLosesTheFocus) {
+    Click(1);
+    uint32_t focused = gridtest::PixelAt(browser.window, RowPoint(1, 400));
+    ClearKeyboardFocus(browser.window);
+    HeadlessDriver::RunUntilIdle();
+    uint32_t unfocused = gridtest::PixelAt(browser.window, RowPoint(1, 400));
+    EXPECT_NE(focused, unfocused);
+    int red = int(unfocused >> 16 & 0xFF), blue = int(unfocused & 0xFF);
+    EXPECT_LT(std::abs(blue - red), 30) << "a grey, not the accent";
+    EXPECT_LT(red, 250) << "still marked";
+}
+
 // A list of 20,000 rows: only the rows on screen are asked for, at the top and after a jump,
 // and the one sort asks the comparison a bounded number of times.
 TEST(ListVirtualTest, OnlyVisibleRowsAreAskedForTheirCells) {
