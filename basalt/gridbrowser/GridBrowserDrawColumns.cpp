@@ -74,7 +74,7 @@ void GridBrowserView::DrawColumn(BGContextRef context, size_t column) {
         look.textColor =
             selected && emphasised ? kBTThemeTextColorOnAccent : kBTThemeTextColorPlain;
         BGRect cell =
-            BGRectMake(row.origin.x + 2, top, row.size.width - kArrowWidth - 2, rowHeight);
+            BGRectMake(row.origin.x + 4, top, row.size.width - kArrowWidth - 4, rowHeight);
         CellData data(kGridBrowserItemSelfIdentityProperty);
         if (AskCell(item, data) == noErr)
             DrawCell(context, data, kGridBrowserIconAndTextType, kGridBrowserListViewTruncateMiddle,

@@ -134,6 +134,9 @@ public:
     BGRect ColumnRowArea(size_t column) const;
     Rect PreviewRect() const; // the preview slot, in whole points
     bool HorizontalBarShown() const;
+    BGFloat HorizontalContent() const; // the width of all columns
+    BGFloat HorizontalVisible() const; // the width they are seen through
+    bool ListNeedsVerticalBar() const;
 
 private:
     // drawing (GridBrowserDrawList.cpp, GridBrowserDrawColumns.cpp)

@@ -272,6 +272,25 @@ TEST_F(ListTest, DraggingAHeaderEdgeResizesTheColumnWithinItsLimits) {
     EXPECT_EQ(property, GridBrowserPropertyID(kGridBrowserNameProperty)) << "a resize isn't a sort";
 }
 
+TEST_F(ListTest, ColumnsWiderThanTheListScrollSideways) {
+    SetGridBrowserTableViewNamedColumnWidth(browser.control, kGridBrowserNameProperty, 450);
+    HeadlessDriver::RunUntilIdle();
+    HeadlessDriver::ClickAt(browser.window, {495, 300 - GridBrowserView::kBarWidth / 2});
+    HeadlessDriver::RunUntilIdle();
+    uint32_t top = 0, left = 0;
+    GetGridBrowserScrollPosition(browser.control, &top, &left);
+    EXPECT_EQ(left, 650u - 500u) << "scrolled as far as the columns go";
+    // The date header now starts at 450 - 150 = 300.
+    HeadlessDriver::ClickAt(browser.window, {320, Header() / 2});
+    HeadlessDriver::RunUntilIdle();
+    GridBrowserPropertyID property = 0;
+    GetGridBrowserSortProperty(browser.control, &property);
+    EXPECT_EQ(property, GridBrowserPropertyID(kGridBrowserDateProperty));
+    SetGridBrowserTableViewNamedColumnWidth(browser.control, kGridBrowserNameProperty, 228);
+    GetGridBrowserScrollPosition(browser.control, &top, &left);
+    EXPECT_EQ(left, 0u) << "narrower columns take the scroll back";
+}
+
 TEST_F(ListTest, DraggingTheThumbScrollsInProportion) {
     for (int i = 0; i < 275; ++i)
         source.Add(FakeSource::kRoot, "more " + std::to_string(1000 + i));
