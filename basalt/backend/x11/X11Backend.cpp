@@ -21,6 +21,7 @@ namespace {
 // Posted to wake the main thread for queued work.
 constexpr EventClass kEventClassBackendWork = 0x6B783131; // "kx11"
 constexpr EventKind kEventBackendWork = 1;
+constexpr uint16_t kEscapeKeyCode = 0x35;
 // The display id the callbacks hear of; the monitors together count as one display.
 constexpr BGDirectDisplayID kMainDisplay = 1;
 
@@ -444,26 +445,26 @@ void X11Backend::WindowConfigured(const xcb_configure_notify_event_t& configure)
     });
 }
 
-// The window manager's close button: a dialog cancels, a window with a close box closes, and
-// a window that the modal state shuts out, or that can do neither, beeps.
+// The window manager's close button: a window with a close box closes; a dialog takes it as
+// the user's cancel gesture (Escape), so its cancel button or its own key filter answers; a
+// window that the modal state shuts out beeps.
 void X11Backend::CloseRequested(xcb_window_t id) {
     WindowRef ref = WindowRefFor(id);
     OnMainThread([this, ref] {
         toolbox::Window* live = toolbox::windows::Live(ref);
         if (live == nullptr)
             return;
-        auto keep = live->Shared();
-        toolbox::View* cancel = live->CancelButton();
-        if (!toolbox::windows::AcceptsInput(live)) {
+        if (!toolbox::windows::AcceptsInput(live) || toolbox::windows::UserFocus() != live) {
             Beep();
-        } else if (cancel != nullptr && cancel->IsEnabledInTree() && cancel->IsVisibleInWindow()) {
-            toolbox::ClickView(*cancel, kControlButtonPart, 0);
         } else if (live->attributes & kWindowCloseBoxAttribute) {
             toolbox::EventHolder close(kEventClassWindow, kEventWindowClose);
-            toolbox::SetParam(close.get(), kEventParamDirectObject, typeWindowRef, ref);
+            WindowRef target = ref;
+            toolbox::SetParam(close.get(), kEventParamDirectObject, typeWindowRef, target);
             SendEventToEventTarget(close.get(), live->Target());
         } else {
-            Beep();
+            const std::u16string escape(1, char16_t(0x1B));
+            PostKey(kEventRawKeyDown, kEscapeKeyCode, 0, escape);
+            PostKey(kEventRawKeyUp, kEscapeKeyCode, 0, escape);
         }
     });
 }

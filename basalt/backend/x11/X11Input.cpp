@@ -91,17 +91,20 @@ void X11Input::Key(const xcb_key_press_event_t& event, bool press) {
     EventKind kind = !press          ? kEventRawKeyUp
                      : stroke.repeat ? kEventRawKeyRepeat
                                      : kEventRawKeyDown;
+    PostKey(kind, stroke.keyCode, ModifiersFromState(event.state), stroke.text);
+}
+
+void PostKey(EventKind kind, uint16_t keyCode, uint32_t modifiers, const std::u16string& text) {
     EventHolder key(kEventClassKeyboard, kind);
-    uint32_t code = stroke.keyCode;
+    uint32_t code = keyCode;
     SetParam(key.get(), kEventParamKeyCode, typeUInt32, code);
-    uint32_t modifiers = ModifiersFromState(event.state);
     SetParam(key.get(), kEventParamKeyModifiers, typeUInt32, modifiers);
-    char16_t first = stroke.text.empty() ? 0 : stroke.text[0];
+    char16_t first = text.empty() ? 0 : text[0];
     char legacy = first < 0x80 ? char(first) : '?';
     SetParam(key.get(), kEventParamKeyMacCharCodes, typeChar, legacy);
-    if (!stroke.text.empty())
+    if (!text.empty())
         SetEventParameter(key.get(), kEventParamKeyUnicodes, typeUnicodeText,
-                          stroke.text.size() * sizeof(char16_t), stroke.text.data());
+                          text.size() * sizeof(char16_t), text.data());
     PostEventToQueue(GetMainEventQueue(), key.get(), kEventPriorityStandard);
 }
 

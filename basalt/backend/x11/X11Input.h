@@ -7,6 +7,7 @@
 
 #include <basalt/BasaltToolbox.h>
 #include <memory>
+#include <string>
 #include <xcb/xcb.h>
 
 namespace basalt::x11 {
@@ -28,6 +29,9 @@ private:
     int x_ = 0, y_ = 0;
     uint32_t count_ = 0;
 };
+
+// Posts a key event as the toolbox's standard handlers expect it; any thread.
+void PostKey(EventKind kind, uint16_t keyCode, uint32_t modifiers, const std::u16string& text);
 
 class X11Input {
 public:
