@@ -82,16 +82,6 @@ bool X11Connection::SetUpExtensions(std::string& failure) {
     return true;
 }
 
-xcb_visualtype_t* X11Connection::RootVisual() const {
-    for (auto depths = xcb_screen_allowed_depths_iterator(screen_); depths.rem > 0;
-         xcb_depth_next(&depths))
-        for (auto visuals = xcb_depth_visuals_iterator(depths.data); visuals.rem > 0;
-             xcb_visualtype_next(&visuals))
-            if (visuals.data->visual_id == screen_->root_visual)
-                return visuals.data;
-    return nullptr;
-}
-
 X11Connection::~X11Connection() {
     xcb_disconnect(xcb_);
 }

@@ -23,8 +23,6 @@ public:
     xcb_connection_t* get() const { return xcb_; }
     xcb_screen_t* Screen() const { return screen_; }
     xcb_window_t Root() const { return screen_->root; }
-    // The root window's visual, which our windows share.
-    xcb_visualtype_t* RootVisual() const;
     const std::string& DisplayName() const { return displayName_; }
     // True once the server has gone away or broke the stream.
     bool Broken() const { return xcb_connection_has_error(xcb_) != 0; }

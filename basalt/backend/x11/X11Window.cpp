@@ -4,7 +4,6 @@
 #include "basalt/toolbox/windows/Window.h"
 #include "basalt/toolbox/windows/WindowList.h"
 
-#include <cairo-xcb.h>
 #include <cmath>
 #include <cstring>
 #include <unistd.h>
@@ -245,16 +244,30 @@ void X11Window::Present() {
         frontWidth_ = width;
         frontHeight_ = height;
     }
-    cairo_surface_t* target =
-        cairo_xcb_surface_create(xcb, front_, backend_.Connection().RootVisual(), width, height);
-    cairo_t* cr = cairo_create(target);
-    cairo_set_operator(cr, CAIRO_OPERATOR_SOURCE);
-    cairo_set_source_surface(cr, back_, 0, 0);
-    cairo_paint(cr);
-    cairo_destroy(cr);
-    cairo_surface_finish(target);
-    cairo_surface_destroy(target);
+    UploadBackBufferLocked(width, height);
     CopyFrontLocked(0, 0, width, height);
+}
+
+// The back buffer's rows go to the front pixmap as they are: cairo's ARGB32 in memory is the
+// server's 32-bit Z-pixmap layout for depth 24. Rows go in bands that fit one request. (Not
+// through cairo-xcb: its shared-memory path reads from the connection behind our event
+// thread's back, and events got lost.)
+void X11Window::UploadBackBufferLocked(int width, int height) {
+    xcb_connection_t* xcb = backend_.Connection().get();
+    int stride = cairo_image_surface_get_stride(back_);
+    const uint8_t* pixels = cairo_image_surface_get_data(back_);
+    constexpr uint32_t kRequestHeader = 24;
+    uint32_t maxBytes = xcb_get_maximum_request_length(xcb) * 4 - kRequestHeader;
+    int band = std::max(1, int(maxBytes / uint32_t(stride)));
+    xcb_gcontext_t gc = xcb_generate_id(xcb);
+    xcb_create_gc(xcb, gc, front_, 0, nullptr);
+    for (int top = 0; top < height; top += band) {
+        int rows = std::min(band, height - top);
+        xcb_put_image(xcb, XCB_IMAGE_FORMAT_Z_PIXMAP, front_, gc, uint16_t(width), uint16_t(rows),
+                      0, int16_t(top), 0, backend_.Connection().Screen()->root_depth,
+                      uint32_t(rows * stride), pixels + size_t(top) * size_t(stride));
+    }
+    xcb_free_gc(xcb, gc);
 }
 
 void X11Window::Expose(int x, int y, int width, int height) {

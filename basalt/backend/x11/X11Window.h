@@ -1,9 +1,9 @@
 #pragma once
 
 // One toolbox window shown as an X window. Drawing is double-buffered: the toolbox draws into
-// the back buffer (an image surface, points x scale pixels); Present copies a finished frame
-// into the front buffer, a pixmap on the server, and from there onto the window. An expose
-// from the server is repainted from the front buffer on the event thread without waking the
+// the back buffer (an image surface, points x scale pixels); Present uploads a finished frame
+// into the front buffer, a pixmap on the server, and copies it from there onto the window. An
+// expose from the server is repainted from the front buffer on the event thread without waking the
 // toolbox, and a resize keeps the old frame on screen until the new one is ready.
 
 #include "basalt/backend/x11/X11Screens.h"
@@ -48,6 +48,8 @@ private:
     void SetModalProperties();
     void MoveOntoAMonitor();
     void ResizeBackBuffer(int width, int height);
+    // Puts the back buffer's pixels into the front buffer; the caller holds mutex_.
+    void UploadBackBufferLocked(int width, int height);
     // Copies part of the front buffer onto the window; the caller holds mutex_.
     void CopyFrontLocked(int x, int y, int width, int height);
 

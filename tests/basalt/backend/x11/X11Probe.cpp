@@ -29,7 +29,8 @@ xcb_atom_t Atom(xcb_connection_t* xcb, const char* name) {
     return atom;
 }
 
-void SendMessage(xcb_connection_t* xcb, xcb_window_t to, xcb_atom_t type,
+// False when the server refused the message (no such window).
+bool SendMessage(xcb_connection_t* xcb, xcb_window_t to, xcb_atom_t type,
                  std::initializer_list<uint32_t> data) {
     xcb_client_message_event_t message{};
     message.response_type = XCB_CLIENT_MESSAGE;
@@ -39,8 +40,11 @@ void SendMessage(xcb_connection_t* xcb, xcb_window_t to, xcb_atom_t type,
     size_t i = 0;
     for (uint32_t value : data)
         message.data.data32[i++] = value;
-    xcb_send_event(xcb, 0, to, XCB_EVENT_MASK_NO_EVENT, reinterpret_cast<const char*>(&message));
-    xcb_flush(xcb);
+    xcb_generic_error_t* error =
+        xcb_request_check(xcb, xcb_send_event_checked(xcb, 0, to, XCB_EVENT_MASK_NO_EVENT,
+                                                      reinterpret_cast<const char*>(&message)));
+    std::free(error);
+    return error == nullptr;
 }
 
 // Handles events until `done` says so; false when the deadline passes first.
@@ -64,9 +68,11 @@ bool Await(xcb_connection_t* xcb, const std::function<bool(xcb_generic_event_t*)
 }
 
 int Close(xcb_connection_t* xcb, xcb_window_t window) {
-    SendMessage(xcb, window, Atom(xcb, "WM_PROTOCOLS"),
-                {Atom(xcb, "WM_DELETE_WINDOW"), XCB_CURRENT_TIME});
-    return 0;
+    if (SendMessage(xcb, window, Atom(xcb, "WM_PROTOCOLS"),
+                    {Atom(xcb, "WM_DELETE_WINDOW"), XCB_CURRENT_TIME}))
+        return 0;
+    std::fprintf(stderr, "x11probe: no window %u\n", window);
+    return 2;
 }
 
 void ServeURIs(xcb_connection_t* xcb, const xcb_selection_request_event_t& request,

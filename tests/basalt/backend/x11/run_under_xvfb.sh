@@ -70,6 +70,15 @@ outcome() {
 
 # The window of a launched program, once it shows. Found by process id: a window of the run
 # before may still be on its way out.
+# Width and height of a PNG, from its header.
+png_size() {
+    python3 -c 'import struct, sys
+print(*struct.unpack(">II", open(sys.argv[1], "rb").read(24)[16:]))' "$1"
+}
+
+# xdotool complains on stderr that a server without a window manager has no focus window.
+xdotool() { command xdotool "$@" 2>/dev/null; }
+
 window_of() {
     timeout 20 xdotool search --sync --onlyvisible --pid "$(cat "$work/$1.pid")" 2>/dev/null |
         head -1
@@ -105,10 +114,16 @@ check "Don't Save clicked" "$(outcome dont-save-by-click)" "dont-save|0"
 ask_alert cancel-by-click 'click_at $window 295 91 1' ask-save --document a
 check "Cancel clicked" "$(outcome cancel-by-click)" "cancel|1"
 
-ask_alert closed 'properties=$(xprop -id $window _NET_WM_WINDOW_TYPE _NET_WM_STATE WM_CLASS _NET_WM_PID); "$probe" close $window' ask-discard --document a
+# What a window manager reads, then its close button.
+read_properties_and_close() {
+    properties=$(xprop -id "$1" _NET_WM_WINDOW_TYPE _NET_WM_STATE WM_CLASS _NET_WM_PID)
+    "$probe" close "$1"
+}
+ask_alert closed 'read_properties_and_close $window' ask-discard --document a
 check "the close button cancels" "$(outcome closed)" "cancel|1"
-check "an alert is a modal dialog for the window manager" \
-    "$(grep -c -e '_NET_WM_WINDOW_TYPE_DIALOG' -e '_NET_WM_STATE_MODAL' -e '"kelpick", "Kelpick"' <<<"$properties")" 3
+check "an alert is a modal dialog for the window manager" "$(grep -c -e _DIALOG -e _MODAL \
+    -e '"kelpick", "Kelpick"' -e "_NET_WM_PID(CARDINAL) = $(cat "$work/closed.pid")" \
+    <<<"$properties")" 4
 
 # ---- Snapshots through the server at scale 1 and 2, and the screen as the user sees it.
 for scale in 1 2; do
@@ -117,9 +132,8 @@ for scale in 1 2; do
     window=$(window_of "snapshot$scale")
     eventually test -s "$artifacts/ask-save-x11-scale$scale.png"
     "$probe" shot "$artifacts/screen-scale$scale.png"
-    check "snapshot at scale $scale" \
-        "$(python3 -c 'import struct,sys; d=open(sys.argv[1],"rb").read(24); print(*struct.unpack(">II", d[16:24]))' \
-            "$artifacts/ask-save-x11-scale$scale.png")" "$((440 * scale)) $((121 * scale))"
+    check "snapshot at scale $scale" "$(png_size "$artifacts/ask-save-x11-scale$scale.png")" \
+        "$((440 * scale)) $((121 * scale))"
     click_at "$window" 380 91 "$scale"
     check "Save clicked at scale $scale" "$(outcome snapshot$scale)" "save|0"
 done
@@ -137,12 +151,12 @@ eventually test -n "$(xclip -o -selection clipboard)"
 xdotool key --window "$window" ctrl+v
 check "a file dropped onto the window" "$("$probe" drop "$window" file:///tmp/a%20b)" "accepted"
 xdotool key --window "$window" ctrl+a ctrl+c
-eventually test "$(xclip -o -selection clipboard)" == "zäößépasted ✓"
-check "the field's text reaches the clipboard" "$(xclip -o -selection clipboard)" "zäößépasted ✓"
+typed="zäößépasted ✓"
+eventually test "$(xclip -o -selection clipboard)" == "$typed"
+check "the field's text reaches the clipboard" "$(xclip -o -selection clipboard)" "$typed"
 "$probe" close "$window"
-check "typed, composed and pasted text" "$(outcome field)" \
-    "drop: file:///tmp/a%20b
-text: zäößépasted ✓|0"
+check "typed, composed and pasted text" "$(outcome field)" "drop: file:///tmp/a%20b
+text: $typed|0"
 setxkbmap -layout us
 
 # ---- Errors: no display, and a display that goes away.
