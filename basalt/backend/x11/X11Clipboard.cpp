@@ -12,18 +12,6 @@ constexpr auto kAnswerDeadline = std::chrono::seconds(2);
 
 } // namespace
 
-std::string TakeProperty(xcb_connection_t* xcb, xcb_window_t window, xcb_atom_t property) {
-    xcb_get_property_reply_t* reply = xcb_get_property_reply(
-        xcb, xcb_get_property(xcb, 1, window, property, XCB_GET_PROPERTY_TYPE_ANY, 0, 1 << 24),
-        nullptr);
-    std::string value;
-    if (reply != nullptr && reply->format == 8)
-        value.assign(static_cast<const char*>(xcb_get_property_value(reply)),
-                     size_t(xcb_get_property_value_length(reply)));
-    std::free(reply);
-    return value;
-}
-
 void X11Clipboard::Set(const std::string& utf8) {
     std::lock_guard lock(mutex_);
     text_ = utf8;
@@ -51,7 +39,7 @@ bool X11Clipboard::Answered(const xcb_selection_notify_event_t& notify) {
         return false;
     std::string value;
     if (notify.property != XCB_NONE)
-        value = TakeProperty(connection_.get(), owner_, notify.property);
+        value = ReadTextProperty(connection_.get(), owner_, notify.property, true);
     std::lock_guard lock(mutex_);
     answer_ = std::move(value);
     answered_.notify_all();

@@ -40,7 +40,4 @@ private:
     std::optional<std::string> answer_;
 };
 
-// The value of a property, read and deleted; empty if it has none.
-std::string TakeProperty(xcb_connection_t* xcb, xcb_window_t window, xcb_atom_t property);
-
 } // namespace basalt::x11

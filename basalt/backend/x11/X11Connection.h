@@ -43,6 +43,11 @@ private:
     std::string displayName_;
 };
 
+// The bytes of an 8-bit property, empty if it has none; `take` deletes it once read, as the
+// receiver of a selection does.
+std::string ReadTextProperty(xcb_connection_t* xcb, xcb_window_t window, xcb_atom_t property,
+                             bool take);
+
 // Words for the errors of xcb_connection_has_error.
 const char* DescribeConnectionError(int error);
 

@@ -1,7 +1,6 @@
 #include "basalt/backend/x11/X11Dnd.h"
 
 #include "basalt/backend/x11/X11Backend.h"
-#include "basalt/backend/x11/X11Clipboard.h"
 #include "basalt/toolbox/drag/Drag.h"
 
 #include <algorithm>
@@ -117,8 +116,8 @@ bool X11Dnd::Received(const xcb_selection_notify_event_t& notify) {
         return false;
     std::vector<std::string> urls;
     if (notify.property != XCB_NONE)
-        urls =
-            FileURLsOfURIList(TakeProperty(backend_.Connection().get(), target_, notify.property));
+        urls = FileURLsOfURIList(
+            ReadTextProperty(backend_.Connection().get(), target_, notify.property, true));
     WindowRef window = backend_.WindowRefFor(target_);
     double scale = backend_.Scale();
     Point mouse{int16_t(std::lround(rootY_ / scale)), int16_t(std::lround(rootX_ / scale))};

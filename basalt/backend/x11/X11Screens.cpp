@@ -72,16 +72,7 @@ double ChooseScale(const char* gdkScale, const std::string& resources) {
 }
 
 std::string ReadResourceDatabase(const X11Connection& connection) {
-    xcb_get_property_cookie_t cookie =
-        xcb_get_property(connection.get(), 0, connection.Root(), XCB_ATOM_RESOURCE_MANAGER,
-                         XCB_ATOM_STRING, 0, 1 << 20);
-    xcb_get_property_reply_t* reply = xcb_get_property_reply(connection.get(), cookie, nullptr);
-    std::string resources;
-    if (reply != nullptr && reply->format == 8)
-        resources.assign(static_cast<const char*>(xcb_get_property_value(reply)),
-                         size_t(xcb_get_property_value_length(reply)));
-    std::free(reply);
-    return resources;
+    return ReadTextProperty(connection.get(), connection.Root(), XCB_ATOM_RESOURCE_MANAGER, false);
 }
 
 PixelRect PlaceOnNearestMonitor(const PixelRect& window, const std::vector<PixelRect>& monitors) {
