@@ -333,6 +333,10 @@ void X11Backend::Dispatch(xcb_generic_event_t* event) {
     case XCB_KEY_RELEASE:
         input_->Key(*reinterpret_cast<xcb_key_press_event_t*>(event), type == XCB_KEY_PRESS);
         break;
+    case XCB_FOCUS_IN:
+    case XCB_FOCUS_OUT:
+        FocusChanged(*reinterpret_cast<xcb_focus_in_event_t*>(event), type == XCB_FOCUS_IN);
+        break;
     case XCB_CLIENT_MESSAGE:
         DispatchClientMessage(*reinterpret_cast<xcb_client_message_event_t*>(event));
         break;
@@ -443,6 +447,21 @@ void X11Backend::WindowConfigured(const xcb_configure_notify_event_t& configure)
         toolbox::SetParam(event.get(), kEventParamCurrentBounds, typeQDRectangle, bounds);
         SendEventToEventTarget(event.get(), live->Target());
     });
+}
+
+// The keyboard moving between our windows goes out of one and into the other; the toolbox
+// hears only the outcome, once both notices are in, so the windows do not blink inactive.
+void X11Backend::FocusChanged(const xcb_focus_in_event_t& focus, bool in) {
+    if (focus.mode == XCB_NOTIFY_MODE_GRAB || focus.mode == XCB_NOTIFY_MODE_UNGRAB ||
+        focus.detail == XCB_NOTIFY_DETAIL_INFERIOR)
+        return;
+    if (in) {
+        focused_ = focus.event;
+    } else {
+        xcb_window_t expected = focus.event;
+        focused_.compare_exchange_strong(expected, XCB_NONE);
+    }
+    OnMainThread([this] { toolbox::windows::SetApplicationActive(focused_ != XCB_NONE); });
 }
 
 // The window manager's close button: a window with a close box closes; a dialog takes it as

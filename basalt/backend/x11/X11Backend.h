@@ -77,6 +77,7 @@ private:
     void ScreensChanged();
     void WindowConfigured(const xcb_configure_notify_event_t& configure);
     void CloseRequested(xcb_window_t id);
+    void FocusChanged(const xcb_focus_in_event_t& focus, bool in);
     [[noreturn]] void DisplayLost();
 
     std::unique_ptr<X11Connection> connection_;
@@ -99,6 +100,8 @@ private:
     EventHandlerRef workHandler_ = nullptr;
 
     std::atomic<bool> stopping_ = false;
+    // Which of our windows has the keyboard, if one does (event thread writes).
+    std::atomic<xcb_window_t> focused_ = XCB_NONE;
     std::thread reader_;
 };
 

@@ -1,6 +1,8 @@
 // What a window manager, a file manager and a screenshot tool do to our windows, for the
 // end-to-end tests:
 //   x11probe close WINDOW          sends WM_DELETE_WINDOW, as a close button does
+//   x11probe keys WINDOW CODE...   presses and releases the keys at those X key codes, as a
+//                                  keyboard does: what they type is up to the layout
 //   x11probe drop WINDOW URI...    drags the URIs onto the window over XDND and drops them;
 //                                  prints "accepted" or "refused"
 //   x11probe shot FILE.png [WINDOW] writes the screen (or the window) as the server shows it
@@ -73,6 +75,29 @@ int Close(xcb_connection_t* xcb, xcb_window_t window) {
         return 0;
     std::fprintf(stderr, "x11probe: no window %u\n", window);
     return 2;
+}
+
+int Keys(xcb_connection_t* xcb, xcb_screen_t* screen, xcb_window_t window,
+         const std::vector<std::string>& codes) {
+    for (const std::string& code : codes) {
+        for (uint8_t type : {uint8_t(XCB_KEY_PRESS), uint8_t(XCB_KEY_RELEASE)}) {
+            xcb_key_press_event_t key{};
+            key.response_type = type;
+            key.detail = xcb_keycode_t(std::strtoul(code.c_str(), nullptr, 0));
+            key.root = screen->root;
+            key.event = window;
+            key.same_screen = 1;
+            uint32_t mask =
+                type == XCB_KEY_PRESS ? XCB_EVENT_MASK_KEY_PRESS : XCB_EVENT_MASK_KEY_RELEASE;
+            xcb_generic_error_t* error =
+                xcb_request_check(xcb, xcb_send_event_checked(xcb, 0, window, mask,
+                                                              reinterpret_cast<const char*>(&key)));
+            std::free(error);
+            if (error != nullptr)
+                return 2;
+        }
+    }
+    return 0;
 }
 
 void ServeURIs(xcb_connection_t* xcb, const xcb_selection_request_event_t& request,
@@ -164,7 +189,8 @@ int Shot(xcb_connection_t* xcb, xcb_screen_t* screen, const char* path, xcb_wind
 int main(int argc, char** argv) {
     if (argc < 3) {
         std::fprintf(stderr,
-                     "usage: x11probe close WINDOW | drop WINDOW URI... | shot FILE [WINDOW]\n");
+                     "usage: x11probe close WINDOW | keys WINDOW CODE... | drop WINDOW URI... | "
+                     "shot FILE [WINDOW]\n");
         return 2;
     }
     int screenNumber = 0;
@@ -178,6 +204,9 @@ int main(int argc, char** argv) {
     int result = 2;
     if (command == "close") {
         result = Close(xcb, xcb_window_t(std::strtoul(argv[2], nullptr, 0)));
+    } else if (command == "keys") {
+        result = Keys(xcb, screen, xcb_window_t(std::strtoul(argv[2], nullptr, 0)),
+                      std::vector<std::string>(argv + 3, argv + argc));
     } else if (command == "drop") {
         result = Drop(xcb, screen, xcb_window_t(std::strtoul(argv[2], nullptr, 0)),
                       std::vector<std::string>(argv + 3, argv + argc));

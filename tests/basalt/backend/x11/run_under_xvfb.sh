@@ -11,7 +11,7 @@ work=$(mktemp -d)
 export HOME=$work/home XDG_CONFIG_HOME=$work/home/.config XDG_DATA_HOME=$work/home/.local/share
 mkdir -p "$HOME"
 unset KEL_BACKEND GDK_SCALE
-passed=0 failed=0
+passed=0 failed=0 skipped=0
 servers=()
 
 cleanup() {
@@ -99,6 +99,8 @@ ask_alert() { # name, answer action, kelpick options...
     local window
     window=$(window_of "$name")
     [ -n "$window" ] || { echo "FAIL $name: no window"; failed=$((failed + 1)); return; }
+    # The desktop gives the new window the keyboard, as a window manager would.
+    xdotool windowfocus --sync "$window"
     eval "$action"
 }
 
@@ -139,19 +141,28 @@ for scale in 1 2; do
 done
 
 # ---- A field typed into with a German layout, dead keys included, pasted into and copied
-# out of, and a file dropped onto its window.
+# out of, and a file dropped onto its window. Some X servers ignore layout changes; there the
+# same keys must type what the US layout puts on them.
 setxkbmap -layout de
+if setxkbmap -query | grep -q 'layout: *de'; then
+    typed_by_keys="zäößé"
+else
+    echo "SKIP the German layout: this X server keeps its US layout"
+    skipped=$((skipped + 1))
+    typed_by_keys="y';-=e"
+fi
 launch field "$field"
 window=$(window_of field)
+xdotool windowfocus --sync "$window"
 check "the title is UTF-8" "$(xdotool getwindowname "$window")" "Field — ü"
-xdotool type --window "$window" "zäöß"
-xdotool key --window "$window" dead_acute e
+# The keys at the places of US y ' ; - = e: z ä ö ß, then a dead acute and e.
+"$probe" keys "$window" 29 48 47 20 21 26
 printf 'pasted ✓' | xclip -selection clipboard -i
 eventually test -n "$(xclip -o -selection clipboard)"
 xdotool key --window "$window" ctrl+v
 check "a file dropped onto the window" "$("$probe" drop "$window" file:///tmp/a%20b)" "accepted"
 xdotool key --window "$window" ctrl+a ctrl+c
-typed="zäößépasted ✓"
+typed="${typed_by_keys}pasted ✓"
 eventually test "$(xclip -o -selection clipboard)" == "$typed"
 check "the field's text reaches the clipboard" "$(xclip -o -selection clipboard)" "$typed"
 "$probe" close "$window"
@@ -172,5 +183,5 @@ kill "$server_pid"
 check "a display that goes away exits 2" "$(outcome gone)" "|2"
 check "and says so" "$(grep -c 'went away' "$work/gone.err")" 1
 
-echo "x11 end to end: $passed passed, $failed failed"
+echo "x11 end to end: $passed passed, $failed failed, $skipped skipped"
 [ "$failed" -eq 0 ]
