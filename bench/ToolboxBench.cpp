@@ -1,11 +1,14 @@
-// What the toolbox costs: a million events through a chain of handlers, and drawing a whole
-// window with every kind of control.
+// What the toolbox costs: a million events through a chain of handlers, drawing a whole
+// window with every kind of control, and on an X display (KEL_BACKEND=x11 with DISPLAY set)
+// the time from a key event arriving from the server to the repainted field reaching it.
 
 #include "basalt/backend/headless/HeadlessDriver.h"
+#include "basalt/backend/x11/X11Backend.h"
 #include "basalt/toolbox/views/UnicodeText.h"
 #include "basalt/toolbox/windows/Window.h"
 
 #include <benchmark/benchmark.h>
+#include <chrono>
 #include <cstdlib>
 #include <string>
 
@@ -63,10 +66,68 @@ void RenderFullWindow(benchmark::State& state) {
 }
 BENCHMARK(RenderFullWindow)->Arg(1)->Arg(2)->Unit(benchmark::kMillisecond);
 
+// The server sends a key event to the window, as a keyboard would (the "a" key); the loop
+// takes it, the field inserts the character and repaints, and a round trip makes sure the
+// server has the new frame.
+double TypeOneKey(xcb_connection_t* xcb, xcb_window_t id, Window& window, ControlRef field) {
+    xcb_key_press_event_t key{};
+    key.response_type = XCB_KEY_PRESS;
+    key.detail = 38;
+    key.event = id;
+    key.same_screen = 1;
+    auto start = std::chrono::steady_clock::now();
+    xcb_send_event(xcb, 0, id, XCB_EVENT_MASK_KEY_PRESS, reinterpret_cast<const char*>(&key));
+    key.response_type = XCB_KEY_RELEASE;
+    xcb_send_event(xcb, 0, id, XCB_EVENT_MASK_KEY_RELEASE, reinterpret_cast<const char*>(&key));
+    xcb_flush(xcb);
+    size_t before = View::From(field)->Text().size();
+    while (View::From(field)->Text().size() == before) {
+        EventRef event = nullptr;
+        if (ReceiveNextEvent(0, nullptr, 5.0, true, &event) != noErr)
+            return -1;
+        SendEventToEventTarget(event, GetEventDispatcherTarget());
+        ReleaseEvent(event);
+    }
+    window.Flush();
+    std::free(xcb_get_input_focus_reply(xcb, xcb_get_input_focus(xcb), nullptr));
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
+void X11KeyToRepaint(benchmark::State& state) {
+    basalt::x11::X11Backend* backend = basalt::x11::ActiveX11Backend();
+    if (backend == nullptr) {
+        state.SkipWithError("needs an X display: run with KEL_BACKEND=x11 and DISPLAY set");
+        return;
+    }
+    Rect bounds = {100, 100, 200, 500};
+    WindowRef window = nullptr;
+    ControlRef field = nullptr;
+    Rect fieldBounds = {30, 20, 52, 380};
+    CreateNewWindow(kDocumentWindowClass, 0, &bounds, &window);
+    BTCreateControl(window, &fieldBounds, kControlKindEditUnicodeText, nullptr, &field);
+    ShowWindow(window);
+    SetKeyboardFocus(window, field, kControlEditTextPart);
+    Window::From(window)->Flush();
+    xcb_window_t id = backend->XWindowFor(window);
+    for (auto _ : state) {
+        if (View::From(field)->Text().size() > 40)
+            View::From(field)->SetText(u"");
+        double seconds = TypeOneKey(backend->Connection().get(), id, *Window::From(window), field);
+        if (seconds < 0) {
+            state.SkipWithError("the key event did not come back from the server");
+            break;
+        }
+        state.SetIterationTime(seconds);
+    }
+    DisposeWindow(window);
+}
+BENCHMARK(X11KeyToRepaint)->UseManualTime()->Iterations(300)->Unit(benchmark::kMillisecond);
+
 } // namespace
 
 int main(int argc, char** argv) {
-    setenv("KEL_BACKEND", "headless", 1);
+    // Headless unless the caller asks for a display backend.
+    setenv("KEL_BACKEND", "headless", 0);
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
     benchmark::Shutdown();

@@ -612,7 +612,22 @@ BASALT_EXPORT Rect* GetPortBounds(CGrafPtr port, Rect* rect);
 BASALT_EXPORT RgnHandle GetPortVisibleRegion(CGrafPtr port, RgnHandle visRgn);
 BASALT_EXPORT void SetPortVisibleRegion(CGrafPtr port, RgnHandle visRgn);
 
-/* Cursors have no look of their own headless; these only keep the state. */
+/* The pointer's shape over the process's windows; headless this only keeps the state. */
+enum {
+    kThemeArrowCursor = 0,
+    kThemeIBeamCursor = 4,
+    kThemeCrossCursor = 5,
+    kThemeWatchCursor = 7,
+    kThemePointingHandCursor = 10,
+    kThemeSpinningCursor = 14,
+    kThemeResizeLeftCursor = 17,
+    kThemeResizeRightCursor = 18,
+    kThemeResizeLeftRightCursor = 19,
+    kThemeNotAllowedCursor = 20,
+    kThemeResizeUpCursor = 21,
+    kThemeResizeDownCursor = 22,
+    kThemeResizeUpDownCursor = 23
+};
 BASALT_EXPORT void InitCursor(void);
 BASALT_EXPORT StatusCode SetThemeCursor(uint32_t inCursor);
 

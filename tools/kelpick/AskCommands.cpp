@@ -1,6 +1,7 @@
 #include "tools/kelpick/AskCommands.h"
 
 #include "basalt/backend/headless/HeadlessDriver.h"
+#include "basalt/toolbox/backend/Backend.h"
 #include "tools/kelpick/ScriptRunner.h"
 
 #include <cstdio>
@@ -90,6 +91,10 @@ int RunAskCommand(const KelpickOptions& options) {
     if (!steps) {
         return kError;
     }
+    if (std::string failure; basalt::toolbox::TryCurrentBackend(&failure) == nullptr) {
+        std::fprintf(stderr, "kelpick: %s\n", failure.c_str());
+        return kError;
+    }
     OwnedString document(options.document);
     OwnedString app(options.app);
     KelDialogCreationOptions creation;
@@ -107,6 +112,8 @@ int RunAskCommand(const KelpickOptions& options) {
     ScriptRunner runner(dialog, std::move(*steps), options.snapshot, options.timeout);
     if (HeadlessDriver::Available()) {
         runner.Start();
+    } else {
+        runner.StartOnDisplay();
     }
     const StatusCode status = KelDialogRun(dialog);
     const uint32_t action = KelDialogGetUserAction(dialog);

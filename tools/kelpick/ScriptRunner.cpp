@@ -1,6 +1,7 @@
 #include "tools/kelpick/ScriptRunner.h"
 
 #include "basalt/backend/headless/HeadlessDriver.h"
+#include "basalt/backend/x11/X11Snapshot.h"
 #include "basalt/toolbox/classic/KeyboardLayout.h"
 
 #include <charconv>
@@ -171,13 +172,26 @@ bool ScriptRunner::Perform(const ScriptStep& step) {
     return false;
 }
 
+void ScriptRunner::StartOnDisplay() {
+    if (snapshot.empty()) {
+        return;
+    }
+    HeadlessDriver::Soon([this] {
+        if (!Snapshot(snapshot)) {
+            failed = true;
+        }
+    });
+}
+
 bool ScriptRunner::Snapshot(const std::string& path) {
     WindowRef window = KelDialogGetWindow(dialog);
     if (window == nullptr) {
         return Fail("no window to take a snapshot of for " + path);
     }
-    return HeadlessDriver::WritePNG(window, path) == noErr ||
-           Fail("could not write the snapshot " + path);
+    // On a display the picture is what the server shows; headless it is our own drawing.
+    StatusCode status = HeadlessDriver::Available() ? HeadlessDriver::WritePNG(window, path)
+                                                    : basalt::x11::WriteWindowPNG(window, path);
+    return status == noErr || Fail("could not write the snapshot " + path);
 }
 
 void ScriptRunner::ArmTimeout() {

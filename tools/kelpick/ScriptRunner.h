@@ -31,6 +31,8 @@ public:
 
     // Schedules the work; it runs once the dialog's loop runs.
     void Start();
+    // On a real display a person answers: only the snapshot is taken, once the window shows.
+    void StartOnDisplay();
     bool TimedOut() const { return timedOut; }
     bool Failed() const { return failed; }
 

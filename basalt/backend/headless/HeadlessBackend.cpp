@@ -42,7 +42,7 @@ double ScaleFromEnvironment() {
 }
 
 [[maybe_unused]] const bool kRegistered = [] {
-    toolbox::RegisterBackend("headless", false, [] {
+    toolbox::RegisterBackend("headless", false, [](std::string&) {
         auto backend = std::make_unique<HeadlessBackend>();
         backend->scale = ScaleFromEnvironment();
         return backend;

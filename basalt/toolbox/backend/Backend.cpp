@@ -25,11 +25,11 @@ const Registration* Find(const std::string& name) {
     return nullptr;
 }
 
-std::unique_ptr<Backend> Choose() {
+const Registration* ChooseRegistration() {
     const char* asked = std::getenv("KEL_BACKEND");
     if (asked != nullptr && *asked != '\0') {
         if (const Registration* registration = Find(asked))
-            return registration->factory();
+            return registration;
         std::fprintf(stderr,
                      "KEL_BACKEND names \"%s\", which this build does not have; "
                      "using the headless backend\n",
@@ -37,10 +37,26 @@ std::unique_ptr<Backend> Choose() {
     } else if (const char* display = std::getenv("DISPLAY"); display != nullptr && *display) {
         for (const auto& registration : Registry())
             if (registration.preferWhenDisplay)
-                return registration.factory();
+                return &registration;
     }
-    const Registration* headless = Find("headless");
-    return headless != nullptr ? headless->factory() : nullptr;
+    return Find("headless");
+}
+
+struct Chosen {
+    std::unique_ptr<Backend> backend;
+    std::string failure;
+};
+
+Chosen Choose() {
+    Chosen chosen;
+    const Registration* registration = ChooseRegistration();
+    if (registration == nullptr)
+        chosen.failure = "no toolbox backend is registered";
+    else
+        chosen.backend = registration->factory(chosen.failure);
+    if (chosen.backend == nullptr && chosen.failure.empty())
+        chosen.failure = "the toolbox backend could not start";
+    return chosen;
 }
 
 } // namespace
@@ -49,11 +65,20 @@ void RegisterBackend(const std::string& name, bool preferWhenDisplay, BackendFac
     Registry().push_back({name, preferWhenDisplay, std::move(factory)});
 }
 
+Backend* TryCurrentBackend(std::string* failure) {
+    static Chosen chosen = Choose();
+    if (chosen.backend == nullptr && failure != nullptr)
+        *failure = chosen.failure;
+    return chosen.backend.get();
+}
+
 Backend& CurrentBackend() {
-    static std::unique_ptr<Backend> backend = Choose();
+    std::string failure;
+    Backend* backend = TryCurrentBackend(&failure);
     if (backend == nullptr) {
-        std::fprintf(stderr, "no toolbox backend is registered\n");
-        std::abort();
+        std::fprintf(stderr, "%s\n", failure.c_str());
+        std::fflush(nullptr);
+        std::_Exit(2);
     }
     return *backend;
 }

@@ -36,22 +36,33 @@ public:
                                                         const Rect& contentBounds) = 0;
     // The main display, global coordinates.
     virtual Rect DisplayBounds() const = 0;
+    // The display showing most of the window's content (global coordinates).
+    virtual Rect GreatestAreaDisplay(const Rect&) const { return DisplayBounds(); }
     virtual int16_t MenuBarHeight() const = 0;
     virtual void Beep() = 0;
     // Shows the menu at a global point and lets the user pick; the item, or 0 for none.
     virtual MenuItemIndex TrackPopupMenu(MenuRef menu, Point where, MenuItemIndex current) = 0;
     virtual void SetClipboardText(const std::string& utf8) = 0;
     virtual std::string ClipboardText() = 0;
+    // The pointer's shape over the process's windows (the theme cursor numbers).
+    virtual void SetCursor(uint32_t) {}
 };
 
-using BackendFactory = std::function<std::unique_ptr<Backend>()>;
+// Makes the backend, or returns null and says why in `failure` (no display, say).
+using BackendFactory = std::function<std::unique_ptr<Backend>(std::string& failure)>;
 
 // Backends register themselves when the library loads. preferWhenDisplay marks the backend that
 // serves a real display (chosen when DISPLAY is set).
 void RegisterBackend(const std::string& name, bool preferWhenDisplay, BackendFactory factory);
 
 // The backend of this process, chosen at first use: KEL_BACKEND names one; otherwise the
-// display backend when DISPLAY is set and one is registered; otherwise "headless".
+// display backend when DISPLAY is set and one is registered; otherwise "headless". A chosen
+// backend that cannot start is not replaced by another: the user asked for a display.
+// Null when it failed, with the reason in `failure`.
+Backend* TryCurrentBackend(std::string* failure = nullptr);
+
+// The backend of this process; when it cannot start, the process ends with status 2 and the
+// reason on standard error, as a desktop program does without its display.
 Backend& CurrentBackend();
 
 } // namespace basalt::toolbox

@@ -87,10 +87,12 @@ uint32_t gThemeCursor = 0;
 }
 
 void InitCursor(void) {
-    gThemeCursor = 0;
+    SetThemeCursor(0);
 }
 
 StatusCode SetThemeCursor(uint32_t inCursor) {
+    if (gThemeCursor != inCursor)
+        CurrentBackend().SetCursor(inCursor);
     gThemeCursor = inCursor;
     return noErr;
 }

@@ -355,9 +355,10 @@ StatusCode BTGrowBoxViewSetTransparent(BTViewRef, Boolean) {
 }
 
 StatusCode BTWindowGetGreatestAreaDisplay(WindowRef window, uint32_t, Rect* outDisplayBounds) {
-    if (Live(window) == nullptr || outDisplayBounds == nullptr)
+    Window* live = Live(window);
+    if (live == nullptr || outDisplayBounds == nullptr)
         return errInvalidWindowRef;
-    *outDisplayBounds = CurrentBackend().DisplayBounds();
+    *outDisplayBounds = CurrentBackend().GreatestAreaDisplay(live->ContentBounds());
     return noErr;
 }
 

@@ -9,6 +9,7 @@ struct State {
     std::vector<std::shared_ptr<Window>> windows;
     std::vector<std::weak_ptr<Window>> modal;
     std::weak_ptr<Window> active;
+    bool applicationActive = true;
 };
 
 State& TheState() {
@@ -136,9 +137,14 @@ Window* Active() {
     return TheState().active.lock().get();
 }
 
+void SetApplicationActive(bool active) {
+    TheState().applicationActive = active;
+    UpdateActivation();
+}
+
 void UpdateActivation() {
     auto& state = TheState();
-    Window* now = UserFocus();
+    Window* now = state.applicationActive ? UserFocus() : nullptr;
     auto before = state.active.lock();
     if (before.get() == now)
         return;

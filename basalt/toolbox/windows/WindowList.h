@@ -29,6 +29,10 @@ Window* TopModal();
 // True if input may reach the window now (the modal state and sheets allow it).
 bool AcceptsInput(Window* window);
 
+// Whether the desktop gives this process the keyboard; while it does not, no window is active
+// and all show their inactive look. Backends with a real display report it.
+void SetApplicationActive(bool active);
+
 // Recomputes the active window; sends the activation events when it changed.
 void UpdateActivation();
 Window* Active();

@@ -4,6 +4,7 @@
 #include "basalt/backend/headless/HeadlessDriver.h"
 #include "basalt/toolbox/events/Event.h"
 #include "basalt/toolbox/views/UnicodeText.h"
+#include "basalt/toolbox/windows/WindowList.h"
 
 #include <gtest/gtest.h>
 
@@ -104,6 +105,26 @@ TEST(Window, ClickingABackWindowActivatesIt) {
     EXPECT_EQ(counts, std::make_pair(1, 0));
     DisposeWindow(first);
     DisposeWindow(second);
+}
+
+TEST(Window, NoWindowIsActiveWhileTheDesktopGivesTheKeyboardElsewhere) {
+    WindowRef window = MakeWindow(50);
+    std::pair<int, int> counts;
+    const EventTypeSpec activation[] = {{kEventClassWindow, kEventWindowActivated},
+                                        {kEventClassWindow, kEventWindowDeactivated}};
+    InstallEventHandler(GetWindowEventTarget(window), CountActivation, 2, activation, &counts,
+                        nullptr);
+    ASSERT_TRUE(IsWindowActive(window));
+    windows::SetApplicationActive(false);
+    EXPECT_FALSE(IsWindowActive(window));
+    // A window brought forward meanwhile stays inactive until the keyboard comes back.
+    WindowRef other = MakeWindow(500);
+    EXPECT_FALSE(IsWindowActive(other));
+    windows::SetApplicationActive(true);
+    EXPECT_TRUE(IsWindowActive(other));
+    EXPECT_EQ(counts, std::make_pair(0, 1));
+    DisposeWindow(other);
+    DisposeWindow(window);
 }
 
 TEST(Window, FocusLeavesAViewThatHidesOrGoes) {

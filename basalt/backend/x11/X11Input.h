@@ -1,0 +1,54 @@
+#pragma once
+
+// Pointer and keyboard events from the server, turned into the toolbox's mouse and key events
+// and posted to the main queue. Runs on the backend's event thread.
+
+#include "basalt/backend/x11/X11Keyboard.h"
+
+#include <basalt/BasaltToolbox.h>
+#include <memory>
+#include <string>
+#include <xcb/xcb.h>
+
+namespace basalt::x11 {
+
+class X11Backend;
+
+// Counts the clicks of a double or triple click: a press of the same button, soon after the
+// last and near it, counts one more.
+class ClickCounter {
+public:
+    ClickCounter(uint32_t intervalMs, int slopPixels) : interval_(intervalMs), slop_(slopPixels) {}
+    uint32_t Press(uint8_t button, uint32_t timeMs, int x, int y);
+
+private:
+    uint32_t interval_;
+    int slop_;
+    uint8_t button_ = 0;
+    uint32_t time_ = 0;
+    int x_ = 0, y_ = 0;
+    uint32_t count_ = 0;
+};
+
+// Posts a key event as the toolbox's standard handlers expect it; any thread.
+void PostKey(EventKind kind, uint16_t keyCode, uint32_t modifiers, const std::u16string& text);
+
+class X11Input {
+public:
+    X11Input(X11Backend& backend, std::unique_ptr<X11Keyboard> keyboard);
+
+    void Button(const xcb_button_press_event_t& event, bool press);
+    void Motion(const xcb_motion_notify_event_t& event);
+    void Key(const xcb_key_press_event_t& event, bool press);
+    X11Keyboard& Keyboard() { return *keyboard_; }
+
+private:
+    void PostMouse(EventKind kind, xcb_window_t window, int rootX, int rootY, uint16_t state,
+                   uint16_t button, uint32_t clicks, int32_t wheel);
+
+    X11Backend& backend_;
+    std::unique_ptr<X11Keyboard> keyboard_;
+    ClickCounter clicks_;
+};
+
+} // namespace basalt::x11

@@ -1,0 +1,32 @@
+#pragma once
+
+// The monitors of the display (pixels, root coordinates) and the scale windows draw at.
+
+#include "basalt/backend/x11/X11Connection.h"
+
+#include <basalt/BasaltToolbox.h>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace basalt::x11 {
+
+struct PixelRect {
+    int x = 0, y = 0, width = 0, height = 0;
+    bool operator==(const PixelRect&) const = default;
+};
+
+// The monitors RandR reports, primary first; the whole screen when RandR is absent.
+std::vector<PixelRect> QueryMonitors(const X11Connection& connection);
+
+// Device pixels per point: GDK_SCALE when set, else Xft.dpi from the resource database
+// (192 and more draws at 2x), else 1.
+double ChooseScale(const char* gdkScale, const std::string& resources);
+std::string ReadResourceDatabase(const X11Connection& connection);
+
+// A window that meets no monitor moves onto the nearest one, kept whole where it fits.
+PixelRect PlaceOnNearestMonitor(const PixelRect& window, const std::vector<PixelRect>& monitors);
+// The monitor sharing the largest area with the window, else the first.
+PixelRect GreatestAreaMonitor(const PixelRect& window, const std::vector<PixelRect>& monitors);
+
+} // namespace basalt::x11

@@ -1,0 +1,69 @@
+#pragma once
+
+// One toolbox window shown as an X window. Drawing is double-buffered: the toolbox draws into
+// the back buffer (an image surface, points x scale pixels); Present uploads a finished frame
+// into the front buffer, a pixmap on the server, and copies it from there onto the window. An
+// expose from the server is repainted from the front buffer on the event thread without waking the
+// toolbox, and a resize keeps the old frame on screen until the new one is ready.
+
+#include "basalt/backend/x11/X11Screens.h"
+#include "basalt/toolbox/backend/Backend.h"
+
+#include <mutex>
+#include <xcb/xcb.h>
+
+namespace basalt::x11 {
+
+class X11Backend;
+
+class X11Window final : public toolbox::BackendWindow {
+public:
+    X11Window(X11Backend& backend, WindowRef window, WindowClass windowClass,
+              const Rect& contentBounds);
+    ~X11Window() override;
+    X11Window(const X11Window&) = delete;
+    X11Window& operator=(const X11Window&) = delete;
+
+    cairo_surface_t* Surface() override { return back_; }
+    double Scale() const override { return scale_; }
+    void SetContentBounds(const Rect& globalBounds) override;
+    void SetVisible(bool visible) override;
+    void SetTitle(const std::string& title) override;
+    void Present() override;
+
+    xcb_window_t Id() const { return id_; }
+    WindowRef Ref() const { return window_; }
+    // Event thread: repaints part of the window from the front buffer.
+    void Expose(int x, int y, int width, int height);
+    // Event thread: the geometry the server reports; true if it differs from what we set.
+    bool NoteGeometry(const PixelRect& geometry);
+    void SetCursor(xcb_cursor_t cursor);
+
+    PixelRect ToPixels(const Rect& bounds) const;
+    Rect ToPoints(const PixelRect& pixels) const;
+
+private:
+    void SetFixedProperties();
+    void SetSizeHints(const PixelRect& geometry);
+    void SetModalProperties();
+    void MoveOntoAMonitor();
+    void ResizeBackBuffer(int width, int height);
+    // Puts the back buffer's pixels into the front buffer; the caller holds mutex_.
+    void UploadBackBufferLocked(int width, int height);
+    // Copies part of the front buffer onto the window; the caller holds mutex_.
+    void CopyFrontLocked(int x, int y, int width, int height);
+
+    X11Backend& backend_;
+    WindowRef window_;
+    WindowClass windowClass_;
+    double scale_;
+    xcb_window_t id_;
+    cairo_surface_t* back_ = nullptr;
+
+    std::mutex mutex_; // guards what the event thread reads: front buffer and geometry
+    xcb_pixmap_t front_ = XCB_NONE;
+    int frontWidth_ = 0, frontHeight_ = 0;
+    PixelRect geometry_;
+};
+
+} // namespace basalt::x11

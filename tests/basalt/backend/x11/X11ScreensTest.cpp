@@ -1,0 +1,48 @@
+#include "basalt/backend/x11/X11Screens.h"
+
+#include <gtest/gtest.h>
+
+namespace basalt::x11 {
+namespace {
+
+const std::vector<PixelRect> kTwoMonitors = {{0, 0, 1920, 1080}, {1920, 0, 1280, 1024}};
+
+TEST(X11ScreensTest, AWindowOffEveryMonitorComesOntoTheNearest) {
+    // Right of the second monitor: pulled back onto it, whole.
+    PixelRect placed = PlaceOnNearestMonitor({4000, 100, 400, 300}, kTwoMonitors);
+    EXPECT_EQ(placed, (PixelRect{1920 + 1280 - 400, 100, 400, 300}));
+    // Above the first monitor.
+    placed = PlaceOnNearestMonitor({300, -900, 400, 300}, kTwoMonitors);
+    EXPECT_EQ(placed, (PixelRect{300, 0, 400, 300}));
+    // Below the second monitor, where the first is shorter: the second is nearer.
+    placed = PlaceOnNearestMonitor({2000, 1100, 200, 100}, kTwoMonitors);
+    EXPECT_EQ(placed, (PixelRect{2000, 1024 - 100, 200, 100}));
+}
+
+TEST(X11ScreensTest, AWindowOnAMonitorOrLargerThanItStaysPut) {
+    PixelRect partly{1800, 500, 400, 300};
+    EXPECT_EQ(PlaceOnNearestMonitor(partly, kTwoMonitors), partly);
+    // Too wide for any monitor: its left edge goes to the monitor's.
+    PixelRect wide = PlaceOnNearestMonitor({-5000, 10, 3000, 200}, kTwoMonitors);
+    EXPECT_EQ(wide.x, 0);
+    EXPECT_EQ(PlaceOnNearestMonitor(partly, {}), partly);
+}
+
+TEST(X11ScreensTest, TheGreatestAreaMonitorHoldsMostOfTheWindow) {
+    EXPECT_EQ(GreatestAreaMonitor({1800, 0, 400, 300}, kTwoMonitors), kTwoMonitors[1]);
+    EXPECT_EQ(GreatestAreaMonitor({1700, 0, 400, 300}, kTwoMonitors), kTwoMonitors[0]);
+    EXPECT_EQ(GreatestAreaMonitor({9000, 9000, 10, 10}, kTwoMonitors), kTwoMonitors[0]);
+}
+
+TEST(X11ScreensTest, ScaleComesFromGdkScaleElseFromXftDpi) {
+    EXPECT_EQ(ChooseScale(nullptr, ""), 1.0);
+    EXPECT_EQ(ChooseScale(nullptr, "Xft.antialias:\t1\nXft.dpi:\t192\n"), 2.0);
+    EXPECT_EQ(ChooseScale(nullptr, "Xft.dpi:\t120\n"), 1.0);
+    EXPECT_EQ(ChooseScale("2", "Xft.dpi:\t96\n"), 2.0);
+    EXPECT_EQ(ChooseScale("1", "Xft.dpi:\t192\n"), 1.0);
+    // A resource of another name that merely ends the same way does not count.
+    EXPECT_EQ(ChooseScale(nullptr, "Other.Xft.dpi:\t192\n"), 1.0);
+}
+
+} // namespace
+} // namespace basalt::x11

@@ -1,0 +1,187 @@
+#!/usr/bin/env bash
+# kelpick and a toolbox window on a real X server: Xvfb on a free display, driven by xdotool,
+# xclip, setxkbmap and x11probe (what a window manager, a file manager and a screenshot tool
+# do). Every wait is on a condition with a deadline. Pictures taken through the server go to
+# the artifacts folder.
+#   run_under_xvfb.sh KELPICK FIELD_WINDOW X11PROBE ARTIFACTS
+set -uo pipefail
+kelpick=$1 field=$2 probe=$3 artifacts=$4
+mkdir -p "$artifacts"
+work=$(mktemp -d)
+export HOME=$work/home XDG_CONFIG_HOME=$work/home/.config XDG_DATA_HOME=$work/home/.local/share
+mkdir -p "$HOME"
+unset KEL_BACKEND GDK_SCALE
+passed=0 failed=0 skipped=0
+servers=()
+
+cleanup() {
+    for pid in "${servers[@]}"; do kill "$pid" 2>/dev/null; done
+    rm -rf "$work"
+}
+trap cleanup EXIT
+
+check() { # name, got, want
+    if [ "$2" == "$3" ]; then
+        passed=$((passed + 1))
+    else
+        failed=$((failed + 1))
+        echo "FAIL $1: got [$2], want [$3]"
+    fi
+}
+
+# Polls a command until it succeeds; false after the deadline.
+eventually() {
+    local deadline=$((SECONDS + 20))
+    until "$@" >/dev/null 2>&1; do
+        [ $SECONDS -lt $deadline ] || return 1
+        sleep 0.05
+    done
+}
+
+# Starts an Xvfb on a display nobody uses; sets server_pid and server_display.
+start_server() {
+    local fd_file=$work/display.$RANDOM
+    Xvfb -displayfd 3 -screen 0 1280x800x24 -nolisten tcp "$@" 3>"$fd_file" >/dev/null 2>&1 &
+    server_pid=$!
+    servers+=($!)
+    eventually test -s "$fd_file" || { echo "Xvfb did not start" >&2; exit 1; }
+    server_display=:$(head -1 "$fd_file")
+}
+
+# Runs a program in the background: its output goes to $work/NAME.out, its status to
+# $work/NAME.rc once it ends, its process id to $work/NAME.pid.
+launch() {
+    local name=$1; shift
+    rm -f "$work/$name.rc"
+    (
+        "$@" >"$work/$name.out" 2>"$work/$name.err" &
+        echo $! >"$work/$name.pid"
+        wait $!
+        echo $? >"$work/$name.rc"
+    ) &
+    eventually test -s "$work/$name.pid"
+}
+
+# Waits for the program to end; prints "OUTPUT|STATUS".
+outcome() {
+    eventually test -s "$work/$1.rc" || echo "TIMEOUT"
+    echo "$(cat "$work/$1.out")|$(cat "$work/$1.rc" 2>/dev/null)"
+}
+
+# The window of a launched program, once it shows. Found by process id: a window of the run
+# before may still be on its way out.
+# Width and height of a PNG, from its header.
+png_size() {
+    python3 -c 'import struct, sys
+print(*struct.unpack(">II", open(sys.argv[1], "rb").read(24)[16:]))' "$1"
+}
+
+# xdotool complains on stderr that a server without a window manager has no focus window.
+xdotool() { command xdotool "$@" 2>/dev/null; }
+
+window_of() {
+    timeout 20 xdotool search --sync --onlyvisible --pid "$(cat "$work/$1.pid")" 2>/dev/null |
+        head -1
+}
+
+# Clicks a point of the window's content, given in points and scaled to pixels.
+click_at() { # window, x, y, scale
+    xdotool mousemove --window "$1" $(($2 * $4)) $(($3 * $4)) click 1
+}
+
+start_server
+export DISPLAY=$server_display
+
+# ---- The ask alerts on a real display, answered by keys, by clicks and by the close button.
+ask_alert() { # name, answer action, kelpick options...
+    local name=$1 action=$2; shift 2
+    launch "$name" "$kelpick" "$@"
+    local window
+    window=$(window_of "$name")
+    [ -n "$window" ] || { echo "FAIL $name: no window"; failed=$((failed + 1)); return; }
+    # The desktop gives the new window the keyboard, as a window manager would.
+    xdotool windowfocus --sync "$window"
+    eval "$action"
+}
+
+ask_alert save-by-return 'xdotool key --window $window Return' ask-save --document "Résumé.txt"
+check "ask-save answered by Return" "$(outcome save-by-return)" "save|0"
+
+ask_alert cancel-by-escape 'xdotool key --window $window Escape' ask-save --document a
+check "ask-save answered by Escape" "$(outcome cancel-by-escape)" "cancel|1"
+
+# The alert is 440 x 121 points: Don't Save at the left, Cancel and Save at the right.
+ask_alert dont-save-by-click 'click_at $window 60 91 1' ask-save --document a
+check "Don't Save clicked" "$(outcome dont-save-by-click)" "dont-save|0"
+ask_alert cancel-by-click 'click_at $window 295 91 1' ask-save --document a
+check "Cancel clicked" "$(outcome cancel-by-click)" "cancel|1"
+
+# What a window manager reads, then its close button.
+read_properties_and_close() {
+    properties=$(xprop -id "$1" _NET_WM_WINDOW_TYPE _NET_WM_STATE WM_CLASS _NET_WM_PID)
+    "$probe" close "$1"
+}
+ask_alert closed 'read_properties_and_close $window' ask-discard --document a
+check "the close button cancels" "$(outcome closed)" "cancel|1"
+check "an alert is a modal dialog for the window manager" "$(grep -c -e _DIALOG -e _MODAL \
+    -e '"kelpick", "Kelpick"' -e "_NET_WM_PID(CARDINAL) = $(cat "$work/closed.pid")" \
+    <<<"$properties")" 4
+
+# ---- Snapshots through the server at scale 1 and 2, and the screen as the user sees it.
+for scale in 1 2; do
+    launch "snapshot$scale" env GDK_SCALE=$scale "$kelpick" ask-save --document "Résumé.txt" \
+        --snapshot "$artifacts/ask-save-x11-scale$scale.png"
+    window=$(window_of "snapshot$scale")
+    eventually test -s "$artifacts/ask-save-x11-scale$scale.png"
+    "$probe" shot "$artifacts/screen-scale$scale.png"
+    check "snapshot at scale $scale" "$(png_size "$artifacts/ask-save-x11-scale$scale.png")" \
+        "$((440 * scale)) $((121 * scale))"
+    click_at "$window" 380 91 "$scale"
+    check "Save clicked at scale $scale" "$(outcome snapshot$scale)" "save|0"
+done
+
+# ---- A field typed into with a German layout, dead keys included, pasted into and copied
+# out of, and a file dropped onto its window. Some X servers ignore layout changes; there the
+# same keys must type what the US layout puts on them.
+setxkbmap -layout de
+if setxkbmap -query | grep -q 'layout: *de'; then
+    typed_by_keys="zäößé"
+else
+    echo "SKIP the German layout: this X server keeps its US layout"
+    skipped=$((skipped + 1))
+    typed_by_keys="y';-=e"
+fi
+launch field "$field"
+window=$(window_of field)
+xdotool windowfocus --sync "$window"
+check "the title is UTF-8" "$(xdotool getwindowname "$window")" "Field — ü"
+# The keys at the places of US y ' ; - = e: z ä ö ß, then a dead acute and e.
+"$probe" keys "$window" 29 48 47 20 21 26
+printf 'pasted ✓' | xclip -selection clipboard -i
+eventually test -n "$(xclip -o -selection clipboard)"
+xdotool key --window "$window" ctrl+v
+check "a file dropped onto the window" "$("$probe" drop "$window" file:///tmp/a%20b)" "accepted"
+xdotool key --window "$window" ctrl+a ctrl+c
+typed="${typed_by_keys}pasted ✓"
+eventually test "$(xclip -o -selection clipboard)" == "$typed"
+check "the field's text reaches the clipboard" "$(xclip -o -selection clipboard)" "$typed"
+"$probe" close "$window"
+check "typed, composed and pasted text" "$(outcome field)" "drop: file:///tmp/a%20b
+text: $typed|0"
+setxkbmap -layout us
+
+# ---- Errors: no display, and a display that goes away.
+DISPLAY=:9999 timeout 20 "$kelpick" ask-save --document a >"$work/none.out" 2>"$work/none.err"
+check "no display exits 2" "$?" 2
+check "no display says why" "$(grep -c 'cannot open the X display ":9999"' "$work/none.err")" 1
+
+# A server without RandR, which the backend does without.
+start_server -extension RANDR
+DISPLAY=$server_display launch gone "$kelpick" ask-save --document a
+DISPLAY=$server_display window_of gone >/dev/null
+kill "$server_pid"
+check "a display that goes away exits 2" "$(outcome gone)" "|2"
+check "and says so" "$(grep -c 'went away' "$work/gone.err")" 1
+
+echo "x11 end to end: $passed passed, $failed failed, $skipped skipped"
+[ "$failed" -eq 0 ]
