@@ -425,3 +425,60 @@ TEST_F(BadInput, ASheetWithoutParentNeverShows) {
         KelDialogDispose(dialog);
     }
 }
+
+namespace {
+
+// What the last callback called through a wrapper was given.
+struct Seen {
+    long selector = 0;
+    const void* first = nullptr;
+    const void* data = nullptr;
+    int16_t number = 0;
+} seen;
+
+} // namespace
+
+TEST_F(BadInput, CallbackWrappersHandOnExactlyWhatTheyAreGiven) {
+    EXPECT_EQ(NewKelEventUPP(nullptr), nullptr);
+    EXPECT_EQ(NewKelPreviewUPP(nullptr), nullptr);
+    EXPECT_EQ(NewKelObjectFilterUPP(nullptr), nullptr);
+    EXPECT_EQ(NewKelLoadPreviewUPP(nullptr), nullptr);
+    DisposeKelEventUPP(nullptr);
+    DisposeKelPreviewUPP(nullptr);
+    DisposeKelObjectFilterUPP(nullptr);
+    DisposeKelLoadPreviewUPP(nullptr);
+
+    auto* const data = reinterpret_cast<void*>(~uintptr_t{0});
+    auto* const record = reinterpret_cast<KelCBRec*>(uintptr_t{0x10});
+    InvokeKelEventUPP(LONG_MIN, record, data, [](long selector, KelCBRec* r, void* d) {
+        seen = {selector, r, d, 0};
+    });
+    EXPECT_EQ(seen.selector, LONG_MIN);
+    EXPECT_EQ(seen.first, record);
+    EXPECT_EQ(seen.data, data);
+
+    EXPECT_EQ(InvokeKelPreviewUPP(record, data,
+                                  [](KelCBRec* r, void* d) -> Boolean {
+                                      seen = {0, r, d, 0};
+                                      return 0xFF;
+                                  }),
+              0xFF);
+    EXPECT_EQ(seen.first, record);
+
+    auto* const item = reinterpret_cast<BEDesc*>(uintptr_t{0x20});
+    EXPECT_EQ(InvokeKelObjectFilterUPP(item, nullptr, data, INT16_MIN,
+                                       [](BEDesc* i, void*, void* d, int16_t mode) -> Boolean {
+                                           seen = {0, i, d, mode};
+                                           return 0;
+                                       }),
+              0);
+    EXPECT_EQ(seen.first, item);
+    EXPECT_EQ(seen.number, INT16_MIN);
+
+    InvokeKelLoadPreviewUPP(record, -1, data, [](void* r, int16_t state, void* d) {
+        seen = {0, r, d, state};
+    });
+    EXPECT_EQ(seen.number, -1);
+    EXPECT_EQ(seen.data, data);
+    EXPECT_EQ(KelLibraryVersion(), 0x03108000u);
+}
