@@ -14,8 +14,6 @@
 namespace basalt::types {
 namespace {
 
-using Claims = std::unordered_map<std::string, std::string>;
-
 std::vector<std::string> ApplicationDirs() {
     std::vector<std::string> dirs;
     const char* home = std::getenv("XDG_DATA_HOME");
@@ -41,7 +39,21 @@ void AddTypes(Claims& claims, const std::string& types, const std::string& deskt
     }
 }
 
-void ReadCache(Claims& claims, const std::filesystem::path& dir, std::ifstream& cache) {
+void ReadDesktopFiles(Claims& claims, const std::filesystem::path& dir) {
+    std::error_code error;
+    // Stepped with error codes: a throwing iterator must not leave the registry.
+    for (std::filesystem::directory_iterator entry(dir, error), end; !error && entry != end;
+         entry.increment(error)) {
+        if (entry->path().extension() != ".desktop")
+            continue;
+        std::ifstream file(entry->path());
+        ReadDesktopEntry(claims, entry->path().string(), file);
+    }
+}
+
+} // namespace
+
+void ReadMimeinfoCache(Claims& claims, const std::filesystem::path& dir, std::istream& cache) {
     std::string line;
     while (std::getline(cache, line)) {
         size_t equals = line.find('=');
@@ -53,21 +65,15 @@ void ReadCache(Claims& claims, const std::filesystem::path& dir, std::ifstream& 
     }
 }
 
-void ReadDesktopFiles(Claims& claims, const std::filesystem::path& dir) {
-    std::error_code error;
-    // Stepped with error codes: a throwing iterator must not leave the registry.
-    for (std::filesystem::directory_iterator entry(dir, error), end; !error && entry != end;
-         entry.increment(error)) {
-        if (entry->path().extension() != ".desktop")
-            continue;
-        std::ifstream file(entry->path());
-        std::string line;
-        while (std::getline(file, line)) {
-            if (line.starts_with("MimeType="))
-                AddTypes(claims, line.substr(9), entry->path().string());
-        }
+void ReadDesktopEntry(Claims& claims, const std::string& file, std::istream& entry) {
+    std::string line;
+    while (std::getline(entry, line)) {
+        if (line.starts_with("MimeType="))
+            AddTypes(claims, line.substr(9), file);
     }
 }
+
+namespace {
 
 const Claims& AllClaims() {
     static const Claims* claims = [] {
@@ -75,7 +81,7 @@ const Claims& AllClaims() {
         for (const std::string& dir : ApplicationDirs()) {
             std::ifstream cache(dir + "/mimeinfo.cache");
             if (cache)
-                ReadCache(*made, dir, cache);
+                ReadMimeinfoCache(*made, dir, cache);
             else
                 ReadDesktopFiles(*made, dir);
         }

@@ -31,11 +31,21 @@ BASALT_EXPORT StatusCode _BLAddRecentItem(const char* path, int32_t kind);
 #ifdef __cplusplus
 }
 
+#include <filesystem>
+#include <istream>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 
 namespace basalt::types {
+
+// Which .desktop file claims each MIME type; the first claim read wins.
+using Claims = std::unordered_map<std::string, std::string>;
+// The claims of the mimeinfo.cache of the applications folder dir.
+void ReadMimeinfoCache(Claims& claims, const std::filesystem::path& dir, std::istream& cache);
+// The MimeType claims of one .desktop file.
+void ReadDesktopEntry(Claims& claims, const std::string& file, std::istream& entry);
 
 // The .desktop file of an application that handles the MIME type, if any.
 std::optional<std::string> ApplicationForType(std::string_view type);
