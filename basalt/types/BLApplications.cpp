@@ -57,11 +57,15 @@ void ReadMimeinfoCache(Claims& claims, const std::filesystem::path& dir, std::is
     std::string line;
     while (std::getline(cache, line)) {
         size_t equals = line.find('=');
-        if (equals == std::string::npos || line[0] == '[')
+        if (equals == std::string::npos || equals == 0 || line[0] == '[')
             continue;
-        std::string first = line.substr(equals + 1);
-        first = first.substr(0, first.find(';'));
-        claims.try_emplace(line.substr(0, equals), (dir / first).string());
+        // The first file named claims the type; a line that names none claims nothing.
+        std::stringstream files(line.substr(equals + 1));
+        std::string first;
+        while (std::getline(files, first, ';') && first.empty()) {
+        }
+        if (!first.empty())
+            claims.try_emplace(line.substr(0, equals), (dir / first).string());
     }
 }
 

@@ -3,6 +3,7 @@
 #include "tests/support/TestEnvironment.h"
 
 #include <gtest/gtest.h>
+#include <sstream>
 
 namespace {
 
@@ -29,6 +30,21 @@ TEST(BLApplicationsTest, ExtensionsClaimedByDesktopFilesAndKindStrings) {
     EXPECT_EQ(basalt::types::Utf8(kind), "plain text document");
     BCRelease(kind);
     EXPECT_EQ(BLCopyKindStringForInfo(Code("zzzz"), 0, nullptr, &kind), kBLApplicationNotFoundErr);
+}
+
+TEST(BLApplicationsTest, CacheLinesWithoutTypeOrFileClaimNothing) {
+    std::istringstream cache("[MIME Cache]\n=viewer.desktop;\ntext/plain=\nimage/png=;x.desktop\n"
+                             "image/gif=viewer.desktop;other.desktop;\n");
+    basalt::types::Claims claims;
+    basalt::types::ReadMimeinfoCache(claims, "/apps", cache);
+    EXPECT_EQ(claims, (basalt::types::Claims{{"image/png", "/apps/x.desktop"},
+                                             {"image/gif", "/apps/viewer.desktop"}}));
+
+    std::istringstream entry("[Desktop Entry]\nMimeType=;;text/x-a;;text/x-b\n");
+    claims.clear();
+    basalt::types::ReadDesktopEntry(claims, "/apps/a.desktop", entry);
+    EXPECT_EQ(claims, (basalt::types::Claims{{"text/x-a", "/apps/a.desktop"},
+                                             {"text/x-b", "/apps/a.desktop"}}));
 }
 
 } // namespace
