@@ -59,12 +59,13 @@ void ReadMimeinfoCache(Claims& claims, const std::filesystem::path& dir, std::is
         size_t equals = line.find('=');
         if (equals == std::string::npos || equals == 0 || line[0] == '[')
             continue;
-        // The first file named claims the type; a line that names none claims nothing.
+        // The first file named claims the type; a line that names none claims nothing. Files
+        // are named by their name in the folder: a name with "/" would point outside it.
         std::stringstream files(line.substr(equals + 1));
         std::string first;
         while (std::getline(files, first, ';') && first.empty()) {
         }
-        if (!first.empty())
+        if (!first.empty() && first.find('/') == std::string::npos)
             claims.try_emplace(line.substr(0, equals), (dir / first).string());
     }
 }

@@ -34,7 +34,8 @@ TEST(BLApplicationsTest, ExtensionsClaimedByDesktopFilesAndKindStrings) {
 
 TEST(BLApplicationsTest, CacheLinesWithoutTypeOrFileClaimNothing) {
     std::istringstream cache("[MIME Cache]\n=viewer.desktop;\ntext/plain=\nimage/png=;x.desktop\n"
-                             "image/gif=viewer.desktop;other.desktop;\n");
+                             "image/gif=viewer.desktop;other.desktop;\n"
+                             "text/html=/etc/passwd\ntext/css=../up.desktop\n");
     basalt::types::Claims claims;
     basalt::types::ReadMimeinfoCache(claims, "/apps", cache);
     EXPECT_EQ(claims, (basalt::types::Claims{{"image/png", "/apps/x.desktop"},
