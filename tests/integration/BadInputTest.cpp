@@ -49,8 +49,9 @@ struct Creator {
     bool saves;
 };
 
-std::vector<Creator> AllCreators() {
-    return {
+// Every create call, made once: the cases keep references to these.
+const std::vector<Creator>& Creators() {
+    static const std::vector<Creator> creators = {
         {"get file",
          [](auto* o, auto* out) {
              return KelCreateGetFileDialog(o, nullptr, NoEvents, nullptr, nullptr, nullptr, out);
@@ -98,6 +99,7 @@ std::vector<Creator> AllCreators() {
          },
          true, false},
     };
+    return creators;
 }
 
 // A create call's status; a refused call must leave the out untouched.
@@ -160,10 +162,10 @@ TEST_F(BadInput, NullRecordsAndOutsAreRefusedWithoutSideEffects) {
         {"draw preview", [] { return KelDrawPreviewInContext(nullptr, nullptr); }, paramErr},
         {"create preview", [] { return KelCreatePreview(nullptr, 0, nullptr, -1); }, paramErr},
     };
-    for (const Creator& creator : AllCreators())
+    for (const Creator& creator : Creators())
         cases.push_back({creator.name + " without out",
                          [&] { return creator.create(&defaults, nullptr); }, paramErr});
-    for (const Creator& creator : AllCreators())
+    for (const Creator& creator : Creators())
         if (creator.asks)
             cases.push_back({creator.name + " without options",
                              [&] { return CreateAndDispose(creator.create, nullptr); }, paramErr});
@@ -263,7 +265,7 @@ TEST_F(BadInput, DeadAndForeignDialogsAreRefusedByEveryOperation) {
 
 TEST_F(BadInput, OperationsOfAnotherClassAnswerWrongClass) {
     const KelDialogCreationOptions defaults = Defaults();
-    for (const Creator& creator : AllCreators()) {
+    for (const Creator& creator : Creators()) {
         if (creator.saves)
             continue;
         KelDialogRef dialog = nullptr;
@@ -337,7 +339,7 @@ TEST_F(BadInput, AbsurdOptionsMakeDialogsThatKeepTheirTexts) {
         options.modality = 0xFFFFFFFF;
         options.clientName = options.windowTitle = options.actionButtonLabel = text;
         options.cancelButtonLabel = options.saveFileName = options.message = text;
-        for (const Creator& creator : AllCreators()) {
+        for (const Creator& creator : Creators()) {
             KelDialogRef dialog = nullptr;
             ASSERT_EQ(creator.create(&options, &dialog), noErr) << creator.name;
             BCStringRef kept = KelDialogGetSaveFileName(dialog);
@@ -387,7 +389,7 @@ TEST_F(BadInput, AbsurdCountsAndListsAreTakenWithoutHarm) {
     BCArrayRef popup = BCArrayCreate(nullptr, items, 3, &kBCTypeArrayCallBacks);
     KelDialogCreationOptions options = defaults;
     options.popupExtension = popup;
-    for (const Creator& creator : AllCreators())
+    for (const Creator& creator : Creators())
         EXPECT_EQ(CreateAndDispose(creator.create, &options), noErr) << creator.name;
     BCRelease(popup);
     BCRelease(number);
@@ -416,7 +418,7 @@ TEST_F(BadInput, ReplyCallsTakeOddRecordsCalmly) {
 TEST_F(BadInput, ASheetWithoutParentNeverShows) {
     KelDialogCreationOptions options = Defaults();
     options.modality = kKelModalitySheet;
-    for (const Creator& creator : AllCreators()) {
+    for (const Creator& creator : Creators()) {
         KelDialogRef dialog = nullptr;
         ASSERT_EQ(creator.create(&options, &dialog), noErr) << creator.name;
         for (int attempt = 0; attempt < 2; ++attempt)
