@@ -34,8 +34,13 @@ done
 cmake --build "$build" -j "$(nproc)" --target "${build_targets[@]}" >"$build/fuzz-build.log" 2>&1 ||
     { tail -50 "$build/fuzz-build.log"; exit 1; }
 
-# Memory-backed scratch when there is one: the targets write files on every run.
-[ -d /dev/shm ] && [ -w /dev/shm ] && export TMPDIR=/dev/shm
+# The targets make their scratch folders here, memory-backed when possible since they write
+# files on every run; a target that crashed cannot remove its own, so this goes at the end.
+scratch_base=/tmp
+[ -d /dev/shm ] && [ -w /dev/shm ] && scratch_base=/dev/shm
+TMPDIR=$(mktemp -d "$scratch_base/kel-fuzz-runs.XXXXXX")
+export TMPDIR
+trap 'rm -rf "$TMPDIR"' EXIT
 
 export ASAN_OPTIONS=detect_leaks=1:allocator_may_return_null=1
 export LSAN_OPTIONS="suppressions=$root/tests/support/lsan.supp:print_suppressions=0"
