@@ -175,8 +175,32 @@ TEST_F(BadInput, NullRecordsAndOutsAreRefusedWithoutSideEffects) {
         if (creator.asks)
             cases.push_back({creator.name + " without options",
                              [&] { return CreateAndDispose(creator.create, nullptr); }, paramErr});
+    // The blocking browse calls have nowhere to put their answer.
+    const std::vector<std::pair<std::string, std::function<StatusCode()>>> blocking = {
+        {"get file",
+         [] {
+             return KelGetFile(nullptr, nullptr, nullptr, NoEvents, nullptr, nullptr, nullptr,
+                               nullptr);
+         }},
+        {"put file", [] { return KelPutFile(nullptr, nullptr, nullptr, NoEvents, 0, 0, nullptr); }},
+        {"choose file",
+         [] {
+             return KelChooseFile(nullptr, nullptr, nullptr, NoEvents, nullptr, nullptr, nullptr,
+                                  nullptr);
+         }},
+        {"choose folder",
+         [] { return KelChooseFolder(nullptr, nullptr, nullptr, NoEvents, nullptr, nullptr); }},
+        {"choose volume",
+         [] { return KelChooseVolume(nullptr, nullptr, nullptr, NoEvents, nullptr, nullptr); }},
+        {"choose object",
+         [] { return KelChooseObject(nullptr, nullptr, nullptr, NoEvents, nullptr, nullptr); }},
+        {"new folder", [] { return KelNewFolder(nullptr, nullptr, nullptr, NoEvents, nullptr); }},
+    };
+    for (const auto& [name, call] : blocking)
+        cases.push_back({name + " without reply", call, paramErr});
     ExpectStatuses(cases);
     KelDisposePreviewReference(nullptr);
+    KelDisposePreviewReference(KelCreatePreviewReference());
 }
 
 TEST_F(BadInput, BlockingCallsRefuseBeforeAnyDialogAndLeaveTheAnswerAlone) {
