@@ -268,7 +268,10 @@ TEST_F(BadInput, DeadAndForeignDialogsAreRefusedByEveryOperation) {
         {"disposed browse", disposedBrowse},
         {"foreign pointer", reinterpret_cast<KelDialogRef>(&notADialog)},
     };
-    for (const auto& [name, dialog] : dead) {
+    for (const auto& entry : dead) {
+        // Named apart from the pair: the cases' lambdas capture it.
+        const std::string& name = entry.first;
+        const KelDialogRef dialog = entry.second;
         KelReplyRecord reply;
         std::memset(&reply, 0xEE, sizeof reply);
         ExpectStatuses(
