@@ -2,7 +2,7 @@
 # Installs the Debian 12 packages that building, testing and running the project need.
 set -euo pipefail
 packages=(
-    build-essential cmake ninja-build pkg-config clang clang-format
+    build-essential cmake ninja-build pkg-config clang clang-format libclang-rt-14-dev
     libicu-dev nlohmann-json3-dev
     libcairo2-dev libpango1.0-dev libgdk-pixbuf-2.0-dev libglib2.0-dev
     libxcb1-dev libxcb-xkb-dev libxcb-randr0-dev libxcb-cursor-dev

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Builds the project twice (plain, and with AddressSanitizer + UndefinedBehaviorSanitizer),
 # runs the whole test suite in both, each test on its own and each test program once whole and
-# shuffled, and checks the formatting.
+# shuffled, checks the formatting, and runs each fuzz target briefly so that none of them rots.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 jobs=$(nproc)
@@ -47,3 +47,8 @@ echo "== AddressSanitizer + UndefinedBehaviorSanitizer build"
 ASAN_OPTIONS=detect_leaks=1 UBSAN_OPTIONS=print_stacktrace=1 \
     LSAN_OPTIONS="suppressions=$PWD/tests/support/lsan.supp:print_suppressions=0" \
     run_suite build-asan -DKEL_SANITIZE=ON
+
+if [ -z "${KEL_SKIP_FUZZ:-}" ]; then
+    echo "== fuzz targets, a few seconds each"
+    bash scripts/fuzz.sh 5
+fi

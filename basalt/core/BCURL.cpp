@@ -222,8 +222,9 @@ Boolean BCURLGetFileSystemRepresentation(BCURLRef url, Boolean, uint8_t* buffer,
     const URL* object = basalt::As<URL>(url);
     if (object == nullptr || buffer == nullptr || object->Scheme() != "file")
         return false;
+    // A file system path is absolute: "file://host" and "file:name" name no file.
     auto bytes = basalt::UnescapePath(basalt::TrimmedPath(*object));
-    if (!bytes || bytes->find('\0') != std::string::npos ||
+    if (!bytes || !bytes->starts_with('/') || bytes->find('\0') != std::string::npos ||
         static_cast<BCIndex>(bytes->size()) >= maxBufLen)
         return false;
     std::memcpy(buffer, bytes->c_str(), bytes->size() + 1);

@@ -83,8 +83,12 @@ std::optional<NodeEntry> EntryShownAs(const std::string& folder, const std::u16s
 
 StatusCode FindFolderChild(NodeRef parent, const std::u16string& name, NodeRef* child) {
     std::string bytes = files::EncodeName(name);
-    if (bytes.empty() || bytes.find('/') != std::string::npos || bytes.size() > NAME_MAX)
+    if (bytes.empty() || bytes.find_first_of(std::string("/\0", 2)) != std::string::npos ||
+        bytes.size() > NAME_MAX)
         return bdNamErr;
+    // The folder itself and its parent are no children of it.
+    if (bytes == "." || bytes == "..")
+        return fnfErr;
     if (parent == Special().boot && (bytes == "Network" || bytes == "Volumes")) {
         *child = CopyNodeRef(bytes == "Network" ? Special().network : Special().volumes);
         return noErr;

@@ -128,7 +128,8 @@ std::vector<std::pair<std::string, std::string>> MimeInfoCacheClaims(std::string
     std::vector<std::pair<std::string, std::string>> claims;
     ForEachKey(text, "MIME Cache", [&](std::string_view type, std::string_view applications) {
         std::vector<std::string> list = SplitList(applications);
-        if (!type.empty() && !list.empty())
+        // Files are named by their name in the folder: a name with "/" would point outside it.
+        if (!type.empty() && !list.empty() && list.front().find('/') == std::string::npos)
             claims.emplace_back(type, list.front());
     });
     return claims;

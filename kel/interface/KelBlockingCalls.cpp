@@ -4,6 +4,7 @@
 // no window yet: locally each call leaves an empty reply and answers -4, so a client learns at
 // once that no dialog came.
 
+#include "kel/interface/KelDialogRules.h"
 #include "kel/interface/KelRoutedCall.h"
 #include "kel/interface/KelRouting.h"
 #include "kel/interface/KelStartup.h"
@@ -16,7 +17,8 @@ namespace {
 
 enum class Reply { asGiven, converted };
 
-StatusCode RunLocally(KelReplyRecord* reply) {
+// refused: the call's own argument rules failed; they are applied after the reply was cleared.
+StatusCode RunLocally(KelReplyRecord* reply, bool refused) {
     EnsureKelInitialized();
     if (reply == nullptr) {
         return paramErr;
@@ -24,15 +26,16 @@ StatusCode RunLocally(KelReplyRecord* reply) {
     std::memset(reply, 0, sizeof *reply);
     reply->version = 2;
     reply->selection = BEDesc{typeNull, nullptr};
-    return kBCUnimpErr;
+    return refused ? StatusCode{paramErr} : StatusCode{kBCUnimpErr};
 }
 
 // create(const KelDialogCreationOptions*, KelDialogRef*) is the create call of the dialog.
 template <class Create>
 StatusCode RunBrowseCall(const BEDesc* defaultLocation, KelReplyRecord* reply,
-                         const KelDialogOptions* options, Reply form, Create create) {
+                         const KelDialogOptions* options, Reply form, Create create,
+                         bool refused = false) {
     if (!LoadTKKelRoutines()) {
-        return RunLocally(reply);
+        return RunLocally(reply, refused);
     }
     return RunRoutedCall(options, defaultLocation, create, [reply, form](KelDialogRef dialog) {
         StatusCode status = KelDialogGetReply(dialog, reply);
@@ -62,21 +65,26 @@ StatusCode KelGetFile(const BEDesc* defaultLocation, KelReplyRecord* reply,
                       const KelDialogOptions* options, KelEventProc eventProc,
                       KelPreviewProc previewProc, KelObjectFilterProc filterProc,
                       KelTypeList** typeList, void* clientData) {
-    return RunBrowseCall(defaultLocation, reply, options, Reply::asGiven,
-                         [&](const KelDialogCreationOptions* local, KelDialogRef* out) {
-                             return KelCreateGetFileDialog(local, typeList, eventProc, previewProc,
-                                                           filterProc, clientData, out);
-                         });
+    return RunBrowseCall(
+        defaultLocation, reply, options, Reply::asGiven,
+        [&](const KelDialogCreationOptions* local, KelDialogRef* out) {
+            return KelCreateGetFileDialog(local, typeList, eventProc, previewProc, filterProc,
+                                          clientData, out);
+        },
+        PopupNeedsEventProc(options, eventProc));
 }
 
 StatusCode KelPutFile(const BEDesc* defaultLocation, KelReplyRecord* reply,
                       const KelDialogOptions* options, KelEventProc eventProc,
                       FourCharCode fileType, FourCharCode fileCreator, void* clientData) {
-    return RunBrowseCall(defaultLocation, reply, options, Reply::converted,
-                         [&](const KelDialogCreationOptions* local, KelDialogRef* out) {
-                             return KelCreatePutFileDialog(local, fileType, fileCreator, eventProc,
-                                                           clientData, out);
-                         });
+    const bool keepsAliases =
+        options != nullptr && (options->optionFlags & kKelOptKeepAliases) != 0;
+    return RunBrowseCall(
+        defaultLocation, reply, options, Reply::converted,
+        [&](const KelDialogCreationOptions* local, KelDialogRef* out) {
+            return KelCreatePutFileDialog(local, fileType, fileCreator, eventProc, clientData, out);
+        },
+        PopupNeedsEventProc(options, eventProc) || keepsAliases);
 }
 
 StatusCode KelChooseFile(const BEDesc* defaultLocation, KelReplyRecord* reply,

@@ -31,11 +31,6 @@ StatusCode Refuse(KelDialogRef* out) {
     return paramErr;
 }
 
-// A client's popup items are reported through the event callback, so they need one.
-bool PopupNeedsEventProc(const KelDialogCreationOptions* options, KelEventProc eventProc) {
-    return options != nullptr && options->popupExtension != nullptr && eventProc == nullptr;
-}
-
 template <class Dialog>
 StatusCode CreateChooseDialog(const KelDialogCreationOptions* options, const KelDialogRules& rules,
                               KelEventProc eventProc, KelPreviewProc previewProc,

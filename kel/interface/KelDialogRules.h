@@ -27,3 +27,10 @@ extern const KelDialogRules kNewFolder;
 // Keeps the flags of the mask, installs the filter masks, and fills in the default title (only for
 // a client with an event callback and no title) and action label (whenever there is none).
 void ApplyDialogRules(TDialogConfiguration& configuration, const KelDialogRules& rules);
+
+// A client's popup items are reported through the event callback, so they need one. Both the
+// current and the older options record may carry them.
+template <class Options>
+bool PopupNeedsEventProc(const Options* options, KelEventProc eventProc) {
+    return options != nullptr && options->popupExtension != nullptr && eventProc == nullptr;
+}

@@ -15,7 +15,8 @@
 
 #include <vector>
 
-class __KelDialog : public KelBaseDialog, public IReferenceCounted {
+// A struct, as the C boundary declares it.
+struct __KelDialog : public KelBaseDialog, public IReferenceCounted {
 public:
     explicit __KelDialog(const TDialogConfiguration& configuration);
     ~__KelDialog() override;

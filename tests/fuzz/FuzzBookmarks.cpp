@@ -2,10 +2,10 @@
 // gvfs folder, and the places list is read through the node service with its rows' names and
 // originals.
 
+#include "FuzzScratch.h"
 #include "basalt/nodes/NodeBookmarks.h"
 #include "basalt/nodes/NodeIterator.h"
 #include "basalt/nodes/NodeProperties.h"
-#include "tests/fuzz/FuzzScratchFolder.h"
 
 #include <cstdint>
 #include <string_view>
@@ -41,7 +41,7 @@ void ReadPlaces() {
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     static const std::string home = [] {
-        std::string folder = fuzzing::ScratchFolder();
+        std::string folder = fuzz::ScratchFolder();
         setenv("HOME", folder.c_str(), 1);
         setenv("XDG_CONFIG_HOME", (folder + "/config").c_str(), 1);
         setenv("XDG_RUNTIME_DIR", folder.c_str(), 1);
@@ -52,7 +52,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     std::string_view text(reinterpret_cast<const char*>(data), size);
     for (const basalt::files::Bookmark& bookmark : basalt::files::ParseBookmarks(text))
         basalt::nodes::LocalPathOf(bookmark, kVolumes, home + "/gvfs");
-    fuzzing::WriteScratchFile(home + "/config/gtk-3.0/bookmarks", data, size);
+    fuzz::WriteFile(home + "/config/gtk-3.0/bookmarks", data, size);
     ReadPlaces();
     return 0;
 }

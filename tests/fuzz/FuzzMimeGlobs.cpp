@@ -1,16 +1,16 @@
 // Any bytes as the globs2, subclasses and aliases files of a mime folder; every line of the
 // input is then typed as a file name and its type's parents followed.
 
+#include "FuzzScratch.h"
 #include "basalt/types/MimeDatabase.h"
-#include "tests/fuzz/FuzzScratchFolder.h"
 
 #include <cstdint>
 #include <string_view>
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-    const std::string folder = fuzzing::ScratchFolder() + "/mime";
+    const std::string folder = fuzz::ScratchFolder() + "/mime";
     for (const char* file : {"/globs2", "/subclasses", "/aliases"})
-        fuzzing::WriteScratchFile(folder + file, data, size);
+        fuzz::WriteFile(folder + file, data, size);
     basalt::types::MimeDatabase database({folder});
     std::string_view text(reinterpret_cast<const char*>(data), size);
     int lines = 0;

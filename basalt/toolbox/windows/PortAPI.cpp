@@ -12,6 +12,12 @@ namespace {
 using windows::Live;
 
 GrafPtr gCurrentPort = nullptr;
+uint32_t gThemeCursor = 0;
+
+std::map<CGrafPtr, RgnHandle>& VisibleRegions() {
+    static std::map<CGrafPtr, RgnHandle> regions;
+    return regions;
+}
 
 } // namespace
 
@@ -52,13 +58,6 @@ Rect* GetPortBounds(CGrafPtr port, Rect* rect) {
     return rect;
 }
 
-namespace {
-std::map<CGrafPtr, RgnHandle>& VisibleRegions() {
-    static std::map<CGrafPtr, RgnHandle> regions;
-    return regions;
-}
-} // namespace
-
 RgnHandle GetPortVisibleRegion(CGrafPtr port, RgnHandle visRgn) {
     if (visRgn == nullptr)
         return visRgn;
@@ -80,10 +79,6 @@ void SetPortVisibleRegion(CGrafPtr port, RgnHandle visRgn) {
     if (stored == nullptr)
         stored = NewRgn();
     CopyRgn(visRgn, stored);
-}
-
-namespace {
-uint32_t gThemeCursor = 0;
 }
 
 void InitCursor(void) {

@@ -2,6 +2,7 @@
 
 #include <basalt/BasaltCore.h>
 #include <cstdlib>
+#include <cstring>
 #include <gtest/gtest.h>
 #include <string>
 
@@ -78,6 +79,15 @@ TEST(BCURL, StringsAndRelativeReferences) {
     EXPECT_EQ(Bytes(web), "<none>");
     BCURLRef up = BCURLCreateCopyDeletingLastPathComponent(kBCAllocatorDefault, web);
     EXPECT_EQ(keltest::Utf8(BCURLGetString(up)), "https://host.example/x/?q=1");
+    // File URLs without a path, or with a relative one, name no file of this machine.
+    for (const char* text : {"file://host", "file://loca%relatl", "file:name", "file:"}) {
+        BCURLRef pathless =
+            BCURLCreateWithBytes(kBCAllocatorDefault, reinterpret_cast<const uint8_t*>(text),
+                                 BCIndex(std::strlen(text)), kBCStringEncodingUTF8, nullptr);
+        ASSERT_NE(pathless, nullptr) << text;
+        EXPECT_EQ(Bytes(pathless), "<none>") << text;
+        BCRelease(pathless);
+    }
     EXPECT_EQ(BCURLCreateWithString(kBCAllocatorDefault, BCSTR("no scheme"), nullptr), nullptr);
     EXPECT_EQ(BCURLCreateWithString(kBCAllocatorDefault, BCSTR("relative"), nullptr), nullptr);
     for (BCTypeRef object : {base, sibling, web, up})

@@ -54,6 +54,13 @@ TEST(NodeTreeTest, ChildLookupFollowsTheFileSystemsCaseRule) {
     EXPECT_EQ(status, bdNamErr);
     Child(parent.get(), std::u16string(256, u'n'), &status);
     EXPECT_EQ(status, bdNamErr);
+    // A name cannot hold NUL: the lookup must not stop at it and find "." instead.
+    EXPECT_FALSE(Child(parent.get(), std::u16string(u".\0Readme", 8), &status));
+    EXPECT_EQ(status, bdNamErr);
+    for (const char16_t* self : {u".", u".."}) {
+        EXPECT_FALSE(Child(parent.get(), self, &status)) << std::u16string(self).size() << " dots";
+        EXPECT_EQ(status, fnfErr);
+    }
 }
 
 // A folder that folds case, where the file system offers it (ext4 with the casefold feature).

@@ -46,6 +46,11 @@ TEST(BLApplicationsTest, DesktopFilesAndCachesClaimFromTheirOwnGroup) {
         "[MIME Cache]\ntext/plain=a.desktop;b.desktop;\nimage/png=\n[Other]\nx/y=c.desktop\n");
     ASSERT_EQ(claims.size(), 1u);
     EXPECT_EQ(claims[0], std::make_pair(std::string("text/plain"), std::string("a.desktop")));
+    using Claims = std::vector<std::pair<std::string, std::string>>;
+    EXPECT_EQ(
+        basalt::types::MimeInfoCacheClaims("[MIME Cache]\n=viewer.desktop;\nimage/png=;x.desktop\n"
+                                           "text/html=/etc/passwd\ntext/css=../up.desktop\n"),
+        (Claims{{"image/png", "x.desktop"}}));
 }
 
 } // namespace

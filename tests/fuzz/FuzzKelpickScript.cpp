@@ -1,0 +1,40 @@
+// kelpick's --script text: any bytes give steps or a refusal, and every step given can be
+// performed as parsed (a key that exists, an item above 0, a snapshot that names a file).
+
+#include "tools/kelpick/ScriptRunner.h"
+
+#include <cstdint>
+#include <cstdlib>
+#include <string>
+
+namespace {
+
+void CheckStep(const ScriptStep& step) {
+    switch (step.kind) {
+    case ScriptStep::Kind::key:
+        if (step.keyCode == 0xFFFF)
+            std::abort();
+        break;
+    case ScriptStep::Kind::click:
+        if (step.item <= 0)
+            std::abort();
+        break;
+    case ScriptStep::Kind::snapshot:
+        if (step.text.empty())
+            std::abort();
+        break;
+    case ScriptStep::Kind::type:
+    case ScriptStep::Kind::waitIdle:
+        break;
+    }
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+    const std::string script(reinterpret_cast<const char*>(data), size);
+    if (auto steps = ParseScript(script))
+        for (const ScriptStep& step : *steps)
+            CheckStep(step);
+    return 0;
+}
