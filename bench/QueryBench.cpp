@@ -144,7 +144,7 @@ OneSearch Search(NodeRef query, NodeRef hits, BCStringRef text, BCArrayRef scope
     NodeSetVirtualQuery(query, 6, reinterpret_cast<const UniChar*>(u"report"), text, attributes,
                         nullptr, 25, 100, 1000000, 500, 25, 500, scope, 0);
     while (NodeQueryIsGathering(query))
-        std::this_thread::sleep_for(std::chrono::microseconds(100));
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
     double endMs = std::chrono::duration<double, std::milli>(Clock::now() - start).count();
     BCRelease(attributes);
     BCIndex count = 0;

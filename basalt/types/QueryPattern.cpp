@@ -72,15 +72,17 @@ bool StartsWord(CharClass before, CharClass at, CharClass after) {
     return at == CharClass::Upper && before == CharClass::Upper && after == CharClass::Lower;
 }
 
-void Decode(std::string_view utf8, std::u32string& out) {
-    out.clear();
+void Decode(std::string_view utf8, std::vector<char32_t>& out) {
+    out.resize(utf8.size());
+    size_t count = 0;
     const auto* bytes = reinterpret_cast<const uint8_t*>(utf8.data());
     int32_t length = static_cast<int32_t>(utf8.size());
     for (int32_t at = 0; at < length;) {
         UChar32 c;
         U8_NEXT(bytes, at, length, c);
-        out.push_back(c < 0 ? U'\uFFFD' : static_cast<char32_t>(c));
+        out[count++] = c < 0 ? U'\uFFFD' : static_cast<char32_t>(c);
     }
+    out.resize(count);
 }
 
 } // namespace
@@ -90,7 +92,7 @@ void FoldText(std::string_view utf8, PatternModifiers modifiers, FoldedText& out
     out.text.clear();
     out.wordStart.clear();
     out.wordEnd.clear();
-    const std::u32string& original = out.original;
+    const std::vector<char32_t>& original = out.original;
     CharClass before = CharClass::Other;
     for (size_t i = 0; i < original.size(); ++i) {
         CharClass at = ClassOf(original[i]);
@@ -130,7 +132,7 @@ QueryPattern::QueryPattern(const std::u32string& text, const std::vector<bool>& 
 }
 
 bool QueryPattern::MatchesFrom(Scratch& scratch, size_t start, bool anyWordEnd) const {
-    const std::u32string& subject = scratch.folded.text;
+    const std::vector<char32_t>& subject = scratch.folded.text;
     size_t size = subject.size();
     std::vector<uint8_t>& reach = scratch.reach;
     std::vector<uint8_t>& next = scratch.next;

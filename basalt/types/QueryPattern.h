@@ -20,8 +20,8 @@ struct PatternModifiers {
 
 // Subject text folded as the modifiers ask, with the word starts and ends of the original.
 struct FoldedText {
-    std::u32string original; // the decoded subject, kept to reuse its buffer
-    std::u32string text;
+    std::vector<char32_t> original; // the decoded subject, kept to reuse its buffer
+    std::vector<char32_t> text;
     std::vector<uint8_t> wordStart; // per character of text, and one more
     std::vector<uint8_t> wordEnd;   // per position in text, the end included
 };
