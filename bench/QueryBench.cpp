@@ -1,6 +1,7 @@
 #include "QueryBench.h"
 
 #include "basalt/nodes/NodeEvents.h"
+#include "basalt/nodes/NodeListing.h"
 #include "basalt/nodes/NodeQueries.h"
 #include "basalt/types/BUTypes.h"
 #include "kel/nodes/TKelNodeQuery.h"
@@ -28,14 +29,6 @@ using Clock = std::chrono::steady_clock;
 // 10 x 10 x 10 folders of 100 files each; one file in each leaf folder has "Report" in its name.
 constexpr int kFanOut = 10;
 constexpr int kFilesPerFolder = 100;
-
-struct Dirent64 {
-    uint64_t d_ino;
-    int64_t d_off;
-    unsigned short d_reclen;
-    unsigned char d_type;
-    char d_name[];
-};
 
 // Files are hard links to one original per area, which keeps making the tree quick and each
 // original below the file system's limit of links.
@@ -78,11 +71,11 @@ std::string MakeTree(const std::string& base) {
 
 size_t RawWalk(int folder) {
     size_t entries = 0;
-    alignas(Dirent64) char buffer[32 * 1024];
+    alignas(basalt::nodes::LinuxDirent64) char buffer[32 * 1024];
     std::vector<std::string> subfolders;
     for (long got; (got = ::syscall(SYS_getdents64, folder, buffer, sizeof buffer)) > 0;) {
         for (long at = 0; at < got;) {
-            auto* entry = reinterpret_cast<Dirent64*>(buffer + at);
+            auto* entry = reinterpret_cast<basalt::nodes::LinuxDirent64*>(buffer + at);
             at += entry->d_reclen;
             if (entry->d_name[0] == '.')
                 continue;
