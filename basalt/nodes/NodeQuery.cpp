@@ -59,25 +59,25 @@ struct QueryArguments {
     uint32_t flags;
 };
 
-StatusCode MakeSpec(const QueryArguments& in, QuerySpec& spec) {
+StatusCode MakeDefinition(const QueryArguments& in, QueryDefinition& definition) {
     if (in.query == nullptr || in.flags != 0 || in.nameLength < 0 ||
         (in.nameLength > 0 && in.name == nullptr))
         return paramErr;
     std::unique_ptr<types::QueryExpression> expression;
     if (StatusCode status = types::QueryExpression::Parse(types::Utf8(in.query), expression))
         return status;
-    spec.expression = std::move(expression);
+    definition.expression = std::move(expression);
     for (BCIndex i = 0; in.attributes != nullptr && i < BCArrayGetCount(in.attributes); ++i) {
         auto value = static_cast<BCStringRef>(BCArrayGetValueAtIndex(in.attributes, i));
-        spec.attributes.push_back(types::Utf8(value));
+        definition.attributes.push_back(types::Utf8(value));
     }
-    spec.sort = in.sort;
-    spec.batching = in.batching;
-    spec.everywhere = in.scope == nullptr;
+    definition.sort = in.sort;
+    definition.batching = in.batching;
+    definition.everywhere = in.scope == nullptr;
     for (BCIndex i = 0; in.scope != nullptr && i < BCArrayGetCount(in.scope); ++i) {
         auto path = static_cast<BCStringRef>(BCArrayGetValueAtIndex(in.scope, i));
         if (path != nullptr && BCGetTypeID(path) == BCStringGetTypeID())
-            spec.scope.push_back(PathText(path));
+            definition.scope.push_back(PathText(path));
     }
     return noErr;
 }
@@ -88,8 +88,9 @@ void Announce(NodeRef hits) {
 
 // Replaces the state's search: the old walk is stopped and its hits dropped, the clients
 // are told of the empty list, and the new walk starts.
-StatusCode Restart(const std::shared_ptr<QueryState>& state, QuerySpec spec, std::u16string name) {
-    auto run = std::make_shared<QueryRun>(std::move(spec));
+StatusCode Restart(const std::shared_ptr<QueryState>& state, QueryDefinition definition,
+                   std::u16string name) {
+    auto run = std::make_shared<QueryRun>(std::move(definition));
     std::shared_ptr<QueryRun> old;
     std::vector<QueryHit> dropped;
     {
@@ -202,7 +203,7 @@ bool PublishHits(QueryState& state, const QueryRun& run, std::vector<QueryHit>& 
         std::lock_guard lock(state.mutex);
         if (run.stop || state.run.get() != &run)
             return false;
-        if (NodeQuerySortProc sort = run.spec.sort) {
+        if (NodeQuerySortProc sort = run.definition.sort) {
             auto less = [sort](const QueryHit& a, const QueryHit& b) {
                 return sort(a.row.data(), b.row.data(), nullptr) == kBCCompareLessThan;
             };
@@ -259,16 +260,16 @@ StatusCode NodeSetVirtualQuery(NodeRef node, BCIndex nameLength, const UniChar* 
     std::shared_ptr<QueryState> state = QueryStateOf(node);
     if (state == nullptr || node->kind != NodeKind::Query)
         return kNodeNotQueryErr;
-    QuerySpec spec;
+    QueryDefinition definition;
     QueryArguments in{nameLength, name, query,
                       attributes, sort, {firstCount, firstMs, progressCount, progressMs},
                       scope,      flags};
-    if (StatusCode status = MakeSpec(in, spec))
+    if (StatusCode status = MakeDefinition(in, definition))
         return status;
     std::u16string text;
     if (nameLength > 0)
         text.assign(reinterpret_cast<const char16_t*>(name), static_cast<size_t>(nameLength));
-    return Restart(state, std::move(spec), std::move(text));
+    return Restart(state, std::move(definition), std::move(text));
 }
 
 StatusCode NodeCancelQuery(NodeRef node) {

@@ -33,7 +33,7 @@ struct QueryBatching {
     uint32_t progressMs = 500;
 };
 
-struct QuerySpec {
+struct QueryDefinition {
     std::shared_ptr<const types::QueryExpression> expression;
     std::vector<std::string> attributes;
     NodeQuerySortProc sort = nullptr;
@@ -52,13 +52,13 @@ void ReleaseHits(std::vector<QueryHit>& hits);
 
 // One walk over the scope.
 struct QueryRun {
-    explicit QueryRun(QuerySpec spec) : spec(std::move(spec)) {}
+    explicit QueryRun(QueryDefinition definition) : definition(std::move(definition)) {}
     // Asks the walk to stop and, unless called on the walk's own thread, waits until it has.
     void StopAndWait();
     void MarkFinished();
     bool Finished();
 
-    const QuerySpec spec;
+    const QueryDefinition definition;
     std::atomic<bool> stop{false};
     std::atomic<std::thread::id> worker{}; // the walk's thread, once it runs
 

@@ -106,7 +106,7 @@ public:
 
     void Run() {
         start_ = lastDelivery_ = Clock::now();
-        if (!run_->spec.expression->IsFalse()) {
+        if (!run_->definition.expression->IsFalse()) {
             for (const std::string& root : Roots())
                 folders_.push_back({root, 0});
             while (!folders_.empty() && !Stopped()) {
@@ -128,8 +128,8 @@ private:
     };
 
     std::vector<std::string> Roots() const {
-        if (!run_->spec.everywhere)
-            return run_->spec.scope;
+        if (!run_->definition.everywhere)
+            return run_->definition.scope;
         std::vector<std::string> roots;
         for (const Volume& volume : Volumes()) {
             if (!volume.network)
@@ -195,7 +195,7 @@ private:
                    : S_ISREG(info.st_mode) ? NodeKind::File
                                            : NodeKind::Other;
         }
-        if (run_->spec.expression->Matches(WalkItem(name, kind)))
+        if (run_->definition.expression->Matches(WalkItem(name, kind)))
             Found(folder, name, kind);
         if (kind == NodeKind::Folder)
             folders_.push_back({files::JoinPath(folder, name), device});
@@ -208,12 +208,12 @@ private:
             return;
         NodeRef original = Intern(folderNode_.Get(), name, kind);
         QueryHit hit{MakeQueryHit(hits_.Get(), original), {}};
-        if (run_->spec.sort != nullptr) {
-            for (const std::string& attribute : run_->spec.attributes)
+        if (run_->definition.sort != nullptr) {
+            for (const std::string& attribute : run_->definition.attributes)
                 hit.row.push_back(RowValue(attribute, original));
         }
         found_.push_back(std::move(hit));
-        if (!delivered_ && found_.size() >= run_->spec.batching.firstCount)
+        if (!delivered_ && found_.size() >= run_->definition.batching.firstCount)
             Deliver(true);
     }
 
@@ -222,7 +222,7 @@ private:
     void Deliver(bool force) {
         if (found_.empty())
             return;
-        const QueryBatching& batching = run_->spec.batching;
+        const QueryBatching& batching = run_->definition.batching;
         auto now = Clock::now();
         auto since = [&](Clock::time_point t, uint32_t ms) {
             return now - t >= std::chrono::milliseconds(ms);
