@@ -5,6 +5,14 @@ set(KEL_INSTALLED_LIBRARIES basalt)
 if(TARGET kelservices)
     list(APPEND KEL_INSTALLED_LIBRARIES kelservices)
 endif()
+# Installed libraries and programs find the installed libraries relative to themselves, so an
+# installation runs wherever it lands, without ldconfig or LD_LIBRARY_PATH.
+file(RELATIVE_PATH KEL_BINDIR_TO_LIBDIR ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})
+set_target_properties(${KEL_INSTALLED_LIBRARIES} PROPERTIES INSTALL_RPATH "$ORIGIN")
+if(TARGET kelpick)
+    set_target_properties(kelpick PROPERTIES INSTALL_RPATH "$ORIGIN/${KEL_BINDIR_TO_LIBDIR}")
+endif()
+
 install(TARGETS ${KEL_INSTALLED_LIBRARIES} EXPORT KelServicesTargets
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
     ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}

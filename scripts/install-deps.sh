@@ -4,7 +4,7 @@ set -euo pipefail
 packages=(
     build-essential cmake ninja-build pkg-config clang clang-format
     libicu-dev nlohmann-json3-dev
-    libcairo2-dev libpango1.0-dev libgdk-pixbuf-2.0-dev
+    libcairo2-dev libpango1.0-dev libgdk-pixbuf-2.0-dev libglib2.0-dev
     libxcb1-dev libxcb-xkb-dev libxkbcommon-dev libxkbcommon-x11-dev
     shared-mime-info adwaita-icon-theme hicolor-icon-theme fonts-dejavu-core
     libgtest-dev libgmock-dev googletest libbenchmark-dev

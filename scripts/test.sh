@@ -1,15 +1,35 @@
 #!/usr/bin/env bash
 # Builds the project twice (plain, and with AddressSanitizer + UndefinedBehaviorSanitizer),
-# runs the whole test suite in both, and checks the formatting.
+# runs the whole test suite in both, each test on its own and each test program once whole and
+# shuffled, and checks the formatting.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 jobs=$(nproc)
+
+# Runs every test program once as a single process with its tests in a random order, so that a
+# test leaning on what another left behind fails here. The seed is in the output of a failure.
+run_whole_and_shuffled() {
+    local dir=$1 failed=0 log
+    log=$(mktemp)
+    while IFS= read -r program; do
+        if "$program" --gtest_shuffle >"$log" 2>&1; then
+            echo "whole and shuffled: $(basename "$program") passed"
+        else
+            cat "$log"
+            echo "whole and shuffled: $(basename "$program") FAILED"
+            failed=1
+        fi
+    done < <(find "$dir/tests" -type f -name '*_tests' -perm -u+x | sort)
+    rm -f "$log"
+    return "$failed"
+}
 
 run_suite() {
     local dir=$1; shift
     cmake -S . -B "$dir" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DKEL_BUILD_BENCH=OFF "$@" >/dev/null
     cmake --build "$dir" -j "$jobs"
     ctest --test-dir "$dir" -j "$jobs" --output-on-failure
+    run_whole_and_shuffled "$dir"
 }
 
 if [ -z "${KEL_SKIP_FORMAT:-}" ]; then

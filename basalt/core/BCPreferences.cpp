@@ -1,6 +1,7 @@
 // The preferences store: one JSON file per domain under $XDG_CONFIG_HOME/kel/preferences/.
 // Values are cached per file after the first read; every set writes through to disk at once
-// (merged with what other processes wrote), and Synchronize re-reads the file.
+// (merged with what other processes wrote), and Synchronize re-reads the file. A set that could
+// not be written is kept as a change of this process until a later set or Synchronize writes it.
 // There is one store per user: the any-user domain is the current user's.
 
 #include "basalt/core/BCString.h"
@@ -75,6 +76,12 @@ std::optional<std::filesystem::path> DomainFile(BCStringRef applicationID, BCStr
     return folder / (domain + ".json");
 }
 
+// Writers do nothing when the real and the effective user differ: a set-uid program must not
+// leave files owned by another user in the home folder of the person who ran it.
+bool MayWrite() {
+    return getuid() == geteuid();
+}
+
 class Store {
 public:
     static Store& Shared() {
@@ -84,45 +91,75 @@ public:
 
     BCTypeRef Copy(const std::filesystem::path& file, const std::string& key) {
         std::lock_guard lock(mutex_);
-        const nlohmann::json& values = Cached(file);
+        const nlohmann::json& values = Cached(file).values;
         auto found = values.find(key);
         return found != values.end() ? PreferenceObject(*found) : nullptr;
     }
 
     void Set(const std::filesystem::path& file, const std::string& key,
              const std::optional<nlohmann::json>& value) {
+        if (!MayWrite())
+            return;
         std::lock_guard lock(mutex_);
-        auto change = [&](nlohmann::json& values) {
+        Domain& domain = Cached(file);
+        domain.unwritten[key] = value;
+        Apply(domain.unwritten, domain.values);
+        WriteUnwritten(file, domain);
+    }
+
+    // Writes what earlier sets could not, then reads what other processes wrote. False when
+    // either fails; this process then keeps the values it has.
+    bool Synchronize(const std::filesystem::path& file) {
+        std::lock_guard lock(mutex_);
+        Domain& domain = Cached(file);
+        if (!domain.unwritten.empty())
+            return MayWrite() && WriteUnwritten(file, domain);
+        std::optional<nlohmann::json> values = PreferencesFile(file).Load();
+        if (values)
+            domain.values = std::move(*values);
+        return values.has_value();
+    }
+
+private:
+    using Changes = std::map<std::string, std::optional<nlohmann::json>>;
+
+    // The values this process sees, and the changes it made that are not on disk yet.
+    struct Domain {
+        nlohmann::json values;
+        Changes unwritten;
+    };
+
+    static void Apply(const Changes& changes, nlohmann::json& values) {
+        for (const auto& [key, value] : changes) {
             if (value)
                 values[key] = *value;
             else
                 values.erase(key);
-        };
-        auto written = PreferencesFile(file).Update(change);
-        if (written) {
-            cache_[file] = std::move(*written);
-        } else {
-            // Keep the change in memory so this process still sees what it set.
-            change(Cached(file));
         }
     }
 
-    bool Synchronize(const std::filesystem::path& file) {
-        std::lock_guard lock(mutex_);
-        cache_[file] = PreferencesFile(file).Load();
+    static bool WriteUnwritten(const std::filesystem::path& file, Domain& domain) {
+        auto written = PreferencesFile(file).Update(
+            [&](nlohmann::json& values) { Apply(domain.unwritten, values); });
+        if (!written)
+            return false; // kept in memory, so this process still sees what it set
+        domain.values = std::move(*written);
+        domain.unwritten.clear();
         return true;
     }
 
-private:
-    nlohmann::json& Cached(const std::filesystem::path& file) {
+    Domain& Cached(const std::filesystem::path& file) {
         auto found = cache_.find(file);
-        if (found == cache_.end())
-            found = cache_.emplace(file, PreferencesFile(file).Load()).first;
+        if (found == cache_.end()) {
+            auto values = PreferencesFile(file).Load();
+            Domain domain{values ? std::move(*values) : nlohmann::json::object(), {}};
+            found = cache_.emplace(file, std::move(domain)).first;
+        }
         return found->second;
     }
 
     std::mutex mutex_;
-    std::map<std::filesystem::path, nlohmann::json> cache_;
+    std::map<std::filesystem::path, Domain> cache_;
 };
 
 } // namespace

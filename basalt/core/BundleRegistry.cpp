@@ -6,6 +6,7 @@
 #include "basalt/core/BCString.h"
 
 #include <cstdlib>
+#include <dlfcn.h>
 #include <sstream>
 
 namespace basalt {
@@ -92,6 +93,14 @@ BCBundleRef Wrap(Bundle* bundle) {
     return reinterpret_cast<BCBundleRef>(static_cast<BCObject*>(bundle));
 }
 
+// The bundles installed beside this library, wherever the installation was put.
+std::filesystem::path BundlesBesideLibrary() {
+    Dl_info info{};
+    if (dladdr(reinterpret_cast<void*>(&BundleSearchPath), &info) == 0 || info.dli_fname == nullptr)
+        return {};
+    return std::filesystem::path(info.dli_fname).parent_path() / KEL_LIBDIR_TO_BUNDLE_DIR;
+}
+
 } // namespace
 
 std::vector<std::filesystem::path> BundleSearchPath() {
@@ -102,6 +111,8 @@ std::vector<std::filesystem::path> BundleSearchPath() {
             if (!place.empty())
                 places.emplace_back(place);
     }
+    if (auto beside = BundlesBesideLibrary(); !beside.empty())
+        places.push_back(beside.lexically_normal());
     places.emplace_back(KEL_BUILD_BUNDLE_DIR);
     places.emplace_back(KEL_INSTALL_BUNDLE_DIR);
     return places;

@@ -1,11 +1,12 @@
 #include "basalt/files/BFFindFolder.h"
 
-#include "basalt/files/BFFileURL.h"
+#include "basalt/files/BFLongPath.h"
 
 #include <cerrno>
 #include <cstdlib>
 #include <fstream>
 #include <pwd.h>
+#include <sstream>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -17,11 +18,29 @@ constexpr OSType Code(const char (&c)[5]) {
            uint32_t(uint8_t(c[2])) << 8 | uint32_t(uint8_t(c[3]));
 }
 
-// Expands "$HOME" at the start, as user-dirs.dirs writes it.
-std::string Expand(std::string value) {
-    if (value.compare(0, 5, "$HOME") == 0)
-        value = HomePath() + value.substr(5);
-    return value;
+bool IsBlank(char c) {
+    return c == ' ' || c == '\t';
+}
+
+std::string_view SkipBlanks(std::string_view text) {
+    while (!text.empty() && IsBlank(text.front()))
+        text.remove_prefix(1);
+    return text;
+}
+
+// The value of one line if it sets the key; the home folder is still "$HOME".
+std::optional<std::string_view> ValueOf(std::string_view line, std::string_view key) {
+    line = SkipBlanks(line);
+    if (!line.starts_with(key))
+        return std::nullopt;
+    line = SkipBlanks(line.substr(key.size()));
+    if (!line.starts_with('='))
+        return std::nullopt;
+    line = SkipBlanks(line.substr(1));
+    size_t close = line.rfind('"');
+    if (!line.starts_with('"') || close == 0)
+        return std::nullopt;
+    return line.substr(1, close - 1);
 }
 
 bool MakeFolders(const std::string& path) {
@@ -49,22 +68,41 @@ std::string ConfigHome() {
     return config != nullptr && *config == '/' ? std::string(config) : HomePath() + "/.config";
 }
 
+std::optional<std::string> UserDirFromText(std::string_view text, std::string_view key,
+                                           const std::string& home) {
+    std::string wanted = "XDG_" + std::string(key) + "_DIR";
+    std::optional<std::string> found;
+    // The same reading as the other applications': the last line for a key wins, a value is
+    // "$HOME..." or an absolute path in double quotes, and one trailing slash is dropped.
+    for (size_t at = 0; at < text.size();) {
+        size_t end = std::min(text.find('\n', at), text.size());
+        std::optional<std::string_view> value = ValueOf(text.substr(at, end - at), wanted);
+        at = end + 1;
+        if (!value)
+            continue;
+        bool inHome = value->starts_with("$HOME");
+        if (inHome)
+            value->remove_prefix(5);
+        else if (!value->starts_with('/'))
+            continue;
+        if (value->size() > 1 && value->ends_with('/'))
+            value->remove_suffix(1);
+        if (!inHome) {
+            found = std::string(*value);
+            continue;
+        }
+        while (value->starts_with('/'))
+            value->remove_prefix(1);
+        found = value->empty() ? home : JoinPath(home, std::string(*value));
+    }
+    return found;
+}
+
 std::optional<std::string> UserDir(const std::string& key) {
     std::ifstream file(ConfigHome() + "/user-dirs.dirs");
-    std::string wanted = "XDG_" + key + "_DIR=";
-    for (std::string line; std::getline(file, line);) {
-        if (line.compare(0, wanted.size(), wanted) != 0)
-            continue;
-        std::string value = line.substr(wanted.size());
-        if (value.size() >= 2 && value.front() == '"' && value.back() == '"')
-            value = value.substr(1, value.size() - 2);
-        value = Expand(value);
-        // A user dir set to the home folder itself means the user has none.
-        if (value.empty() || value == HomePath() || value == HomePath() + "/")
-            return std::nullopt;
-        return value;
-    }
-    return std::nullopt;
+    std::stringstream text;
+    text << file.rdbuf();
+    return UserDirFromText(text.str(), key, HomePath());
 }
 
 std::optional<std::string> FolderPathForType(OSType folderType) {
@@ -84,24 +122,6 @@ std::optional<std::string> FolderPathForType(OSType folderType) {
     if (folderType == Code("favs"))
         return ConfigHome() + "/kel/Favorites";
     return std::nullopt;
-}
-
-std::string BookmarksFilePath() {
-    return ConfigHome() + "/gtk-3.0/bookmarks";
-}
-
-std::vector<Bookmark> ReadBookmarks() {
-    std::vector<Bookmark> bookmarks;
-    std::ifstream file(BookmarksFilePath());
-    for (std::string line; std::getline(file, line);) {
-        size_t space = line.find(' ');
-        auto path = PathFromFileURL(line.substr(0, space));
-        if (!path)
-            continue;
-        std::string label = space == std::string::npos ? "" : line.substr(space + 1);
-        bookmarks.push_back({*path, label});
-    }
-    return bookmarks;
 }
 
 } // namespace basalt::files

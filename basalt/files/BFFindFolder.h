@@ -23,8 +23,7 @@ BASALT_EXPORT StatusCode BFFindFolder(int16_t domain, OSType folderType, Boolean
 
 #include <optional>
 #include <string>
-#include <utility>
-#include <vector>
+#include <string_view>
 
 namespace basalt::files {
 
@@ -32,16 +31,11 @@ std::string HomePath();
 std::string ConfigHome();
 // The path of an XDG user dir by its key ("DESKTOP", "DOCUMENTS" ...), if the user has one.
 std::optional<std::string> UserDir(const std::string& key);
+// The same from the text of a user-dirs.dirs file.
+std::optional<std::string> UserDirFromText(std::string_view text, std::string_view key,
+                                           const std::string& home);
 // The folder of a folder type, whether or not it exists.
 std::optional<std::string> FolderPathForType(OSType folderType);
-
-struct Bookmark {
-    std::string path;
-    std::string label;
-};
-// The user's bookmarked folders, from the desktop's bookmarks file; only local ones.
-std::vector<Bookmark> ReadBookmarks();
-std::string BookmarksFilePath();
 
 } // namespace basalt::files
 #endif

@@ -5,7 +5,10 @@
 #include "basalt/files/BFObjectTable.h"
 
 #include <cerrno>
+#include <climits>
 #include <cstring>
+#include <fcntl.h>
+#include <optional>
 #include <sys/sysmacros.h>
 
 namespace basalt::files {
@@ -13,18 +16,88 @@ namespace {
 
 constexpr uint32_t kRefMagic = 0x62667266; // "bfrf"
 
+constexpr size_t kHandleCapacity = 36;
+
 // The layout behind the opaque bytes.
 struct RefData {
     uint32_t magic;
     uint32_t nodeID;
     uint64_t device;
     uint64_t inode;
-    // Inode numbers are reused at once; the birth time tells a new file at the old place.
+    // Inode numbers are reused at once; the birth time tells a new file at the old place, but
+    // only to the file system's timestamp granularity.
     int64_t birthSeconds;
     uint32_t birthNanoseconds;
-    uint8_t reserved[44];
+    // The kernel's file handle, which carries the inode's generation; length 0 when the file
+    // system gives none or one longer than fits.
+    int32_t handleType;
+    uint8_t handleLength;
+    uint8_t padding[3];
+    uint8_t handle[kHandleCapacity];
 };
 static_assert(sizeof(RefData) == sizeof(BFRef));
+
+struct FileHandle {
+    int32_t type = 0;
+    uint8_t length = 0;
+    uint8_t bytes[kHandleCapacity] = {};
+    bool operator==(const FileHandle& other) const {
+        return type == other.type && length == other.length &&
+               std::memcmp(bytes, other.bytes, length) == 0;
+    }
+};
+
+// The file handle of path, following a final link as StatxPath does; none when the file
+// system has no handles (EOPNOTSUPP) or gives one too long to keep.
+std::optional<FileHandle> HandleOf(const std::string& path) {
+    struct {
+        file_handle header;
+        unsigned char bytes[MAX_HANDLE_SZ];
+    } buffer{};
+    buffer.header.handle_bytes = MAX_HANDLE_SZ;
+    int mountID = 0;
+    int result = -1;
+    if (path.size() < PATH_MAX - 1) {
+        result = ::name_to_handle_at(AT_FDCWD, path.c_str(), &buffer.header, &mountID,
+                                     AT_SYMLINK_FOLLOW);
+    } else if (ParentAndLeaf at = OpenParent(path); at.parent.Valid()) {
+        result = ::name_to_handle_at(at.parent.Get(), at.leaf.c_str(), &buffer.header, &mountID,
+                                     AT_SYMLINK_FOLLOW);
+    }
+    if (result != 0 || buffer.header.handle_bytes > kHandleCapacity)
+        return std::nullopt;
+    FileHandle handle;
+    handle.type = buffer.header.handle_type;
+    handle.length = static_cast<uint8_t>(buffer.header.handle_bytes);
+    std::memcpy(handle.bytes, buffer.header.f_handle, handle.length);
+    return handle;
+}
+
+std::optional<FileHandle> StoredHandle(const RefData& data) {
+    if (data.handleLength == 0 || data.handleLength > kHandleCapacity)
+        return std::nullopt;
+    FileHandle handle;
+    handle.type = data.handleType;
+    handle.length = data.handleLength;
+    std::memcpy(handle.bytes, data.handle, handle.length);
+    return handle;
+}
+
+// Whether the object now at the reference's place is the one it was made for. The handle
+// decides where both sides have one; the birth time is the fallback.
+bool SameObject(const RefData& data, const struct statx& info, const std::string& path) {
+    if (makedev(info.stx_dev_major, info.stx_dev_minor) != data.device ||
+        info.stx_ino != data.inode)
+        return false;
+    if (std::optional<FileHandle> stored = StoredHandle(data)) {
+        if (std::optional<FileHandle> now = HandleOf(path))
+            return *now == *stored;
+    }
+    bool reborn = (info.stx_mask & STATX_BTIME) && (data.birthSeconds | data.birthNanoseconds) &&
+                  (info.stx_btime.tv_sec != data.birthSeconds ||
+                   info.stx_btime.tv_nsec != data.birthNanoseconds);
+    return !reborn;
+}
 
 StatusCode StatusForErrno(int error) {
     switch (error) {
@@ -60,6 +133,11 @@ StatusCode MakeRef(const std::string& path, BFRef& ref, bool* isDirectory) {
     data.magic = kRefMagic;
     data.device = makedev(info.stx_dev_major, info.stx_dev_minor);
     data.inode = info.stx_ino;
+    if (std::optional<FileHandle> handle = HandleOf(path)) {
+        data.handleType = handle->type;
+        data.handleLength = handle->length;
+        std::memcpy(data.handle, handle->bytes, handle->length);
+    }
     data.nodeID = ObjectTable::Shared().NodeIDFor(data.device, data.inode, path);
     std::memcpy(ref.hidden, &data, sizeof data);
     if (isDirectory != nullptr)
@@ -78,11 +156,7 @@ StatusCode PathOfRef(const BFRef& ref, std::string& path) {
     if (int error = StatxPath(entry->path, STATX_INO | STATX_BTIME, info))
         return StatusForErrno(error);
     // A different object at the old place means ours was moved or deleted.
-    bool reborn = (info.stx_mask & STATX_BTIME) && (data.birthSeconds | data.birthNanoseconds) &&
-                  (info.stx_btime.tv_sec != data.birthSeconds ||
-                   info.stx_btime.tv_nsec != data.birthNanoseconds);
-    if (makedev(info.stx_dev_major, info.stx_dev_minor) != data.device ||
-        info.stx_ino != data.inode || reborn)
+    if (!SameObject(data, info, entry->path))
         return fnfErr;
     path = entry->path;
     return noErr;
@@ -147,7 +221,9 @@ StatusCode BFCompareBFRefs(const BFRef* a, const BFRef* b) {
     if (StatusCode status = PathOfRef(*b, pathB))
         return status;
     RefData dataA = Unpack(*a), dataB = Unpack(*b);
-    bool same = dataA.device == dataB.device && dataA.inode == dataB.inode;
+    std::optional<FileHandle> handleA = StoredHandle(dataA), handleB = StoredHandle(dataB);
+    bool same = dataA.device == dataB.device && dataA.inode == dataB.inode &&
+                (!handleA || !handleB || *handleA == *handleB);
     return same ? StatusCode(noErr) : StatusCode(errBFRefsDifferent);
 }
 

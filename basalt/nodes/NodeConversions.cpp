@@ -94,7 +94,7 @@ StatusCode GetNodeAsPathName(NodeRef node, int32_t format, BCIndex capacity, BCI
         (capacity > 0 && chars == nullptr))
         return paramErr;
     node = PropertySubject(node);
-    if (node->kind == NodeKind::Sidebar)
+    if (node->kind == NodeKind::Sidebar || node->kind == NodeKind::Bookmark)
         return kNodeBadPathErr;
     std::u16string text = PathText(node);
     *length = static_cast<BCIndex>(text.size());

@@ -1,28 +1,49 @@
 #include "basalt/nodes/NodeEventQueue.h"
 
 #include <algorithm>
+#include <iterator>
 #include <memory>
+#include <vector>
 
 namespace basalt::nodes {
 
 constexpr size_t kCompareTail = 64;
 
-bool PostNodeEvent(NodeEventQueueRef queue, uint32_t kind, void* clientRef, NodeRef child,
-                   NodeRef parent, FourCharCode property) {
+bool PostNodeEvent(NodeEventQueueRef queue, void* clientRef, const void* container,
+                   const NodeEventFact& fact) {
     std::lock_guard lock(queue->mutex);
-    // Only the recent tail is compared, so a burst of many distinct events stays linear.
+    // Only the recent tail is searched, so a burst of many distinct events stays linear.
     auto from = queue->events.size() > kCompareTail ? queue->events.end() - kCompareTail
                                                     : queue->events.begin();
-    bool waiting = std::any_of(from, queue->events.end(), [&](NodeEventRef e) {
-        return e->kind == kind && e->clientRef == clientRef && e->child == child &&
-               e->parent == parent && e->property == property;
-    });
-    if (waiting)
+    auto latest = std::find_if(std::make_reverse_iterator(queue->events.end()),
+                               std::make_reverse_iterator(from), [&](NodeEventRef e) {
+                                   return e->clientRef == clientRef && e->container == container &&
+                                          e->child == fact.child;
+                               });
+    if (latest != std::make_reverse_iterator(from) && (*latest)->kind == fact.kind &&
+        (*latest)->parent == fact.parent && (*latest)->property == fact.property)
         return false;
-    auto* event =
-        new OpaqueNodeEvent{kind, clientRef, CopyNodeRef(child), CopyNodeRef(parent), property};
+    auto* event = new OpaqueNodeEvent{
+        fact.kind,     clientRef, CopyNodeRef(fact.child), CopyNodeRef(fact.parent),
+        fact.property, container};
     queue->events.push_back(event);
     return true;
+}
+
+void DropNodeEvents(NodeEventQueueRef queue, void* clientRef, const void* container) {
+    std::vector<NodeEventRef> dropped;
+    {
+        std::lock_guard lock(queue->mutex);
+        std::erase_if(queue->events, [&](NodeEventRef e) {
+            bool ours = e->clientRef == clientRef && e->container == container;
+            if (ours)
+                dropped.push_back(e);
+            return ours;
+        });
+    }
+    // Outside the lock: releasing may dispose nodes, which takes the node table's lock.
+    for (NodeEventRef event : dropped)
+        NodeEventRelease(event);
 }
 
 } // namespace basalt::nodes

@@ -3,9 +3,10 @@
 // Change events. One watcher thread owns an inotify descriptor; a container is watched while
 // some client is registered on it. Events go into the client's queue and the queue's tickler
 // is called on the watcher thread, once per burst of changes (changes that arrive within a
-// short while are delivered together, and an event already waiting in a queue is not queued
-// twice). Changes of the mounts and of the user's bookmarks arrive as child-list changes of
-// the virtual nodes 11 and 12.
+// short while are delivered together, and an event that repeats the latest one waiting about
+// the same child is not queued twice). Unregistering drops what is still waiting for that
+// registration. Changes of the mounts and of the user's bookmarks arrive as child-list changes
+// of the virtual nodes 11 and 12.
 
 #include "basalt/nodes/NodeService.h"
 

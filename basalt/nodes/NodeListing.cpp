@@ -45,11 +45,12 @@ StatusCode ListFolder(NodeRef folder, std::vector<NodeRef>& children) {
     if (StatusCode status = ReadFolderEntries(PathOf(folder), entries))
         return status;
     if (folder == Special().boot) {
-        // The virtual folders stand in for any real ones of the same name.
+        // The virtual folders stand in for any real ones of the same name. Volumes is reached
+        // by name only, for text paths: listed, it would show up in "/" for anyone who shows
+        // invisible files.
         std::erase_if(
             entries, [](const NodeEntry& e) { return e.name == "Network" || e.name == "Volumes"; });
         children.push_back(CopyNodeRef(Special().network));
-        children.push_back(CopyNodeRef(Special().volumes));
     }
     std::vector<NodeRef> nodes = InternAll(folder, entries);
     children.insert(children.end(), nodes.begin(), nodes.end());
@@ -116,6 +117,10 @@ StatusCode ListChildren(NodeRef container, std::vector<NodeRef>& children) {
     case NodeKind::QueryHits:
         children = QueryHits(container);
         return noErr;
+    case NodeKind::VolumeAlias:
+        if (NodeRef volume = container->aliasTarget.load())
+            return ListChildren(volume, children);
+        return fnfErr;
     default:
         break;
     }

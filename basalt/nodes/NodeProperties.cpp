@@ -6,6 +6,7 @@
 #include "basalt/files/BFFindFolder.h"
 #include "basalt/files/BFLongPath.h"
 #include "basalt/files/BFNameCodec.h"
+#include "basalt/nodes/NodeBookmarks.h"
 #include "basalt/nodes/NodeQueryState.h"
 #include "basalt/nodes/NodeStat.h"
 #include "basalt/nodes/NodeTable.h"
@@ -59,10 +60,8 @@ std::string TypeOfFileSystemNode(NodeRef node) {
                : S_ISFIFO(mode) ? "inode/fifo"
                                 : "inode/socket";
     }
-    default: {
-        std::string type = MimeDatabase::Shared().TypeForName(node->name);
-        return type.empty() ? "application/octet-stream" : type;
-    }
+    default:
+        return MimeDatabase::Shared().TypeForName(node->name);
     }
 }
 
@@ -73,6 +72,7 @@ std::string TypeOf(NodeRef node) {
     case NodeKind::Network:
         return "inode/x-kel-network";
     case NodeKind::VolumeAlias:
+    case NodeKind::Bookmark:
         return "inode/symlink";
     case NodeKind::VolumesFolder:
     case NodeKind::Sidebar:
@@ -93,7 +93,10 @@ StatusCode StringProperty(NodeRef node, FourCharCode code, std::u16string& out) 
         out = QueryName(node);
         return noErr;
     }
-    if (code == NodeCode("pnam")) {
+    if (node->kind == NodeKind::Bookmark &&
+        (code == NodeCode("pnam") || code == NodeCode("dnam"))) {
+        out = BookmarkDisplayName(node);
+    } else if (code == NodeCode("pnam")) {
         out = node == Special().boot ? VolumeName(node)
               : fileSystem           ? files::DecodeName(node->name)
                                      : Utf16(node->name);
@@ -107,6 +110,9 @@ StatusCode StringProperty(NodeRef node, FourCharCode code, std::u16string& out) 
         else
             out = files::DisplayName(node->name);
     } else if (code == NodeCode("utid")) {
+        // A name alone would still give a type; a node that is gone has none.
+        if (fileSystem && SettledKind(node) == NodeKind::Unknown)
+            return fnfErr;
         out = Utf16(TypeOf(node));
     } else {
         return kNodePropertyNotSupportedErr;
@@ -129,16 +135,16 @@ StatusCode AliasType(NodeRef node, FourCharCode& value) {
         value = NodeCode("fpka");
     } else if (NodeIsContainer(target)) {
         value = NodeCode("fdrp");
-    } else {
-        return GetNodePropertyAsFourCharCode(target, NodeCode("asty"), &value, 0);
+    } else if (GetNodePropertyAsFourCharCode(target, NodeCode("asty"), &value, 0) != noErr) {
+        // Most types have no code; the link still leads somewhere, so it is not broken.
+        value = 0;
     }
     return noErr;
 }
 
 StatusCode TypeCode(NodeRef node, FourCharCode& value) {
     if (!node->IsFileSystem())
-        return node->kind == NodeKind::VolumeAlias ? AliasType(node, value)
-                                                   : kNodePropertyNotSupportedErr;
+        return NodeIsAlias(node) ? AliasType(node, value) : kNodePropertyNotSupportedErr;
     if (auto stored = ExtrasOf(node).type) {
         value = *stored;
         return noErr;

@@ -1,9 +1,10 @@
 // The sidebar's two sections as virtual containers: 11 holds the computer, the volume of the
 // home folder and removable volumes; 12 the places (home and the XDG user dirs that exist)
-// and then the user's bookmarks.
+// and then one row for each of the user's bookmarks, reachable or not.
 
 #include "basalt/files/BFFindFolder.h"
 #include "basalt/files/BFLongPath.h"
+#include "basalt/nodes/NodeBookmarks.h"
 #include "basalt/nodes/NodeListing.h"
 #include "basalt/nodes/NodeVolumes.h"
 
@@ -51,10 +52,8 @@ std::vector<NodeRef> Places() {
         if (dir && IsFolder(*dir))
             AddOnce(nodes, NodeForPath(*dir));
     }
-    for (const files::Bookmark& bookmark : files::ReadBookmarks()) {
-        if (IsFolder(bookmark.path))
-            AddOnce(nodes, NodeForPath(bookmark.path));
-    }
+    std::vector<NodeRef> bookmarks = BookmarkNodes();
+    nodes.insert(nodes.end(), bookmarks.begin(), bookmarks.end());
     return nodes;
 }
 
@@ -86,14 +85,23 @@ StatusCode NodeFindVirtualChild(NodeRef container, NodeRef node, NodeRef* found,
     std::vector<NodeRef> children;
     if (StatusCode status = ListChildren(container, children))
         return status;
-    StatusCode status = fnfErr;
-    for (NodeRef child : children) {
-        if (child == node || child->aliasTarget == node) {
-            *found = CopyNodeRef(child);
-            status = noErr;
-            break;
-        }
-    }
+    // A row of the node itself comes before a bookmark that leads to it.
+    auto standsFor = [node](NodeRef child, bool followed) {
+        if (!followed)
+            return child == node || child->aliasTarget == node;
+        NodeRef original = nullptr;
+        if (child->kind != NodeKind::Bookmark || BookmarkOriginal(child, &original) != noErr)
+            return false;
+        bool same = original == node;
+        DisposeNode(original);
+        return same;
+    };
+    auto match = std::find_if(children.begin(), children.end(),
+                              [&](NodeRef child) { return standsFor(child, false); });
+    if (match == children.end())
+        match = std::find_if(children.begin(), children.end(),
+                             [&](NodeRef child) { return standsFor(child, true); });
+    *found = match != children.end() ? CopyNodeRef(*match) : nullptr;
     ReleaseAll(children);
-    return status;
+    return *found != nullptr ? StatusCode(noErr) : StatusCode(fnfErr);
 }

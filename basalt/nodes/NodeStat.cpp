@@ -126,9 +126,8 @@ NodeStat StatOf(NodeRef node) {
     std::lock_guard lock(node->mutex);
     if (!node->cache.stat) {
         node->cache.stat = ReadStat(PathOf(node));
-        NodeKind expected = NodeKind::Unknown;
         if (node->cache.stat->exists)
-            node->kind.compare_exchange_strong(expected, KindOfMode(node->cache.stat->mode));
+            node->kind.store(KindOfMode(node->cache.stat->mode));
     }
     return *node->cache.stat;
 }
@@ -174,6 +173,9 @@ bool IsListedHidden(NodeRef folder, const std::string& name) {
 void Forget(NodeRef node) {
     std::lock_guard lock(node->mutex);
     node->cache = NodeCache();
+    // The name may be reused by an object of another kind; the next stat settles it again.
+    if (node->IsFileSystem() && node != Special().boot)
+        node->kind.store(NodeKind::Unknown);
 }
 
 } // namespace basalt::nodes

@@ -47,9 +47,9 @@ NodeRef InternLocked(Table& table, NodeRef parent, std::string_view name, NodeKi
     if (found != table.nodes.end()) {
         NodeRef node = found->second;
         node->count.fetch_add(1, std::memory_order_relaxed);
-        NodeKind expected = NodeKind::Unknown;
-        if (kind != NodeKind::Unknown)
-            node->kind.compare_exchange_strong(expected, kind);
+        // A fresh look at the folder wins: the name may now hold another kind of object.
+        if (kind != NodeKind::Unknown && node->IsFileSystem())
+            node->kind.store(kind);
         return node;
     }
     parent->count.fetch_add(1, std::memory_order_relaxed);

@@ -3,6 +3,7 @@
 #include "basalt/files/BFFindFolder.h"
 #include "basalt/files/BFLongPath.h"
 #include "basalt/files/BFNameCodec.h"
+#include "basalt/nodes/NodeBookmarks.h"
 #include "basalt/nodes/NodeListing.h"
 #include "basalt/nodes/NodeProperties.h"
 #include "basalt/nodes/NodeQueryState.h"
@@ -12,6 +13,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <climits>
+#include <optional>
 #include <unicode/uchar.h>
 #include <unicode/ustring.h>
 #include <unordered_set>
@@ -44,11 +46,15 @@ std::u16string NameOf(NodeRef node) {
                           static_cast<size_t>(std::min<BCIndex>(length, 1024)));
 }
 
-// Virtual containers: match the children's names, exactly first, then ignoring case.
+// Virtual containers: match the children's names, exactly first, then ignoring case. The
+// Network node is filed under the boot volume but shown under the root, so a path can name it
+// from either.
 NodeRef FindVirtualChild(NodeRef parent, const std::u16string& name) {
     std::vector<NodeRef> children;
     if (ListChildren(parent, children) != noErr)
         return nullptr;
+    if (parent == Special().root)
+        children.push_back(CopyNodeRef(Special().network));
     NodeRef found = nullptr;
     for (int pass = 0; pass < 2 && found == nullptr; ++pass) {
         for (NodeRef child : children) {
@@ -61,6 +67,19 @@ NodeRef FindVirtualChild(NodeRef parent, const std::u16string& name) {
     }
     ReleaseAll(children);
     return found;
+}
+
+// A name that is not UTF-8 is shown, and so completed and typed, in its legible form; such
+// text finds the entry it was made from.
+std::optional<NodeEntry> EntryShownAs(const std::string& folder, const std::u16string& name) {
+    std::vector<NodeEntry> entries;
+    if (ReadFolderEntries(folder, entries) != noErr)
+        return std::nullopt;
+    for (NodeEntry& entry : entries) {
+        if (files::DisplayName(entry.name) == name)
+            return std::move(entry);
+    }
+    return std::nullopt;
 }
 
 StatusCode FindFolderChild(NodeRef parent, const std::u16string& name, NodeRef* child) {
@@ -83,7 +102,8 @@ StatusCode FindFolderChild(NodeRef parent, const std::u16string& name, NodeRef* 
                                   [&](const NodeEntry& e) { return e.name == bytes; });
         if (match == entries.end())
             match = std::find_if(entries.begin(), entries.end(), [&](const NodeEntry& e) {
-                return EqualIgnoringCase(files::DecodeName(e.name), name);
+                return EqualIgnoringCase(files::DecodeName(e.name), name) ||
+                       files::DisplayName(e.name) == name;
             });
         if (match == entries.end())
             return fnfErr;
@@ -91,8 +111,14 @@ StatusCode FindFolderChild(NodeRef parent, const std::u16string& name, NodeRef* 
         return noErr;
     }
     struct statx info {};
-    if (int error = files::StatxPath(files::JoinPath(folder, bytes), STATX_TYPE, info, false))
-        return error == EACCES ? StatusCode(permErr) : StatusCode(fnfErr);
+    if (int error = files::StatxPath(files::JoinPath(folder, bytes), STATX_TYPE, info, false)) {
+        std::optional<NodeEntry> shown =
+            error == ENOENT ? EntryShownAs(folder, name) : std::nullopt;
+        if (!shown)
+            return error == EACCES ? StatusCode(permErr) : StatusCode(fnfErr);
+        *child = Intern(parent, shown->name, shown->kind);
+        return noErr;
+    }
     NodeKind kind = S_ISDIR(info.stx_mode)   ? NodeKind::Folder
                     : S_ISLNK(info.stx_mode) ? NodeKind::Symlink
                     : S_ISREG(info.stx_mode) ? NodeKind::File
@@ -142,8 +168,14 @@ StatusCode NodeFindChildNew(NodeRef parent, BCIndex length, const UniChar* chars
     if (parent == nullptr || child == nullptr || length < 0 || (length > 0 && chars == nullptr))
         return paramErr;
     std::u16string name(reinterpret_cast<const char16_t*>(chars), static_cast<size_t>(length));
+    if (parent->kind == NodeKind::VolumeAlias) {
+        NodeRef volume = parent->aliasTarget.load();
+        if (volume == nullptr)
+            return fnfErr;
+        return NodeFindChildNew(volume, length, chars, child);
+    }
     if (!parent->IsFileSystem()) {
-        if (parent->kind == NodeKind::VolumeAlias)
+        if (parent->kind == NodeKind::Bookmark)
             return kNodeNotContainerErr;
         *child = FindVirtualChild(parent, name);
         return *child != nullptr ? StatusCode(noErr) : StatusCode(fnfErr);
@@ -170,7 +202,13 @@ StatusCode NodeGetChildrenCount(NodeRef node, BCIndex* count) {
         std::vector<NodeEntry> entries;
         if (StatusCode status = ReadFolderEntries(PathOf(node), entries))
             return status;
-        *count = static_cast<BCIndex>(entries.size()) + (node == Special().boot ? 2 : 0);
+        if (node == Special().boot) {
+            std::erase_if(entries, [](const NodeEntry& e) {
+                return e.name == "Network" || e.name == "Volumes";
+            });
+            entries.push_back({"Network", NodeKind::Network});
+        }
+        *count = static_cast<BCIndex>(entries.size());
         return noErr;
     }
     std::vector<NodeRef> children;
@@ -189,6 +227,7 @@ Boolean NodeIsContainer(NodeRef node) {
     case NodeKind::Root:
     case NodeKind::Network:
     case NodeKind::VolumesFolder:
+    case NodeKind::VolumeAlias: // an entry of the volumes folder opens onto its volume
     case NodeKind::Sidebar:
     case NodeKind::QueryHits:
         return true;
@@ -201,7 +240,7 @@ Boolean NodeIsAlias(NodeRef node) {
     if (node == nullptr)
         return false;
     NodeKind kind = node->IsFileSystem() ? SettledKind(node) : node->kind.load();
-    return kind == NodeKind::Symlink || kind == NodeKind::VolumeAlias;
+    return kind == NodeKind::Symlink || kind == NodeKind::VolumeAlias || kind == NodeKind::Bookmark;
 }
 
 Boolean NodeIsPackage(NodeRef node) {
@@ -261,6 +300,8 @@ StatusCode NodeGetOriginal(NodeRef node, Boolean, NodeRef* out) {
         *out = CopyNodeRef(target);
         return target != nullptr ? StatusCode(noErr) : StatusCode(fnfErr);
     }
+    if (node->kind == NodeKind::Bookmark)
+        return BookmarkOriginal(node, out);
     if (!NodeIsAlias(node)) {
         *out = CopyNodeRef(node);
         return noErr;

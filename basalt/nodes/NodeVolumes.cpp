@@ -7,6 +7,7 @@
 #include "basalt/nodes/NodeTable.h"
 
 #include <algorithm>
+#include <cctype>
 #include <chrono>
 #include <climits>
 #include <fcntl.h>
@@ -124,12 +125,31 @@ std::string LabelOf(const std::string& source) {
          !error && entry != end; entry.increment(error)) {
         std::error_code ignored;
         if (std::filesystem::canonical(entry->path(), ignored) == source)
-            return entry->path().filename().string();
+            return DecodeDeviceLinkName(entry->path().filename().string());
     }
     return {};
 }
 
 } // namespace
+
+std::string DecodeDeviceLinkName(std::string_view name) {
+    auto hex = [](char c) {
+        return std::isxdigit(static_cast<unsigned char>(c))
+                   ? (std::isdigit(static_cast<unsigned char>(c)) ? c - '0' : (c | 0x20) - 'a' + 10)
+                   : -1;
+    };
+    std::string decoded;
+    for (size_t at = 0; at < name.size(); ++at) {
+        if (name[at] == '\\' && at + 3 < name.size() && name[at + 1] == 'x' &&
+            hex(name[at + 2]) >= 0 && hex(name[at + 3]) >= 0) {
+            decoded += static_cast<char>(hex(name[at + 2]) << 4 | hex(name[at + 3]));
+            at += 3;
+        } else {
+            decoded += name[at];
+        }
+    }
+    return decoded;
+}
 
 std::vector<Volume> Volumes() {
     VolumeCache& cache = Cache();

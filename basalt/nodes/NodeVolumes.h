@@ -9,6 +9,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace basalt::nodes {
@@ -27,6 +28,9 @@ void RefreshVolumes();
 std::optional<Volume> VolumeAtPath(const std::string& path);
 // The volume that holds a path (for name rules), from all mounts, not only the cared ones.
 std::string FileSystemTypeHolding(const std::string& path);
+// The name of a link in /dev/disk/by-label as the label itself: udev writes bytes such as the
+// space as "\x20".
+std::string DecodeDeviceLinkName(std::string_view name);
 // The name shown for a volume: its label, else the host name for "/", else the mount point's
 // last component.
 std::string VolumeDisplayName(const Volume& volume);

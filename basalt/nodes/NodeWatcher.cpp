@@ -108,8 +108,13 @@ StatusCode NodeWatcher::Unregister(NodeRef container, void* clientRef) {
     auto it = watched_.find(container);
     if (it == watched_.end())
         return paramErr;
-    std::erase_if(it->second.registrations,
-                  [&](const Registration& r) { return r.clientRef == clientRef; });
+    // What is already queued for this registration must not reach a client that is gone.
+    std::erase_if(it->second.registrations, [&](const Registration& r) {
+        if (r.clientRef != clientRef)
+            return false;
+        DropNodeEvents(r.queue, clientRef, container);
+        return true;
+    });
     if (it->second.registrations.empty()) {
         if (it->second.wd >= 0) {
             ::inotify_rm_watch(inotify_, it->second.wd);
@@ -161,16 +166,30 @@ void NodeWatcher::Announce(NodeRef container, uint32_t kind, NodeRef child, Node
     Tickle(touched);
 }
 
+// The file system is compared both with the names the watcher has seen and with the children
+// that are held: a visible child that nobody holds can be in no client's list, and a held one
+// that is gone from the folder is in some. So a change whose event was lost is made good.
 void NodeWatcher::SyncLocked(NodeRef container, Watched& watched, Touched& touched) {
     if (container->IsFileSystem()) {
         std::set<std::string> now = ChildNames(container);
+        std::vector<NodeRef> held = InternedChildren(container);
+        std::set<std::string> heldNames;
+        for (NodeRef child : held) {
+            heldNames.insert(child->name);
+            Forget(child);
+        }
+        ReleaseAll(held);
+        Forget(container);
         for (const std::string& name : now) {
-            if (watched.names.count(name) == 0) {
+            bool unheld = heldNames.count(name) == 0 && !name.starts_with(".") &&
+                          !IsListedHidden(container, name);
+            if (watched.names.count(name) == 0 || unheld) {
                 NodeHolder child(Intern(container, name, NodeKind::Unknown));
                 Send(container, kNodeEventChildAdded, child.Get(), container, 0, touched);
             }
         }
-        for (const std::string& name : watched.names) {
+        heldNames.insert(watched.names.begin(), watched.names.end());
+        for (const std::string& name : heldNames) {
             if (now.count(name) == 0) {
                 NodeHolder child(Existing(container, name));
                 if (child)
@@ -178,11 +197,6 @@ void NodeWatcher::SyncLocked(NodeRef container, Watched& watched, Touched& touch
             }
         }
         watched.names = std::move(now);
-        std::vector<NodeRef> children = InternedChildren(container);
-        for (NodeRef child : children)
-            Forget(child);
-        ReleaseAll(children);
-        Forget(container);
     }
     Send(container, kNodeEventSyncComplete, container, nullptr, 0, touched);
 }
@@ -193,7 +207,7 @@ void NodeWatcher::Send(NodeRef container, uint32_t kind, NodeRef child, NodeRef 
     if (it == watched_.end())
         return;
     for (const Registration& r : it->second.registrations) {
-        if (PostNodeEvent(r.queue, kind, r.clientRef, child, parent, property))
+        if (PostNodeEvent(r.queue, r.clientRef, container, {kind, child, parent, property}))
             touched.insert({r.queue, r.tickler});
     }
 }
@@ -315,7 +329,9 @@ void NodeWatcher::HandleEvent(int wd, uint32_t mask, const std::string& name, To
 
 void NodeWatcher::HandleMountsChanged(Touched& touched) {
     const SpecialNodes& special = Special();
-    for (NodeRef container : {special.root, special.network, special.volumes, special.devices})
+    // The places list too: a remote bookmark is reachable while it is mounted.
+    for (NodeRef container :
+         {special.root, special.network, special.volumes, special.devices, special.places})
         Send(container, kNodeEventVirtualChildListChanged, container, container, 0, touched);
 }
 

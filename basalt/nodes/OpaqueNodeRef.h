@@ -6,9 +6,10 @@
 // - The table of NodeTable.cpp holds exactly one node per (parent, name) while its count is
 //   above zero; the count drops to zero only under the table's lock, so a lookup never
 //   revives a node that is being destroyed.
-// - kind starts as what getdents64 said (Unknown when it said nothing) and is settled by the
-//   first stat; everything else about a node is read on demand into `cache`, under `mutex`,
-//   and thrown away when a change event for the node arrives.
+// - kind is what the last look at the file system said: getdents64 or a lookup when the node
+//   is interned, a stat otherwise (Unknown until then). A change event makes it Unknown again,
+//   as a name can be reused by another kind of object; everything else about a node is read on
+//   demand into `cache`, under `mutex`, and thrown away at the same time.
 
 #include "basalt/nodes/NodeService.h"
 
@@ -33,6 +34,7 @@ enum class NodeKind : uint8_t {
     Query,     // a search; its aliasTarget is its hits container
     QueryHits, // the hits of a search
     QueryHit,  // one hit; its aliasTarget is the item found
+    Bookmark,  // a row of the places list, see NodeBookmarks.h
 };
 
 struct NodeStat {

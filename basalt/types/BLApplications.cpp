@@ -32,25 +32,53 @@ std::vector<std::string> ApplicationDirs() {
     return dirs;
 }
 
-void AddTypes(Claims& claims, const std::string& types, const std::string& desktopFile) {
-    std::stringstream list(types);
-    std::string type;
-    while (std::getline(list, type, ';')) {
-        if (!type.empty())
-            claims.try_emplace(type, desktopFile);
+std::string_view Trim(std::string_view text) {
+    while (!text.empty() && (text.front() == ' ' || text.front() == '\t'))
+        text.remove_prefix(1);
+    while (!text.empty() && (text.back() == ' ' || text.back() == '\t' || text.back() == '\r'))
+        text.remove_suffix(1);
+    return text;
+}
+
+std::vector<std::string> SplitList(std::string_view list) {
+    std::vector<std::string> items;
+    for (size_t at = 0; at < list.size();) {
+        size_t end = std::min(list.find(';', at), list.size());
+        if (std::string_view item = Trim(list.substr(at, end - at)); !item.empty())
+            items.emplace_back(item);
+        at = end + 1;
+    }
+    return items;
+}
+
+// Calls take(key, value) for each "key=value" line of the group named group.
+template <typename Take>
+void ForEachKey(std::string_view text, std::string_view group, Take take) {
+    bool inGroup = false;
+    for (size_t at = 0; at < text.size();) {
+        size_t end = std::min(text.find('\n', at), text.size());
+        std::string_view line = Trim(text.substr(at, end - at));
+        at = end + 1;
+        if (line.starts_with('[')) {
+            inGroup = line == "[" + std::string(group) + "]";
+            continue;
+        }
+        size_t equals = line.find('=');
+        if (inGroup && equals != std::string_view::npos && !line.starts_with('#'))
+            take(Trim(line.substr(0, equals)), Trim(line.substr(equals + 1)));
     }
 }
 
-void ReadCache(Claims& claims, const std::filesystem::path& dir, std::ifstream& cache) {
-    std::string line;
-    while (std::getline(cache, line)) {
-        size_t equals = line.find('=');
-        if (equals == std::string::npos || line[0] == '[')
-            continue;
-        std::string first = line.substr(equals + 1);
-        first = first.substr(0, first.find(';'));
-        claims.try_emplace(line.substr(0, equals), (dir / first).string());
-    }
+std::string ReadAll(const std::filesystem::path& path) {
+    std::ifstream file(path);
+    std::stringstream text;
+    text << file.rdbuf();
+    return text.str();
+}
+
+void ReadCache(Claims& claims, const std::filesystem::path& dir, const std::string& cache) {
+    for (auto& [type, application] : MimeInfoCacheClaims(cache))
+        claims.try_emplace(type, (dir / application).string());
 }
 
 void ReadDesktopFiles(Claims& claims, const std::filesystem::path& dir) {
@@ -60,12 +88,8 @@ void ReadDesktopFiles(Claims& claims, const std::filesystem::path& dir) {
          entry.increment(error)) {
         if (entry->path().extension() != ".desktop")
             continue;
-        std::ifstream file(entry->path());
-        std::string line;
-        while (std::getline(file, line)) {
-            if (line.starts_with("MimeType="))
-                AddTypes(claims, line.substr(9), entry->path().string());
-        }
+        for (std::string& type : DesktopFileTypes(ReadAll(entry->path())))
+            claims.try_emplace(std::move(type), entry->path().string());
     }
 }
 
@@ -73,9 +97,10 @@ const Claims& AllClaims() {
     static const Claims* claims = [] {
         auto* made = new Claims; // kept for the process
         for (const std::string& dir : ApplicationDirs()) {
-            std::ifstream cache(dir + "/mimeinfo.cache");
-            if (cache)
-                ReadCache(*made, dir, cache);
+            std::filesystem::path cache = dir + "/mimeinfo.cache";
+            std::error_code error;
+            if (std::filesystem::is_regular_file(cache, error))
+                ReadCache(*made, dir, ReadAll(cache));
             else
                 ReadDesktopFiles(*made, dir);
         }
@@ -85,6 +110,29 @@ const Claims& AllClaims() {
 }
 
 } // namespace
+
+std::vector<std::string> DesktopFileTypes(std::string_view text) {
+    std::vector<std::string> types;
+    bool hidden = false;
+    ForEachKey(text, "Desktop Entry", [&](std::string_view key, std::string_view value) {
+        if (key == "MimeType")
+            types = SplitList(value);
+        else if (key == "Hidden")
+            hidden = value == "true";
+    });
+    // A hidden entry is one the user deleted: it claims nothing.
+    return hidden ? std::vector<std::string>() : types;
+}
+
+std::vector<std::pair<std::string, std::string>> MimeInfoCacheClaims(std::string_view text) {
+    std::vector<std::pair<std::string, std::string>> claims;
+    ForEachKey(text, "MIME Cache", [&](std::string_view type, std::string_view applications) {
+        std::vector<std::string> list = SplitList(applications);
+        if (!type.empty() && !list.empty())
+            claims.emplace_back(type, list.front());
+    });
+    return claims;
+}
 
 std::optional<std::string> ApplicationForType(std::string_view type) {
     const Claims& claims = AllClaims();
@@ -102,13 +150,24 @@ std::optional<std::string> ApplicationForType(std::string_view type) {
 
 using namespace basalt::types;
 
+namespace {
+
+// The type a client's extension names, or empty when no glob knows it, so that the type code
+// can answer instead.
+std::string TypeForExtension(BCStringRef extension) {
+    if (extension == nullptr || BCStringGetLength(extension) == 0)
+        return {};
+    std::string type = MimeDatabase::Shared().TypeForName("x." + Utf8(extension));
+    return type == "application/octet-stream" ? std::string() : type;
+}
+
+} // namespace
+
 extern "C" {
 
 StatusCode BLGetApplicationForInfo(OSType type, OSType, BCStringRef extension, uint32_t, BFRef*,
                                    BCURLRef* outURL) {
-    std::string mime;
-    if (extension != nullptr && BCStringGetLength(extension) > 0)
-        mime = MimeDatabase::Shared().TypeForName("x." + Utf8(extension));
+    std::string mime = TypeForExtension(extension);
     if (mime.empty() && type != 0 && FourCharCodeForType(TypeForFourCharCode(type)) == type)
         mime = TypeForFourCharCode(type);
     auto application = mime.empty() ? std::nullopt : ApplicationForType(mime);
@@ -125,9 +184,7 @@ StatusCode BLCopyKindStringForInfo(OSType type, OSType, BCStringRef extension,
                                    BCStringRef* outKind) {
     if (outKind == nullptr)
         return paramErr;
-    std::string mime;
-    if (extension != nullptr && BCStringGetLength(extension) > 0)
-        mime = MimeDatabase::Shared().TypeForName("x." + Utf8(extension));
+    std::string mime = TypeForExtension(extension);
     if (mime.empty() && type != 0 && FourCharCodeForType(TypeForFourCharCode(type)) == type)
         mime = TypeForFourCharCode(type);
     std::string comment = mime.empty() ? std::string() : MimeDatabase::Shared().Comment(mime);

@@ -1,97 +1,56 @@
-// The recent items list in the freedesktop recently-used.xbel. The file is shared with other
-// programs, so an entry is inserted or refreshed in place by text, and the file is replaced
-// atomically (write a temporary, then rename).
+// The recent items list: the freedesktop recently-used.xbel that all of the user's
+// applications share. GLib's bookmark file reads and writes it, so an entry is found by the
+// same URI rules the other applications use, never listed twice, and the file stays one that
+// every one of them can read. A file that cannot be read is left alone rather than replaced.
 
-#include "basalt/files/BFFileURL.h"
 #include "basalt/types/BLRegistry.h"
 #include "basalt/types/MimeDatabase.h"
 
-#include <chrono>
-#include <cstdio>
 #include <cstdlib>
-#include <ctime>
 #include <filesystem>
-#include <fstream>
-#include <sstream>
+#include <glib.h>
+#include <memory>
 #include <unistd.h>
 
 namespace basalt::types {
 namespace {
 
-constexpr std::string_view kEmptyFile =
-    "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-    "<xbel version=\"1.0\"\n"
-    "      xmlns:bookmark=\"http://www.freedesktop.org/standards/desktop-bookmarks\"\n"
-    "      xmlns:mime=\"http://www.freedesktop.org/standards/shared-mime-info\"\n>\n"
-    "</xbel>\n";
+struct GLibFree {
+    void operator()(GBookmarkFile* file) const { g_bookmark_file_free(file); }
+    void operator()(GError* error) const { g_error_free(error); }
+    void operator()(GDateTime* time) const { g_date_time_unref(time); }
+    void operator()(gchar* text) const { g_free(text); }
+};
+template <typename T>
+using GLibPtr = std::unique_ptr<T, GLibFree>;
 
-std::string Now() {
-    std::time_t now = std::time(nullptr);
-    char text[32];
-    std::tm utc{};
-    gmtime_r(&now, &utc);
-    std::strftime(text, sizeof text, "%Y-%m-%dT%H:%M:%SZ", &utc);
-    return text;
-}
-
-std::string XmlEscape(std::string_view text) {
-    std::string out;
-    for (char c : text) {
-        switch (c) {
-        case '&':
-            out += "&amp;";
-            break;
-        case '<':
-            out += "&lt;";
-            break;
-        case '>':
-            out += "&gt;";
-            break;
-        case '"':
-            out += "&quot;";
-            break;
-        default:
-            out += c;
-        }
+// The file as it is on disk; an empty list if there is none, null if it cannot be read.
+GLibPtr<GBookmarkFile> Load(const std::string& file) {
+    GLibPtr<GBookmarkFile> bookmarks(g_bookmark_file_new());
+    GError* failure = nullptr;
+    if (!g_bookmark_file_load_from_file(bookmarks.get(), file.c_str(), &failure)) {
+        GLibPtr<GError> error(failure);
+        if (!g_error_matches(failure, G_FILE_ERROR, G_FILE_ERROR_NOENT))
+            return nullptr;
     }
-    return out;
+    return bookmarks;
 }
 
-std::string Entry(const std::string& href, const std::string& mimeType,
-                  const std::string& application, const std::string& stamp) {
-    std::ostringstream out;
-    out << "  <bookmark href=\"" << XmlEscape(href) << "\" added=\"" << stamp << "\" modified=\""
-        << stamp << "\" visited=\"" << stamp << "\">\n"
-        << "    <info>\n      <metadata owner=\"http://freedesktop.org\">\n"
-        << "        <mime:mime-type type=\"" << XmlEscape(mimeType) << "\"/>\n"
-        << "        <bookmark:applications>\n"
-        << "          <bookmark:application name=\"" << XmlEscape(application) << "\" exec=\"&apos;"
-        << XmlEscape(application) << " %u&apos;\" modified=\"" << stamp << "\" count=\"1\"/>\n"
-        << "        </bookmark:applications>\n      </metadata>\n    </info>\n"
-        << "  </bookmark>\n";
-    return out.str();
-}
-
-// Moves the entry's "modified" and "visited" stamps to now; false if the entry is not there.
-bool Refresh(std::string& text, const std::string& href, const std::string& stamp) {
-    size_t at = text.find("href=\"" + XmlEscape(href) + "\"");
-    if (at == std::string::npos)
-        return false;
-    size_t end = text.find('>', at);
-    for (std::string key : {"modified=\"", "visited=\""}) {
-        size_t field = text.find(key, at);
-        if (field != std::string::npos && field < end)
-            text.replace(field + key.size(),
-                         text.find('"', field + key.size()) - field - key.size(), stamp);
-    }
-    return true;
+bool Save(GBookmarkFile* bookmarks, const std::string& file) {
+    gsize length = 0;
+    GLibPtr<gchar> data(g_bookmark_file_to_data(bookmarks, &length, nullptr));
+    std::string folder = std::filesystem::path(file).parent_path().string();
+    // The list tells what the user opened: private to the user, like the other writers make it.
+    return data != nullptr && g_mkdir_with_parents(folder.c_str(), 0700) == 0 &&
+           g_file_set_contents_full(file.c_str(), data.get(), static_cast<gssize>(length),
+                                    G_FILE_SET_CONTENTS_CONSISTENT, 0600, nullptr);
 }
 
 } // namespace
 
 std::string RecentItemsPath() {
     const char* data = std::getenv("XDG_DATA_HOME");
-    if (data != nullptr && *data != '\0')
+    if (data != nullptr && *data == '/')
         return std::string(data) + "/recently-used.xbel";
     const char* home = std::getenv("HOME");
     return std::string(home != nullptr ? home : "") + "/.local/share/recently-used.xbel";
@@ -100,29 +59,20 @@ std::string RecentItemsPath() {
 bool AddRecentItem(const std::string& path, const std::string& mimeType,
                    const std::string& application) {
     std::string file = RecentItemsPath();
-    std::ifstream in(file);
-    std::stringstream buffer;
-    buffer << in.rdbuf();
-    std::string text = buffer.str();
-    size_t close = text.rfind("</xbel>");
-    if (close == std::string::npos) {
-        text = kEmptyFile;
-        close = text.rfind("</xbel>");
-    }
-    std::string href = files::FileURLFromPath(path, false);
-    std::string stamp = Now();
-    if (!Refresh(text, href, stamp))
-        text.insert(close, Entry(href, mimeType, application, stamp));
-    std::error_code error;
-    std::filesystem::create_directories(std::filesystem::path(file).parent_path(), error);
-    std::string temporary = file + ".tmp-" + std::to_string(::getpid());
-    {
-        std::ofstream out(temporary, std::ios::trunc);
-        out << text;
-        if (!out.flush())
-            return false;
-    }
-    return std::rename(temporary.c_str(), file.c_str()) == 0;
+    GLibPtr<GBookmarkFile> bookmarks = Load(file);
+    GLibPtr<gchar> uri(g_filename_to_uri(path.c_str(), nullptr, nullptr));
+    if (bookmarks == nullptr || uri == nullptr)
+        return false;
+    GBookmarkFile* list = bookmarks.get();
+    GLibPtr<GDateTime> now(g_date_time_new_now_utc());
+    GLibPtr<gchar> name(g_utf8_make_valid(application.c_str(), -1));
+    std::string exec = std::string(name.get()) + " %u";
+    g_bookmark_file_set_mime_type(list, uri.get(), mimeType.c_str());
+    // Adds the entry if it is new, else counts one more use by this application.
+    g_bookmark_file_add_application(list, uri.get(), name.get(), exec.c_str());
+    g_bookmark_file_set_modified_date_time(list, uri.get(), now.get());
+    g_bookmark_file_set_visited_date_time(list, uri.get(), now.get());
+    return Save(list, file);
 }
 
 } // namespace basalt::types
@@ -130,10 +80,11 @@ bool AddRecentItem(const std::string& path, const std::string& mimeType,
 extern "C" StatusCode _BLAddRecentItem(const char* path, int32_t) {
     if (path == nullptr || path[0] != '/')
         return paramErr;
+    // A set-uid client writes nothing into the user's files.
+    if (::getuid() != ::geteuid())
+        return noErr;
     std::string name = std::filesystem::path(path).filename().string();
     std::string mime = basalt::types::MimeDatabase::Shared().TypeForName(name);
-    if (mime.empty())
-        mime = "application/octet-stream";
     char self[4096] = {};
     ssize_t used = ::readlink("/proc/self/exe", self, sizeof self - 1);
     std::string application =

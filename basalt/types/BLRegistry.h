@@ -34,11 +34,17 @@ BASALT_EXPORT StatusCode _BLAddRecentItem(const char* path, int32_t kind);
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 namespace basalt::types {
 
 // The .desktop file of an application that handles the MIME type, if any.
 std::optional<std::string> ApplicationForType(std::string_view type);
+// The types a .desktop file claims (MimeType of its [Desktop Entry]; none if Hidden).
+std::vector<std::string> DesktopFileTypes(std::string_view text);
+// The first application of each type in a mimeinfo.cache, as (type, .desktop file name).
+std::vector<std::pair<std::string, std::string>> MimeInfoCacheClaims(std::string_view text);
 // Adds or refreshes the entry of path in the recently-used file; false on failure.
 bool AddRecentItem(const std::string& path, const std::string& mimeType,
                    const std::string& application);

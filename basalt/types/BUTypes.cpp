@@ -67,8 +67,6 @@ BCStringRef BUTypeCreatePreferredIdentifierForTag(BCStringRef tagClass, BCString
         type = TypeForFourCharCode(BUGetFourCharCodeFromString(tag));
     } else if (kind == Utf8(kBUTagClassFilenameExtension)) {
         type = MimeDatabase::Shared().TypeForName("x." + Utf8(tag));
-        if (type.empty())
-            type = "application/x-kel-extension-" + Utf8(tag);
     } else if (kind == Utf8(kBUTagClassMIMEType)) {
         type = MimeDatabase::Shared().Canonical(Utf8(tag));
     } else {

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <fnmatch.h>
 #include <fstream>
 #include <sstream>
 
@@ -10,13 +9,6 @@ namespace basalt::types {
 namespace {
 
 constexpr std::string_view kData = "application/octet-stream";
-
-std::string Lower(std::string_view text) {
-    std::string out(text);
-    std::transform(out.begin(), out.end(), out.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    return out;
-}
 
 std::vector<std::string> DataDirs() {
     std::vector<std::string> dirs;
@@ -36,11 +28,6 @@ std::vector<std::string> DataDirs() {
     return dirs;
 }
 
-bool IsSimpleSuffix(std::string_view pattern) {
-    return pattern.size() > 2 && pattern.substr(0, 2) == "*." &&
-           pattern.find_first_of("*?[", 2) == std::string_view::npos;
-}
-
 } // namespace
 
 MimeDatabase& MimeDatabase::Shared() {
@@ -49,46 +36,17 @@ MimeDatabase& MimeDatabase::Shared() {
 }
 
 MimeDatabase::MimeDatabase(std::vector<std::string> mimeDirs) : dirs_(std::move(mimeDirs)) {
+    for (const std::string& dir : dirs_)
+        globs_.AddFile(dir + "/globs2");
     // Later folders rank lower, so load them first and let earlier ones overwrite.
     for (auto it = dirs_.rbegin(); it != dirs_.rend(); ++it)
         Load(*it);
 }
 
 void MimeDatabase::Load(const std::string& dir) {
-    LoadGlobs(dir + "/globs2");
     LoadPairs(dir + "/subclasses", ' ', parents_);
     LoadPairs(dir + "/aliases", ' ', aliases_);
     LoadPairs(dir + "/generic-icons", ':', icons_);
-}
-
-void MimeDatabase::LoadGlobs(const std::string& path) {
-    std::ifstream file(path);
-    std::string line;
-    while (std::getline(file, line)) {
-        if (line.empty() || line[0] == '#')
-            continue;
-        std::vector<std::string> fields;
-        std::stringstream parts(line);
-        std::string field;
-        while (std::getline(parts, field, ':'))
-            fields.push_back(field);
-        if (fields.size() < 3)
-            continue;
-        Glob glob{std::atoi(fields[0].c_str()), fields[1], fields[2],
-                  fields.size() > 3 && fields[3].find("cs") != std::string::npos};
-        if (IsSimpleSuffix(glob.pattern)) {
-            extensions_.try_emplace(glob.type, glob.pattern.substr(2));
-            std::string key =
-                glob.caseSensitive ? glob.pattern.substr(2) : Lower(glob.pattern.substr(2));
-            auto found = bySuffix_.find(key);
-            if (found == bySuffix_.end() || found->second.weight < glob.weight)
-                bySuffix_[key] = glob;
-        } else if (glob.pattern.find_first_of("*?[") == std::string::npos) {
-            literals_.try_emplace(Lower(glob.pattern), std::move(glob));
-        } else {
-            patterns_.push_back(std::move(glob));
-        }
-    }
 }
 
 void MimeDatabase::LoadPairs(const std::string& path, char separator,
@@ -107,31 +65,8 @@ void MimeDatabase::LoadPairs(const std::string& path, char separator,
 }
 
 std::string MimeDatabase::TypeForName(std::string_view name) const {
-    std::string lower = Lower(name);
-    if (auto found = literals_.find(lower); found != literals_.end())
-        return found->second.type;
-    // The longest matching extension wins ("tar.gz" over "gz").
-    for (size_t dot = name.find('.'); dot != std::string_view::npos;
-         dot = name.find('.', dot + 1)) {
-        // Exact case first; the lower-case form matches only globs that ignore case.
-        auto found = bySuffix_.find(std::string(name.substr(dot + 1)));
-        if (found == bySuffix_.end()) {
-            found = bySuffix_.find(lower.substr(dot + 1));
-            if (found != bySuffix_.end() && found->second.caseSensitive)
-                found = bySuffix_.end();
-        }
-        if (found != bySuffix_.end())
-            return found->second.type;
-    }
-    const Glob* best = nullptr;
-    std::string nameText(name);
-    for (const Glob& glob : patterns_) {
-        int flags = glob.caseSensitive ? 0 : FNM_CASEFOLD;
-        if ((best == nullptr || glob.weight > best->weight) &&
-            fnmatch(glob.pattern.c_str(), nameText.c_str(), flags) == 0)
-            best = &glob;
-    }
-    return best != nullptr ? best->type : std::string();
+    std::string type = globs_.Match(name);
+    return type.empty() ? std::string(kData) : type;
 }
 
 std::string MimeDatabase::Canonical(std::string_view type) const {
@@ -196,8 +131,7 @@ std::string MimeDatabase::Comment(std::string_view type) const {
 }
 
 std::string MimeDatabase::PreferredExtension(std::string_view type) const {
-    auto found = extensions_.find(Canonical(type));
-    return found != extensions_.end() ? found->second : std::string();
+    return globs_.Extension(Canonical(type));
 }
 
 } // namespace basalt::types

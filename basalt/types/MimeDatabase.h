@@ -5,6 +5,8 @@
 // are read from the per-type XML files when first asked for. Type identifiers on this system
 // are MIME type names. Thread-safe after construction; comment lookups take a lock.
 
+#include "basalt/types/MimeGlobs.h"
+
 #include <mutex>
 #include <string>
 #include <string_view>
@@ -19,7 +21,7 @@ public:
     // A database over the given mime folders, for tests.
     explicit MimeDatabase(std::vector<std::string> mimeDirs);
 
-    // The type a file name suggests, by glob only; empty if none matches.
+    // The type a file name suggests, by glob only; application/octet-stream if none matches.
     std::string TypeForName(std::string_view name) const;
     std::string Canonical(std::string_view type) const;
     std::vector<std::string> Parents(std::string_view type) const;
@@ -33,26 +35,15 @@ public:
     std::string PreferredExtension(std::string_view type) const;
 
 private:
-    struct Glob {
-        int weight;
-        std::string type;
-        std::string pattern;
-        bool caseSensitive;
-    };
-
     void Load(const std::string& dir);
-    void LoadGlobs(const std::string& path);
     void LoadPairs(const std::string& path, char separator,
                    std::unordered_map<std::string, std::vector<std::string>>& into);
 
     std::vector<std::string> dirs_;
-    std::unordered_map<std::string, Glob> bySuffix_; // lower-case "*.ext" globs by "ext"
-    std::unordered_map<std::string, Glob> literals_; // whole names, lower case
-    std::vector<Glob> patterns_;
+    MimeGlobs globs_;
     std::unordered_map<std::string, std::vector<std::string>> parents_;
     std::unordered_map<std::string, std::vector<std::string>> aliases_;
     std::unordered_map<std::string, std::vector<std::string>> icons_;
-    std::unordered_map<std::string, std::string> extensions_;
     mutable std::mutex commentMutex_;
     mutable std::unordered_map<std::string, std::string> comments_;
 };

@@ -405,9 +405,9 @@ BASALT_EXPORT void* BCBundleGetFunctionPointerForName(BCBundleRef bundle, BCStri
  * current application's identifier (else its executable's name), .GlobalPreferences.json for
  * any application, ByHost/<domain>.<host>.json for the current host. There is one store per
  * user; the any-user domain is the current user's. Every set writes through at once, merged
- * with what other processes wrote; Synchronize re-reads the file. Writes are atomic and
- * locked; a file that does not parse is set aside as <file>.corrupt-N and defaults are used.
- * A null value removes the key.
+ * with others' writes; Synchronize re-reads the file after writing sets the disk refused, false
+ * while it cannot. Reads never change the disk; sets do nothing when real and effective user
+ * differ; a writer sets an unparsable file aside as <file>.corrupt-N. Null removes the key.
  */
 BASALT_EXPORT extern const BCStringRef kBCPreferencesCurrentApplication;
 BASALT_EXPORT extern const BCStringRef kBCPreferencesAnyApplication;

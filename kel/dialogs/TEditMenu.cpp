@@ -233,6 +233,20 @@ void TEditMenu::Undo() {
     SetControlData(undoControl, 0, kControlEditTextCFStringTag, sizeof text, &text);
     SetControlData(undoControl, 0, kControlEditTextSelectionTag, sizeof selection, &selection);
     Draw1Control(undoControl);
+    TellFieldItChanged(undoControl);
+}
+
+// Writing the text directly says nothing to the field; tell it as the toolbox does after its own
+// edits, so that its observer hears of the change.
+void TEditMenu::TellFieldItChanged(ControlRef field) {
+    EventRef event = nullptr;
+    if (CreateEvent(nullptr, kEventClassTextField, kEventTextFieldTextDidChange, 0, 0, &event) !=
+        noErr) {
+        return;
+    }
+    SendEventToEventTargetWithOptions(event, GetControlEventTarget(field),
+                                      kEventTargetDontPropagate);
+    ReleaseEvent(event);
 }
 
 void TEditMenu::ClearUndoState() {

@@ -39,12 +39,13 @@ public:
 
 private:
     void GetEditMenuVars();
-    // A nil undo text means no undo; an empty one undoes back to an empty field.
-    bool HasUndo() const { return undoText.AsBCStringRef() != nullptr; }
+    // An empty undo text means no undo: going back to an empty field is not a step.
+    bool HasUndo() const { return undoText.Length() > 0; }
     MenuRef Menu() const;
     ControlRef FocusControl() const;
     bool FieldHasFocus() const;
     void SetItemEnabled(int16_t item, bool enabled);
+    static void TellFieldItChanged(ControlRef field);
     static StatusCode EditMenuHandler(EventHandlerCallRef call, EventRef event, void* data);
 
     KelBaseDialog* dialog = nullptr;

@@ -3,8 +3,6 @@
 #include "kel/interface/KelBaseDialog.h"
 #include "kel/interface/KelStartup.h"
 
-#include <vector>
-
 namespace {
 
 constexpr uint32_t kAlertBeep = 4096;
@@ -38,13 +36,25 @@ bool IsControlKey(UniChar character) {
     return false;
 }
 
+// The bytes the text takes in UTF-8; asking without a buffer measures it whole, whatever the
+// characters' widths.
 int32_t ByteLength(BCStringRef text) {
-    const BCIndex length = BCStringGetLength(text);
-    std::vector<uint8_t> bytes(static_cast<size_t>(2 * length + 2));
     BCIndex used = 0;
-    BCStringGetBytes(text, BCRangeMake(0, length), kBCStringEncodingUTF8, '?', false, bytes.data(),
-                     static_cast<BCIndex>(bytes.size()), &used);
+    BCStringGetBytes(text, BCRangeMake(0, BCStringGetLength(text)), kBCStringEncodingUTF8, '?',
+                     false, nullptr, 0, &used);
     return static_cast<int32_t>(used);
+}
+
+bool IsHighSurrogate(UniChar unit) {
+    return (unit & 0xFC00) == 0xD800;
+}
+
+// Where to cut the text to keep at most `length` units without splitting a surrogate pair.
+int32_t WholeCharacterCut(const TStringRef& text, int32_t length) {
+    return length > 0 && length < text.Length() &&
+                   IsHighSurrogate(text.CharacterAtIndex(length - 1))
+               ? length - 1
+               : length;
 }
 
 void ReplaceAll(TMutableStringRef& text, BCStringRef from, BCStringRef to) {
@@ -98,8 +108,9 @@ TTextEdit::~TTextEdit() {
 void TTextEdit::SetupControlEventHandler() {
     const EventTypeSpec events[] = {{kEventClassControl, kEventControlSetFocusPart},
                                     {kEventClassTextInput, kEventTextInputUpdateActiveInputArea},
-                                    {kEventClassTextInput, kEventTextInputUnicodeForKeyEvent}};
-    InstallEventHandler(GetControlEventTarget(control), ControlEventHandler, 3, events, this,
+                                    {kEventClassTextInput, kEventTextInputUnicodeForKeyEvent},
+                                    {kEventClassTextField, kEventTextFieldTextDidChange}};
+    InstallEventHandler(GetControlEventTarget(control), ControlEventHandler, 4, events, this,
                         &eventHandler);
 }
 
@@ -179,13 +190,15 @@ int32_t TTextEdit::SpaceLeftWithTruncation(TMutableStringRef& text, bool truncat
         if (!truncate || left >= 0) {
             return left;
         }
-        text.Delete(TRange(limit, text.Length() - limit));
+        const int32_t cut = WholeCharacterCut(text, limit);
+        text.Delete(TRange(cut, text.Length() - cut));
         wasTruncated = true;
         return 0;
     }
     int32_t left = limit - ByteLength(text.AsBCStringRef());
     while (truncate && left < 0 && text.Length() > 0) {
-        text.Delete(TRange(text.Length() - 1, 1));
+        const int32_t cut = WholeCharacterCut(text, text.Length() - 1);
+        text.Delete(TRange(cut, text.Length() - cut));
         wasTruncated = true;
         left = limit - ByteLength(text.AsBCStringRef());
     }
@@ -215,6 +228,7 @@ void TTextEdit::WriteText(const TStringRef& text) {
 }
 
 void TTextEdit::NotifyTextChanged(const TStringRef& text) {
+    lastReported = text;
     if (observer != nullptr) {
         observer->TextChanged(text);
     }
@@ -300,7 +314,10 @@ StatusCode TTextEdit::HandleEvent(EventHandlerCallRef call, EventRef event) {
     bool* const outer = destroyed;
     destroyed = &wasDestroyed;
     StatusCode status = noErr;
-    if (GetEventClass(event) != kEventClassTextInput) {
+    if (GetEventClass(event) == kEventClassTextField) {
+        HandleTextDidChange();
+        status = eventNotHandledErr;
+    } else if (GetEventClass(event) != kEventClassTextInput) {
         status = HandleFocusEvent(call, event, wasDestroyed);
     } else if (GetEventKind(event) == kEventTextInputUpdateActiveInputArea) {
         // Composed text is validated and reported when the composition ends.
@@ -325,12 +342,31 @@ StatusCode TTextEdit::HandleTypedText(EventHandlerCallRef call, EventRef event,
     if ((observer != nullptr && observer->CharacterTyped(character)) || wasDestroyed) {
         return noErr;
     }
+    ++typingDepth;
     const StatusCode status = CallNextEventHandler(call, event);
     // The key may have closed the dialog and this field with it.
-    if (!wasDestroyed && !IsControlKey(character)) {
+    if (wasDestroyed) {
+        return status;
+    }
+    --typingDepth;
+    if (!IsControlKey(character)) {
         NotifyTextChanged(GetTextContent());
     }
     return status;
+}
+
+// Changes that do not come from a typed key (cut, paste, clear, undo) are reported here. A typed
+// key is reported once its delivery is over, and composed text when the composition ends.
+void TTextEdit::HandleTextDidChange() {
+    if (typingDepth > 0 || !compositionDone) {
+        return;
+    }
+    TStringRef text = GetTextContent();
+    const bool alreadyReported = !lastReported.IsNil() && !text.IsNil() &&
+                                 BCEqual(text.AsBCStringRef(), lastReported.AsBCStringRef());
+    if (!alreadyReported) {
+        NotifyTextChanged(text);
+    }
 }
 
 StatusCode TTextEdit::HandleFocusEvent(EventHandlerCallRef call, EventRef event,

@@ -1,7 +1,8 @@
 #pragma once
 
 // A toolbox text field holding a file name: a length limit in characters or bytes, ":" and "/"
-// turned into "-", and an observer told of focus, typing and every change. With validates off
+// turned into "-", and an observer told of focus, typing and every change of the text, by keys,
+// composition, the Edit menu or undo. With validates off
 // the field is left as the toolbox made it and only notifies.
 
 #include "kel/dialogs/ITextEditObserver.h"
@@ -45,6 +46,7 @@ private:
     bool CheckForValidKeyStrokes(int16_t keyCode, int16_t character, EventModifiers modifiers);
     StatusCode HandleEvent(EventHandlerCallRef call, EventRef event);
     StatusCode HandleTypedText(EventHandlerCallRef call, EventRef event, const bool& wasDestroyed);
+    void HandleTextDidChange();
     StatusCode HandleFocusEvent(EventHandlerCallRef call, EventRef event, const bool& wasDestroyed);
 
     static ControlKeyFilterResult EditFieldFilter(ControlRef control, int16_t* keyCode,
@@ -68,4 +70,9 @@ private:
     // Set while an event is delivered, so the handler learns if the event destroyed this field;
     // deliveries nest, each keeping the one further out.
     bool* destroyed = nullptr;
+    // Typed keys being delivered: the field reports their change itself when each is done.
+    int32_t typingDepth = 0;
+    // The text the observer heard last, so a change the validation already reported is not
+    // reported twice.
+    TStringRef lastReported;
 };

@@ -46,7 +46,7 @@ void TKelPrefs::AddRecentPath(const TKelNodeArray& path) const {
     if (url.IsNil()) {
         return;
     }
-    TObjectRef stored(kel_prefs::CopySharedValue(RecentFoldersKey()), false);
+    TObjectRef stored(kel_prefs::CopySharedValueFromDisk(RecentFoldersKey()), false);
     bool isArray = !stored.IsNil() && BCGetTypeID(stored.Get()) == BCArrayGetTypeID();
     auto storedArray = static_cast<BCArrayRef>(isArray ? stored.Get() : nullptr);
     BCIndex count = isArray ? BCArrayGetCount(storedArray) : 0;

@@ -34,6 +34,12 @@ BCTypeRef CopySharedValue(const TStringRef& key) {
                                   kBCPreferencesCurrentUser, kBCPreferencesAnyHost);
 }
 
+BCTypeRef CopySharedValueFromDisk(const TStringRef& key) {
+    BCPreferencesSynchronize(kBCPreferencesAnyApplication, kBCPreferencesCurrentUser,
+                             kBCPreferencesAnyHost);
+    return CopySharedValue(key);
+}
+
 void SetSharedValue(const TStringRef& key, BCTypeRef value) {
     if (key.IsNil() || !MayWrite()) {
         return;

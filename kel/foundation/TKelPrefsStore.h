@@ -16,6 +16,9 @@ void SetAppValue(const TStringRef& key, BCTypeRef value);
 void RemoveAppValue(const TStringRef& key);
 
 BCTypeRef CopySharedValue(const TStringRef& key);
+// The shared value as it is on disk now: other applications may have changed it since this
+// process read it.
+BCTypeRef CopySharedValueFromDisk(const TStringRef& key);
 // Written through at once, since nothing else synchronises the shared domain.
 void SetSharedValue(const TStringRef& key, BCTypeRef value);
 

@@ -5,7 +5,7 @@
 
 #include "kel/interface/KelAskDiscardDialog.h"
 #include "kel/interface/KelAskSaveDialog.h"
-#include "kel/interface/KelRecordConversion.h"
+#include "kel/interface/KelRoutedCall.h"
 #include "kel/interface/KelRouting.h"
 #include "kel/interface/KelStartup.h"
 
@@ -58,21 +58,10 @@ StatusCode RunLocally(const KelDialogOptions& options, bool keepMessage, uint32_
 // create makes the dialog from the converted record.
 template <class Create>
 StatusCode RunRouted(const KelDialogOptions* options, uint32_t* answer, Create create) {
-    KelDialogCreationOptions local;
-    if (StatusCode status = ConvertDialogOptions(options, &local); status != noErr) {
-        return status;
-    }
-    KelDialogRef dialog = nullptr;
-    StatusCode status = create(&local, &dialog);
-    if (status == noErr) {
-        status = KelDialogRun(dialog);
-        if (status == noErr) {
-            WriteAnswer(KelDialogGetUserAction(dialog), answer);
-        }
-        KelDialogDispose(dialog);
-    }
-    ReleaseConvertedDialogOptions(&local);
-    return status;
+    return RunRoutedCall(options, nullptr, create, [answer](KelDialogRef dialog) {
+        WriteAnswer(KelDialogGetUserAction(dialog), answer);
+        return StatusCode(noErr);
+    });
 }
 
 bool LacksText(const KelDialogOptions* options, const unsigned char* text) {

@@ -94,6 +94,8 @@ void KelGenericAskDialog::TerminateDialog() {
     const bool inModalRun = alert != nullptr && !alert->IsSheet() && alert->GetDialog() != nullptr;
     if (!inModalRun) {
         alert.reset();
+        // The window went with the alert; the client's last callbacks must not name it.
+        client.record.window = nullptr;
     }
     // The key handler went with the sheet's window.
     keyHandler = nullptr;

@@ -2,6 +2,8 @@
 
 #include "kel/interface/KelRouting.h"
 
+#include <basalt/files/BEDesc.h>
+#include <basalt/files/BFCatalogInfo.h>
 #include <initializer_list>
 
 namespace {
@@ -11,6 +13,40 @@ BCStringRef StringFromPascal(const unsigned char* text) {
         return nullptr;
     }
     return BCStringCreateWithPascalString(kBCAllocatorDefault, text, GetApplicationTextEncoding());
+}
+
+// The name as a length-prefixed UTF-8 string of at most 63 bytes, cut between characters.
+void SetSpecName(BFSpec& spec, BCStringRef name) {
+    BCIndex used = 0;
+    BCStringGetBytes(name, BCRangeMake(0, BCStringGetLength(name)), kBCStringEncodingUTF8, 0, false,
+                     spec.name + 1, sizeof spec.name - 1, &used);
+    spec.name[0] = static_cast<unsigned char>(used);
+}
+
+// The item as a file spec: a folder's spec names something inside it.
+StatusCode ConvertReplyItem(KelReplyRecord* reply, BEDescList& selection, long index) {
+    BFRef ref;
+    DescType type = 0;
+    Size size = 0;
+    StatusCode status =
+        BEGetNthPtr(&selection, index, typeBFRef, nullptr, &type, &ref, sizeof ref, &size);
+    BFCatalogInfo info{};
+    BFSpec spec{};
+    if (status == noErr) {
+        status = BFGetCatalogInfo(&ref, kBFCatInfoNodeFlags | kBFCatInfoNodeID, &info, nullptr,
+                                  &spec, nullptr);
+    }
+    if (status != noErr || (info.nodeFlags & kBFNodeIsDirectoryMask) == 0) {
+        return status;
+    }
+    spec.parID = static_cast<int32_t>(info.nodeID);
+    spec.name[0] = 0;
+    if (reply->saveFileName != nullptr) {
+        SetSpecName(spec, reply->saveFileName);
+        BCRelease(reply->saveFileName);
+        reply->saveFileName = nullptr;
+    }
+    return BEPutPtr(&selection, index, typeFileSpec, &spec, sizeof spec);
 }
 
 } // namespace
@@ -49,4 +85,19 @@ void ReleaseConvertedDialogOptions(KelDialogCreationOptions* options) {
     if (options->popupExtension != nullptr && (options->optionFlags & kKelOptPopupIsHandle) == 0) {
         BCRelease(options->popupExtension);
     }
+}
+
+StatusCode ConvertReply(KelReplyRecord* reply) {
+    if (reply->validRecord == 0) {
+        return noErr;
+    }
+    // The selection sits at an unaligned offset in the record, so it is worked on in a copy.
+    BEDescList selection = reply->selection;
+    long count = 0;
+    StatusCode status = BECountItems(&selection, &count);
+    for (long index = 1; status == noErr && index <= count; ++index) {
+        status = ConvertReplyItem(reply, selection, index);
+    }
+    reply->selection = selection; // putting an item may have moved the list's data
+    return status;
 }

@@ -1,7 +1,8 @@
 #pragma once
 
-// Moves an older options record to the current form for the routed road of the blocking calls.
-// The converted record owns its strings; ReleaseConvertedDialogOptions gives them back.
+// Moves records between the two generations for the routed road of the blocking calls: an older
+// options record to the current form, and a reply of file references back to file specs. The
+// converted options record owns its strings; ReleaseConvertedDialogOptions gives them back.
 
 #include <kel/KelServices.h>
 
@@ -9,3 +10,7 @@
 // default fetch's.
 StatusCode ConvertDialogOptions(const KelDialogOptions* from, KelDialogCreationOptions* to);
 void ReleaseConvertedDialogOptions(KelDialogCreationOptions* options);
+
+// For clients of the older record: each folder of a valid reply's selection becomes a "bfs "
+// item naming saveFileName (or nothing) inside it; other items stay. The first failure's status.
+StatusCode ConvertReply(KelReplyRecord* reply);

@@ -31,6 +31,15 @@ bool TKelNodePathLeafStringPropertyLess::operator()(const TKelNodeArray* a,
                              FourCharCode(property), CompareStrings) != 0;
 }
 
+void SortPathsByLeaf(std::vector<TKelNodeArray*>& paths, unsigned long property) {
+    const TKelNodePathLeafStringPropertyLess less(property);
+    for (size_t i = 1; i < paths.size(); ++i) {
+        for (size_t j = i; j > 0 && less(paths[j], paths[j - 1]); --j) {
+            std::swap(paths[j], paths[j - 1]);
+        }
+    }
+}
+
 TKelNodeArray::~TKelNodeArray() {
     while (!empty()) {
         pop_back();

@@ -22,12 +22,18 @@ struct NodeStringPropertyLessThan {
 class TKelNodeArray;
 
 // Compares the leaves of two paths. Any two leaves that differ count as smaller both ways, so
-// a sort with it only keeps equal names apart from others, not in alphabetical order.
+// this is no strict weak ordering: std::sort and friends may run off the range with it. Use it
+// only through SortPathsByLeaf.
 struct TKelNodePathLeafStringPropertyLess {
     explicit TKelNodePathLeafStringPropertyLess(unsigned long property) : property(property) {}
     bool operator()(const TKelNodeArray* a, const TKelNodeArray* b) const;
     unsigned long property;
 };
+
+// Sorts paths with the leaf comparison above by moving each one back past every path it is
+// "smaller" than, bounded by the start: safe with any answer. Paths whose leaves are equal end
+// up together; there is no alphabetical order.
+void SortPathsByLeaf(std::vector<TKelNodeArray*>& paths, unsigned long property);
 
 class TKelNodeArray : public std::vector<TKelNode> {
 public:

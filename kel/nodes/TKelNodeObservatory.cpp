@@ -109,20 +109,49 @@ void TKelNodeObservatory::Tickler(NodeEventQueueRef queue) {
         target = (*found)->tickleTarget;
     }
     EventRef event = nullptr;
-    if (CreateEvent(nullptr, kNodeEventSpec.eventClass, kNodeEventSpec.eventKind, 0, 0, &event) !=
-        noErr) {
-        return;
+    StatusCode status =
+        CreateEvent(nullptr, kNodeEventSpec.eventClass, kNodeEventSpec.eventKind, 0, 0, &event);
+    if (status == noErr) {
+        SetEventParameter(event, kPostTargetParam, kTargetType, sizeof target, &target);
+        status = PostEventToQueue(GetMainEventQueue(), event, kEventPriorityHigh);
+        ReleaseEvent(event);
     }
-    SetEventParameter(event, kPostTargetParam, kTargetType, sizeof target, &target);
-    PostEventToQueue(GetMainEventQueue(), event, kEventPriorityHigh);
-    ReleaseEvent(event);
+    if (status != noErr) {
+        // No wake-up is on its way, so the next change must be free to try again.
+        ClearTickled(queue);
+    }
+}
+
+void TKelNodeObservatory::ClearTickled(NodeEventQueueRef queue) {
+    std::lock_guard lock(gMutex);
+    for (TKelNodeObservatory* observatory : *gObservatories) {
+        if (observatory->eventQueue == queue) {
+            observatory->tickled = false;
+        }
+    }
 }
 
 // ---- The main thread ------------------------------------------------------------------------
 
 StatusCode TKelNodeObservatory::Handler(EventHandlerCallRef, EventRef, void* userData) {
-    static_cast<TKelNodeObservatory*>(userData)->ProcessWaitingNodeEvents();
+    auto* observatory = static_cast<TKelNodeObservatory*>(userData);
+    observatory->ProcessWaitingNodeEvents();
+    if (observatory == sFirstObservatory) {
+        DrainStrayWakeUps();
+    }
     return noErr;
+}
+
+// A wake-up whose control is gone (or was never set) comes to the application's target. Its
+// observatory is still marked as having one in flight; drain every such observatory here, or
+// it would never hear of a change again.
+void TKelNodeObservatory::DrainStrayWakeUps() {
+    for (size_t i = 0; i < gObservatories->size(); ++i) {
+        TKelNodeObservatory* observatory = (*gObservatories)[i];
+        if (observatory != sFirstObservatory && observatory->tickled) {
+            observatory->ProcessWaitingNodeEvents();
+        }
+    }
 }
 
 // Clearing tickled before each take means a change that arrives meanwhile makes a new

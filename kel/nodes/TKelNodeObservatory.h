@@ -39,6 +39,8 @@ public:
 
 private:
     void Dispatch(NodeEventRef event);
+    static void ClearTickled(NodeEventQueueRef queue);
+    static void DrainStrayWakeUps();
 
     ControlRef tickleControl = nullptr;
     EventHandlerRef tickleHandler = nullptr;

@@ -118,6 +118,11 @@ void TNodePathHelper::SynchronizeNodePath() {
 
 void TNodePathHelper::ResolveAbsolute(BCRange range) {
     nodePath.emplace_back(RootNode(), true);
+    // A run of slashes is one separator, at the start too: "//usr" is "/usr".
+    while (range.length > 0 && BCStringGetCharacterAtIndex(textPath, range.location) == '/') {
+        ++range.location;
+        --range.length;
+    }
     TStringRef segment(CopyNextPathSegment(textPath, range, false), false);
     if (segment.IsNil()) {
         if (range.length == 0) {
@@ -127,12 +132,15 @@ void TNodePathHelper::ResolveAbsolute(BCRange range) {
         return;
     }
     BCStringRef name = segment.AsBCStringRef();
-    // A volume is found through its entry in the volumes folder, and the volume itself enters
-    // the path, not the entry.
-    TKelNode entry(CopyChildForSegment(TKelNode::GetVolumesNode().PeekNodeRef(), name), false);
-    TKelNode top(entry.IsEmpty() ? nullptr : CopyAliasOriginal(entry.PeekNodeRef(), true), false);
+    // What exists from "/" comes first: a volume labelled "home" or "BOOT" must not capture
+    // "/home/..." or "/boot/...". A volume is found by its bare name only when no such folder
+    // exists, and always as "/Volumes/Name"; through its entry in the volumes folder, so that
+    // the volume itself enters the path, not the entry.
+    TKelNode top(CopyChildForSegment(BootNode(), name), false);
     if (top.IsEmpty()) {
-        top = TKelNode(CopyChildForSegment(BootNode(), name), false);
+        TKelNode entry(CopyChildForSegment(TKelNode::GetVolumesNode().PeekNodeRef(), name), false);
+        top = TKelNode(entry.IsEmpty() ? nullptr : CopyAliasOriginal(entry.PeekNodeRef(), true),
+                       false);
     }
     if (top.IsEmpty()) {
         top = TKelNode(CopyChildForSegment(RootNode(), name), false);

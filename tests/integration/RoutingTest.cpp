@@ -3,6 +3,8 @@
 
 #include "tests/support/TestEnvironment.h"
 
+#include <basalt/files/BEDesc.h>
+#include <basalt/files/BFCatalogInfo.h>
 #include <cstdlib>
 #include <dlfcn.h>
 #include <filesystem>
@@ -101,6 +103,52 @@ void ForwardEveryRoutedCall() {
            "calls were not forwarded, or entry points were looked up more than once");
 }
 
+// The file spec of a reply's first item, or a zeroed one.
+BFSpec FirstSpec(const KelReplyRecord& reply, DescType* type) {
+    BFSpec spec{};
+    Size size = 0;
+    const BEDescList selection = reply.selection; // the record's own sits unaligned
+    BEGetNthPtr(&selection, 1, typeWildCard, nullptr, type, &spec, sizeof spec, &size);
+    return spec;
+}
+
+// A blocking browse call goes the routed road: options converted, the dialog made through the
+// create call, placed, run, its reply read (and for the older calls turned back into a file spec
+// naming the chosen name inside the chosen folder), then disposed.
+void RouteBlockingBrowseCalls() {
+    BCRunLoopGetMain();
+    const auto folder = keltest::MakeScratchFolder(ChildUnique("chosen"));
+    const auto trace = folder.parent_path() / ChildUnique("trace");
+    setenv("TERRACEKIT_STUB_FOLDER", folder.c_str(), 1);
+    setenv("TERRACEKIT_STUB_TRACE", trace.c_str(), 1);
+    UseBundleFolder(MakeTerraceKitFolder(TERRACEKIT_STUB));
+    BFRef folderRef;
+    BFCatalogInfo info{};
+    BFPathMakeRef(reinterpret_cast<const uint8_t*>(folder.c_str()), &folderRef, nullptr);
+    BFGetCatalogInfo(&folderRef, kBFCatInfoNodeID, &info, nullptr, nullptr, nullptr);
+
+    BEDesc location;
+    BEInitializeDesc(&location);
+    KelReplyRecord reply{};
+    bool held = KelChooseFolder(&location, &reply, nullptr, nullptr, nullptr, nullptr) == noErr;
+    DescType type = 0;
+    BFSpec spec = FirstSpec(reply, &type);
+    held = held && type == typeFileSpec && spec.parID == int32_t(info.nodeID) &&
+           std::string(reinterpret_cast<char*>(spec.name + 1), spec.name[0]) == "Letter.txt" &&
+           reply.saveFileName == nullptr;
+    KelDisposeReply(&reply);
+    held = held && keltest::ReadFile(trace) ==
+                       "defaults\n_TKKelCreateChooseFolderDialog\nset-location\nrun\nreply\n"
+                       "dispose\n";
+    // The newer reply of the open call stays as the other side gave it.
+    held = held && KelGetFile(nullptr, &reply, nullptr, nullptr, nullptr, nullptr, nullptr,
+                              nullptr) == noErr;
+    FirstSpec(reply, &type);
+    held = held && type == typeBFRef;
+    KelDisposeReply(&reply);
+    Finish(held, "a blocking browse call did not go the routed road as it should");
+}
+
 void ForwardWithPreferenceAbsent() {
     BCRunLoopGetMain();
     BecomeApplication("com.example.routing.absent");
@@ -153,6 +201,10 @@ void StayLocalWithFixDisabled() {
 
 TEST(Routing, CallsGoToTheSecondImplementationWhenItIsThereAndNothingForbidsIt) {
     EXPECT_IN_CHILD(ForwardEveryRoutedCall());
+}
+
+TEST(Routing, BlockingBrowseCallsGoThroughTheCreateCallsAndConvertTheirReplies) {
+    EXPECT_IN_CHILD(RouteBlockingBrowseCalls());
 }
 
 TEST(Routing, PreferenceAbsentAllowsRoutingAndFalseKeepsTheLibrarysOwnDialogs) {

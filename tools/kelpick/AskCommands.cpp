@@ -67,6 +67,9 @@ int Report(uint32_t action, StatusCode status, const ScriptRunner& runner) {
         std::puts("timeout");
         return kError;
     }
+    if (runner.Failed()) {
+        return kError; // the failed step has said why
+    }
     const char* word = AnswerWord(action);
     if (word == nullptr) {
         std::fprintf(stderr, "kelpick: the dialog ended without an answer (status %d)\n",
@@ -74,9 +77,6 @@ int Report(uint32_t action, StatusCode status, const ScriptRunner& runner) {
         return kError;
     }
     std::puts(word);
-    if (runner.Failed()) {
-        return kError;
-    }
     return action == kKelUserActionCancel ? kCancelled : kAnswered;
 }
 

@@ -76,28 +76,43 @@ bool IsKnownCommand(const std::string& command) {
     return command == "ask-save" || command == "ask-discard" || command == "ask-review";
 }
 
+bool IsHelp(const char* word) {
+    return std::strcmp(word, "--help") == 0 || std::strcmp(word, "-h") == 0;
+}
+
 } // namespace
 
-void PrintKelpickUsage() {
-    std::fprintf(stderr,
+void PrintKelpickUsage(std::FILE* to) {
+    std::fprintf(to,
                  "usage: kelpick ask-save [--document NAME] [--app NAME] [--quitting|--closing]\n"
                  "       kelpick ask-discard [--document NAME]\n"
                  "       kelpick ask-review --count N [--app NAME]\n"
                  "options: --headless --script 'STEP;STEP' --snapshot FILE.png --timeout SECONDS\n"
                  "steps: key:[cmd-|shift-|opt-]KEY  type:TEXT  click:N  wait:idle  "
-                 "snapshot:FILE.png\n");
+                 "snapshot:FILE.png\n"
+                 "       kelpick --help | --version\n");
 }
 
 std::optional<KelpickOptions> ParseKelpickOptions(int argc, char** argv) {
     if (argc < 2) {
-        PrintKelpickUsage();
+        PrintKelpickUsage(stderr);
         return std::nullopt;
     }
     KelpickOptions options;
+    if (std::strcmp(argv[1], "--version") == 0) {
+        options.request = KelpickOptions::Request::version;
+        return options;
+    }
+    for (int index = 1; index < argc; ++index) {
+        if (IsHelp(argv[index])) {
+            options.request = KelpickOptions::Request::help;
+            return options;
+        }
+    }
     options.command = argv[1];
     if (!IsKnownCommand(options.command)) {
         Fail("unknown command %s", argv[1]);
-        PrintKelpickUsage();
+        PrintKelpickUsage(stderr);
         return std::nullopt;
     }
     for (int index = 2; index < argc; ++index) {

@@ -2,10 +2,13 @@
 
 // The command line of kelpick: a command and its options.
 
+#include <cstdio>
 #include <optional>
 #include <string>
 
 struct KelpickOptions {
+    // Asked for the usage or the version instead of a dialog.
+    enum class Request { dialog, help, version } request = Request::dialog;
     std::string command;
     std::optional<std::string> document;
     std::optional<std::string> app;
@@ -21,4 +24,4 @@ struct KelpickOptions {
 
 // The options, or nothing with a message on standard error.
 std::optional<KelpickOptions> ParseKelpickOptions(int argc, char** argv);
-void PrintKelpickUsage();
+void PrintKelpickUsage(std::FILE* to);

@@ -120,7 +120,8 @@ ScriptRunner::ScriptRunner(KelDialogRef dialog, std::vector<ScriptStep> steps, s
 void ScriptRunner::Start() {
     HeadlessDriver::Soon([this] {
         if (!snapshot.empty() && !Snapshot(snapshot)) {
-            failed = true;
+            Abandon();
+            return;
         }
         RunStep(0);
     });
@@ -132,17 +133,26 @@ void ScriptRunner::RunStep(size_t index) {
         return;
     }
     if (!Perform(steps[index])) {
-        failed = true;
+        Abandon();
+        return;
     }
     HeadlessDriver::Soon([this, index] { RunStep(index + 1); }, kStepDelay);
+}
+
+// A step that cannot be done ends the run at once: what follows it would act on the wrong state.
+void ScriptRunner::Abandon() {
+    failed = true;
+    KelCustomControl(dialog, kKelCtlTerminate, nullptr);
 }
 
 bool ScriptRunner::Perform(const ScriptStep& step) {
     switch (step.kind) {
     case ScriptStep::Kind::key:
-        return HeadlessDriver::PressKey(step.keyCode, step.modifiers, step.character) == noErr;
+        return HeadlessDriver::PressKey(step.keyCode, step.modifiers, step.character) == noErr ||
+               Fail("the key of a key: step could not be pressed");
     case ScriptStep::Kind::type:
-        return HeadlessDriver::TypeText(step.text) == noErr;
+        return HeadlessDriver::TypeText(step.text) == noErr ||
+               Fail("could not type \"" + step.text + "\"");
     case ScriptStep::Kind::click: {
         WindowRef window = KelDialogGetWindow(dialog);
         ControlRef control = nullptr;

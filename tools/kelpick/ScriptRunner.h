@@ -2,8 +2,9 @@
 
 // Drives a running dialog without a display: the first snapshot, then the script's steps one
 // by one from inside the dialog's own loop, then the timeout that cancels a dialog nobody
-// answered. Each step runs a moment after the previous one, so the loop dispatches what a
-// step posted before the next one looks.
+// answered. A step that cannot be done ends the dialog at once, as a failure. Each step runs a
+// moment after the previous one, so the loop dispatches what a step posted before the next one
+// looks.
 
 #include <basalt/BasaltToolbox.h>
 #include <kel/KelServices.h>
@@ -38,6 +39,7 @@ private:
     bool Perform(const ScriptStep& step);
     bool Snapshot(const std::string& path);
     void ArmTimeout();
+    void Abandon();
 
     KelDialogRef dialog;
     std::vector<ScriptStep> steps;

@@ -4,10 +4,22 @@
 #include "tools/kelpick/AskCommands.h"
 #include "tools/kelpick/KelpickOptions.h"
 
+#include <cstdio>
+
 int main(int argc, char** argv) {
     std::optional<KelpickOptions> options = ParseKelpickOptions(argc, argv);
     if (!options) {
         return 2;
+    }
+    switch (options->request) {
+    case KelpickOptions::Request::help:
+        PrintKelpickUsage(stdout);
+        return 0;
+    case KelpickOptions::Request::version:
+        std::printf("kelpick %s\n", KELPICK_VERSION);
+        return 0;
+    case KelpickOptions::Request::dialog:
+        break;
     }
     return RunAskCommand(*options);
 }

@@ -1,6 +1,7 @@
 #include "tests/support/TestEnvironment.h"
 
 #include <basalt/BasaltCore.h>
+#include <chrono>
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
@@ -8,6 +9,7 @@
 #include <nlohmann/json.hpp>
 #include <string>
 #include <sys/wait.h>
+#include <thread>
 #include <unistd.h>
 
 namespace {
@@ -47,6 +49,17 @@ protected:
             names.push_back(entry.path().filename().string());
         std::sort(names.begin(), names.end());
         return names;
+    }
+
+    bool HasTemporaryFile() const {
+        std::error_code error;
+        for (fs::directory_iterator entry(Folder(), error), end; !error && entry != end;
+             entry.increment(error)) {
+            if (entry->path().filename().string().find(".tmp-") != std::string::npos) {
+                return true;
+            }
+        }
+        return false;
     }
 
     fs::path config_;
@@ -125,21 +138,42 @@ TEST_F(BCPreferencesTest, DomainsMapToTheirFiles) {
     EXPECT_FALSE(fs::exists(config_ / "kel" / "outside.json"));
 }
 
-TEST_F(BCPreferencesTest, CorruptFileIsSetAsideAndDefaultsUsed) {
+TEST_F(BCPreferencesTest, ACorruptFileReadsAsDefaultsAndTheNextWriterSetsItAside) {
     keltest::WriteFile(Folder() / "com.example.bad.json", "{\"half\": ");
     keltest::WriteFile(Folder() / "com.example.bad.json.corrupt-1", "older damage");
     BCStringRef domain = BCSTR("com.example.bad");
     EXPECT_EQ(Read("half", domain), "<none>");
+    EXPECT_EQ(keltest::ReadFile(Folder() / "com.example.bad.json"), "{\"half\": ")
+        << "a reader changes nothing";
+    Write("fresh", "value", domain);
     EXPECT_EQ(keltest::ReadFile(Folder() / "com.example.bad.json.corrupt-2"), "{\"half\": ");
     EXPECT_EQ(keltest::ReadFile(Folder() / "com.example.bad.json.corrupt-1"), "older damage");
-    Write("fresh", "value", domain);
     EXPECT_TRUE(BCPreferencesAppSynchronize(domain));
     EXPECT_EQ(Read("fresh", domain), "value");
 
     // A file that holds JSON but not an object is as unusable as broken text.
     keltest::WriteFile(Folder() / "com.example.list.json", "[1, 2]");
     EXPECT_EQ(Read("x", BCSTR("com.example.list")), "<none>");
+    Write("x", "1", BCSTR("com.example.list"));
     EXPECT_TRUE(fs::exists(Folder() / "com.example.list.json.corrupt-1"));
+}
+
+TEST_F(BCPreferencesTest, ReadingMakesNoFolderAndLeavesAFileItCannotReadAlone) {
+    EXPECT_EQ(Read("k", BCSTR("com.example.none")), "<none>");
+    EXPECT_TRUE(BCPreferencesAppSynchronize(BCSTR("com.example.none")));
+    EXPECT_FALSE(fs::exists(config_ / "kel")) << "a read made the preferences folder";
+
+    // A domain whose file cannot be read (here a folder stands in its place) is neither set
+    // aside nor replaced: the reader gets defaults and the writer a failure.
+    fs::create_directories(Folder() / "com.example.odd.json");
+    BCStringRef domain = BCSTR("com.example.odd");
+    EXPECT_EQ(Read("k", domain), "<none>");
+    EXPECT_FALSE(BCPreferencesAppSynchronize(domain));
+    Write("k", "v", domain);
+    EXPECT_FALSE(BCPreferencesAppSynchronize(domain));
+    EXPECT_EQ(Read("k", domain), "v") << "this process still sees what it set";
+    EXPECT_EQ(Files(), std::vector<std::string>{"com.example.odd.json"});
+    EXPECT_TRUE(fs::is_directory(Folder() / "com.example.odd.json"));
 }
 
 TEST_F(BCPreferencesTest, WritersInTwoProcessesKeepEachOthersKeys) {
@@ -176,9 +210,15 @@ TEST_F(BCPreferencesTest, AWriterKilledMidWriteLeavesTheOldFileWhole) {
         for (int i = 0;; ++i)
             Write("big", (big + std::to_string(i)).c_str(), domain);
     }
-    usleep(150 * 1000);
+    // Kill it while it is writing: once its temporary file exists.
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(30);
+    bool midWrite = false;
+    while (!(midWrite = HasTemporaryFile()) && std::chrono::steady_clock::now() < deadline) {
+        std::this_thread::yield();
+    }
     kill(child, SIGKILL);
     waitpid(child, nullptr, 0);
+    ASSERT_TRUE(midWrite) << "the writer never started a write";
 
     auto text = keltest::ReadFile(Folder() / "com.example.killed.json");
     auto json = nlohmann::json::parse(text, nullptr, false);

@@ -3,9 +3,12 @@
 #include "tests/support/TestEnvironment.h"
 
 #include <climits>
+#include <cstring>
+#include <fcntl.h>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 namespace fs = std::filesystem;
 using namespace basalt::files;
@@ -39,6 +42,37 @@ TEST(BFRefTest, NamesAFileUntilItIsDeletedOrReplaced) {
 
     fs::remove(folder / "doc.txt");
     EXPECT_EQ(BFRefMakePath(&ref, buffer, sizeof buffer), fnfErr);
+}
+
+// Deleting and re-creating at once gives the new file the old inode number, and on a file
+// system whose clock has not ticked in between (ext4 keeps a coarse clock on older kernels) the
+// old birth time too. The test plays that clock by writing the new file's birth time into the
+// old reference, at the place the reference keeps it (bytes 24..35): the reference must still
+// tell the files apart.
+TEST(BFRefTest, AFileRecreatedWithinOneClockTickIsNotTheOldOne) {
+    fs::path file = keltest::MakeScratchFolder("recreate") / "doc.txt";
+    bool reused = false;
+    for (int round = 0; round < 50 && !reused; ++round) {
+        keltest::WriteFile(file, "x");
+        BFRef ref = RefOf(file);
+        struct statx before {};
+        ASSERT_EQ(::statx(AT_FDCWD, file.c_str(), 0, STATX_INO, &before), 0);
+        fs::remove(file);
+        keltest::WriteFile(file, "y");
+        struct statx after {};
+        ASSERT_EQ(::statx(AT_FDCWD, file.c_str(), 0, STATX_INO | STATX_BTIME, &after), 0);
+        reused = after.stx_ino == before.stx_ino;
+        if (reused && (after.stx_mask & STATX_BTIME)) {
+            int64_t seconds = after.stx_btime.tv_sec;
+            uint32_t nanoseconds = after.stx_btime.tv_nsec;
+            std::memcpy(ref.hidden + 24, &seconds, sizeof seconds);
+            std::memcpy(ref.hidden + 32, &nanoseconds, sizeof nanoseconds);
+            uint8_t buffer[4096];
+            EXPECT_EQ(BFRefMakePath(&ref, buffer, sizeof buffer), fnfErr);
+        }
+        fs::remove(file);
+    }
+    EXPECT_TRUE(reused) << "the file system never reused the inode number";
 }
 
 TEST(BFRefTest, GarbageAndShortBuffersAreRefused) {

@@ -134,28 +134,44 @@ TEST(NodeTreeTest, PackagesApplicationsAndVolumes) {
     EXPECT_EQ(VolumeEject(boot.get()), paramErr);
 }
 
-TEST(NodeTreeTest, SidebarPlacesHoldHomeUserDirsAndBookmarks) {
-    auto home = keltest::ScratchHome();
-    fs::create_directories(home / "Desktop");
-    auto marked = keltest::MakeScratchFolder("marked");
-    keltest::WriteFile(home / ".config/user-dirs.dirs", "XDG_DESKTOP_DIR=\"$HOME/Desktop\"\n");
-    keltest::WriteFile(home / ".config/gtk-3.0/bookmarks",
-                       "file://" + marked.string() + " Marked\nfile:///no/such/folder\n");
-    Held places(GetVirtualNode(kVirtualNodePlaces));
-    std::vector<Held> children = Children(places.get());
-    ASSERT_EQ(children.size(), 3u);
-    EXPECT_EQ(children[0].get(), NodeAt(home).get());
-    EXPECT_EQ(children[1].get(), NodeAt(home / "Desktop").get());
-    EXPECT_EQ(children[2].get(), NodeAt(marked).get());
-    NodeRef found = nullptr;
-    EXPECT_EQ(NodeFindVirtualChild(places.get(), children[2].get(), &found, 0), noErr);
-    EXPECT_EQ(Held(found).get(), children[2].get());
-    Held devices(GetVirtualNode(kVirtualNodeDevices));
-    std::vector<Held> devicesChildren = Children(devices.get());
-    ASSERT_GE(devicesChildren.size(), 2u);
-    EXPECT_EQ(devicesChildren[0].get(), GetRootNode());
-    fs::remove(home / ".config/gtk-3.0/bookmarks");
-    fs::remove(home / ".config/user-dirs.dirs");
+// A name reused by another kind of object: the node must follow, after a change event, a
+// validation or a fresh look-up.
+TEST(NodeTreeTest, AReusedNameTakesTheKindOfItsNewObject) {
+    auto folder = keltest::MakeScratchFolder("reuse");
+    fs::create_directory(folder / "x");
+    Held parent = NodeAt(folder);
+    Held x = Child(parent.get(), u"x");
+    ASSERT_TRUE(NodeIsContainer(x.get()));
+    fs::remove(folder / "x");
+    keltest::WriteFile(folder / "x", "now a file");
+    EXPECT_TRUE(NodeValidate(x.get()));
+    EXPECT_FALSE(NodeIsContainer(x.get()));
+    EXPECT_EQ(StringProperty(x.get(), "utid"), u"application/octet-stream");
+
+    fs::remove(folder / "x");
+    fs::create_directory(folder / "x");
+    Held again = Child(parent.get(), u"x");
+    EXPECT_EQ(again.get(), x.get());
+    EXPECT_TRUE(NodeIsContainer(again.get())) << "a look-up sees the folder again";
+}
+
+// The entries of the volumes folder open onto their volumes, and the Network node, filed under
+// the boot volume, is found by name under the root as well, where it is shown.
+TEST(NodeTreeTest, VolumeEntriesAreContainersAndNetworkIsFoundUnderTheRoot) {
+    Held boot(GetBootNode());
+    Held volumes = Child(boot.get(), u"Volumes");
+    std::vector<Held> entries = Children(volumes.get());
+    ASSERT_FALSE(entries.empty());
+    EXPECT_TRUE(NodeIsContainer(entries[0].get()));
+    EXPECT_TRUE(NodeIsAlias(entries[0].get()));
+    StatusCode status = fnfErr;
+    Held usr = Child(entries[0].get(), u"usr", &status);
+    EXPECT_EQ(status, noErr);
+    EXPECT_EQ(usr.get(), Child(boot.get(), u"usr").get());
+
+    Held network = Child(GetRootNode(), u"Network", &status);
+    EXPECT_EQ(status, noErr);
+    EXPECT_EQ(network.get(), Child(boot.get(), u"Network").get());
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 #include "basalt/nodes/NodeEvents.h"
 #include "tests/support/TestEnvironment.h"
 
+#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <gtest/gtest.h>
@@ -34,8 +35,14 @@ public:
         EXPECT_EQ(NodeRegisterChildChangedNotification(container_, &client, 0), noErr);
     }
     ~Client() {
-        NodeUnRegisterChildChangedNotification(container_, this);
+        Unregister();
         NodeEventDisposeEventQueue(queue_);
+    }
+
+    void Unregister() {
+        if (registered_)
+            NodeUnRegisterChildChangedNotification(container_, this);
+        registered_ = false;
     }
 
     std::vector<Event> Drain() {
@@ -57,18 +64,32 @@ public:
         return events;
     }
 
-    // Waits until a tickle has come and no more come for a while.
-    void WaitQuiet(int before) {
-        auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(5);
-        while (gTickles.load() == before && std::chrono::steady_clock::now() < deadline)
+    // Drains until what has come satisfies done, or a generous deadline passes.
+    template <class Done>
+    std::vector<Event> DrainUntil(Done done) {
+        std::vector<Event> events;
+        auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+        while (!done(events) && std::chrono::steady_clock::now() < deadline) {
             std::this_thread::sleep_for(std::chrono::milliseconds(5));
-        std::this_thread::sleep_for(std::chrono::milliseconds(300));
+            for (Event& event : Drain())
+                events.push_back(std::move(event));
+        }
+        return events;
     }
 
 private:
     NodeRef container_;
     NodeEventQueueRef queue_ = nullptr;
+    bool registered_ = true;
 };
+
+// Waits, with a generous deadline, until the watcher has tickled since `before`.
+bool WaitForTickle(int before) {
+    auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+    while (gTickles.load() == before && std::chrono::steady_clock::now() < deadline)
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    return gTickles.load() != before;
+}
 
 bool Has(const std::vector<Event>& events, uint32_t kind, NodeRef child) {
     for (const Event& e : events) {
@@ -76,6 +97,21 @@ bool Has(const std::vector<Event>& events, uint32_t kind, NodeRef child) {
             return true;
     }
     return false;
+}
+
+auto Having(uint32_t kind, NodeRef child) {
+    return [=](const std::vector<Event>& events) { return Has(events, kind, child); };
+}
+
+// The additions and deletions of one child, in order.
+std::vector<uint32_t> ListChanges(const std::vector<Event>& events, NodeRef child) {
+    std::vector<uint32_t> kinds;
+    for (const Event& e : events) {
+        if (e.child.get() == child &&
+            (e.kind == kNodeEventChildAdded || e.kind == kNodeEventDeleted))
+            kinds.push_back(e.kind);
+    }
+    return kinds;
 }
 
 TEST(NodeWatcherTest, RealChangesBecomeEvents) {
@@ -87,21 +123,21 @@ TEST(NodeWatcherTest, RealChangesBecomeEvents) {
     GetNodePropertyAsInt64(existing.get(), NodeCode("dats"), &size, 0);
     Client client(parent.get());
 
-    int before = gTickles.load();
     keltest::WriteFile(folder / "new", "x");
     keltest::WriteFile(folder / "existing", "longer");
-    client.WaitQuiet(before);
-    std::vector<Event> events = client.Drain();
     Held added = Child(parent.get(), u"new");
+    std::vector<Event> events = client.DrainUntil([&](const std::vector<Event>& seen) {
+        return Has(seen, kNodeEventChildAdded, added.get()) &&
+               Has(seen, kNodeEventPropertyChanged, existing.get());
+    });
     EXPECT_TRUE(Has(events, kNodeEventChildAdded, added.get()));
     EXPECT_TRUE(Has(events, kNodeEventPropertyChanged, existing.get()));
     GetNodePropertyAsInt64(existing.get(), NodeCode("dats"), &size, 0);
     EXPECT_EQ(size, 6) << "the change dropped the cached size";
 
-    before = gTickles.load();
     fs::remove(folder / "new");
-    client.WaitQuiet(before);
-    EXPECT_TRUE(Has(client.Drain(), kNodeEventDeleted, added.get()));
+    EXPECT_TRUE(Has(client.DrainUntil(Having(kNodeEventDeleted, added.get())), kNodeEventDeleted,
+                    added.get()));
 }
 
 TEST(NodeWatcherTest, TwentyQuickChangesGiveOneWakeUpAndOneDrain) {
@@ -111,14 +147,68 @@ TEST(NodeWatcherTest, TwentyQuickChangesGiveOneWakeUpAndOneDrain) {
     int before = gTickles.load();
     for (int i = 0; i < 20; ++i)
         keltest::WriteFile(folder / ("f" + std::to_string(i)), "x");
-    client.WaitQuiet(before);
+    auto additions = [](const std::vector<Event>& events) {
+        return std::count_if(events.begin(), events.end(),
+                             [](const Event& e) { return e.kind == kNodeEventChildAdded; });
+    };
+    std::vector<Event> events =
+        client.DrainUntil([&](const std::vector<Event>& seen) { return additions(seen) >= 20; });
+    EXPECT_EQ(additions(events), 20);
     EXPECT_EQ(gTickles.load() - before, 1);
-    std::vector<Event> events = client.Drain();
-    size_t additions = 0;
-    for (const Event& e : events)
-        additions += e.kind == kNodeEventChildAdded;
-    EXPECT_EQ(additions, 20u);
     EXPECT_TRUE(client.Drain().empty());
+}
+
+TEST(NodeWatcherTest, UnregisteringDropsWhatIsWaitingForTheClient) {
+    auto folder = keltest::MakeScratchFolder("gone");
+    Held parent = NodeAt(folder);
+    Client client(parent.get());
+    Client other(parent.get());
+    int before = gTickles.load();
+    keltest::WriteFile(folder / "a", "x");
+    ASSERT_TRUE(WaitForTickle(before));
+    client.Unregister();
+    EXPECT_TRUE(client.Drain().empty()) << "nothing may reach a client that has gone";
+    Held added = Child(parent.get(), u"a");
+    EXPECT_TRUE(Has(other.DrainUntil(Having(kNodeEventChildAdded, added.get())),
+                    kNodeEventChildAdded, added.get()))
+        << "another client on the same folder keeps its events";
+}
+
+// Created, deleted and created again before anyone looks: all three facts arrive, in order,
+// and the child ends up in the list.
+TEST(NodeWatcherTest, OnlyIdenticalRepeatsMerge) {
+    auto folder = keltest::MakeScratchFolder("again");
+    Held parent = NodeAt(folder);
+    Client client(parent.get());
+    keltest::WriteFile(folder / "x", "1");
+    fs::remove(folder / "x");
+    keltest::WriteFile(folder / "x", "2");
+    Held x = Child(parent.get(), u"x");
+    std::vector<Event> events = client.DrainUntil(
+        [&](const std::vector<Event>& seen) { return ListChanges(seen, x.get()).size() >= 3; });
+    EXPECT_EQ(
+        ListChanges(events, x.get()),
+        (std::vector<uint32_t>{kNodeEventChildAdded, kNodeEventDeleted, kNodeEventChildAdded}));
+}
+
+// A rescan compares the folder with the children that are held: a visible child that nobody
+// holds cannot be in any list, so it is announced again; an invisible one is not.
+TEST(NodeWatcherTest, RescanAnnouncesWhatNoListCanHold) {
+    auto folder = keltest::MakeScratchFolder("rescan");
+    keltest::WriteFile(folder / "kept", "x");
+    keltest::WriteFile(folder / "lost", "x");
+    keltest::WriteFile(folder / ".dot", "x");
+    Held parent = NodeAt(folder);
+    Held kept = Child(parent.get(), u"kept");
+    Client client(parent.get());
+    ASSERT_EQ(NodeSync(parent.get()), noErr);
+    std::vector<Event> events = client.Drain();
+    EXPECT_TRUE(Has(events, kNodeEventSyncComplete, parent.get()));
+    EXPECT_FALSE(Has(events, kNodeEventChildAdded, kept.get()));
+    Held lost = Child(parent.get(), u"lost");
+    EXPECT_TRUE(Has(events, kNodeEventChildAdded, lost.get()));
+    Held dot = Child(parent.get(), u".dot");
+    EXPECT_FALSE(Has(events, kNodeEventChildAdded, dot.get()));
 }
 
 TEST(NodeWatcherTest, SyncSendsTheDifferencesThenCompletion) {
@@ -147,26 +237,22 @@ TEST(NodeWatcherTest, HiddenListChangesAndDeletionOfTheFolderItself) {
     Held secret = Child(parent.get(), u"secret");
     EXPECT_TRUE(NodeIsVisible(secret.get()));
     Client client(parent.get());
-    int before = gTickles.load();
     keltest::WriteFile(folder / ".hidden", "secret\n");
-    client.WaitQuiet(before);
-    std::vector<Event> events = client.Drain();
+    std::vector<Event> events = client.DrainUntil(Having(kNodeEventPropertyChanged, secret.get()));
     EXPECT_TRUE(Has(events, kNodeEventPropertyChanged, secret.get()));
     EXPECT_FALSE(NodeIsVisible(secret.get()));
 
-    before = gTickles.load();
     fs::remove_all(folder);
-    client.WaitQuiet(before);
-    EXPECT_TRUE(Has(client.Drain(), kNodeEventDeleted, parent.get()));
+    EXPECT_TRUE(Has(client.DrainUntil(Having(kNodeEventDeleted, parent.get())), kNodeEventDeleted,
+                    parent.get()));
 }
 
 TEST(NodeWatcherTest, BookmarkChangesReachThePlacesList) {
     Held places(GetVirtualNode(kVirtualNodePlaces));
     Client client(places.get());
-    int before = gTickles.load();
     keltest::WriteFile(keltest::ScratchHome() / ".config/gtk-3.0/bookmarks", "file:///tmp\n");
-    client.WaitQuiet(before);
-    EXPECT_TRUE(Has(client.Drain(), kNodeEventVirtualChildListChanged, places.get()));
+    EXPECT_TRUE(Has(client.DrainUntil(Having(kNodeEventVirtualChildListChanged, places.get())),
+                    kNodeEventVirtualChildListChanged, places.get()));
 }
 
 } // namespace

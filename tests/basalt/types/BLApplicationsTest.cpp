@@ -31,4 +31,21 @@ TEST(BLApplicationsTest, ExtensionsClaimedByDesktopFilesAndKindStrings) {
     EXPECT_EQ(BLCopyKindStringForInfo(Code("zzzz"), 0, nullptr, &kind), kBLApplicationNotFoundErr);
 }
 
+// Types are claimed only by the entry itself, never by its actions or a deleted entry.
+TEST(BLApplicationsTest, DesktopFilesAndCachesClaimFromTheirOwnGroup) {
+    using Types = std::vector<std::string>;
+    EXPECT_EQ(basalt::types::DesktopFileTypes("[Desktop Entry]\nName=A\n"
+                                              "MimeType = text/plain; image/png ;\r\n"
+                                              "[Desktop Action new]\nMimeType=video/x-other\n"),
+              (Types{"text/plain", "image/png"}));
+    EXPECT_EQ(
+        basalt::types::DesktopFileTypes("[Desktop Entry]\nMimeType=text/plain;\nHidden=true\n"),
+        Types{});
+    EXPECT_EQ(basalt::types::DesktopFileTypes("MimeType=text/plain;\n"), Types{});
+    auto claims = basalt::types::MimeInfoCacheClaims(
+        "[MIME Cache]\ntext/plain=a.desktop;b.desktop;\nimage/png=\n[Other]\nx/y=c.desktop\n");
+    ASSERT_EQ(claims.size(), 1u);
+    EXPECT_EQ(claims[0], std::make_pair(std::string("text/plain"), std::string("a.desktop")));
+}
+
 } // namespace

@@ -60,6 +60,10 @@ TEST(BUTypesTest, DescriptionsComeFromTheDatabase) {
     EXPECT_EQ(Take(BUTypeCreatePreferredIdentifierForTag(kBUTagClassFilenameExtension, BCSTR("PDF"),
                                                          nullptr)),
               "application/pdf");
+    EXPECT_EQ(Take(BUTypeCreatePreferredIdentifierForTag(kBUTagClassFilenameExtension,
+                                                         BCSTR("zzqx"), nullptr)),
+              "application/octet-stream")
+        << "an unknown extension is plain data, as a file of that name is";
 }
 
 } // namespace

@@ -79,6 +79,13 @@ protected:
         SendEventToEventTarget(event, GetMenuEventTarget(GetMenuHandle(kEditMenu)));
         ReleaseEvent(event);
     }
+    static void PutOnScrap(const std::u16string& text) {
+        ClearCurrentScrap();
+        ScrapRef scrap = nullptr;
+        GetCurrentScrap(&scrap);
+        PutScrapFlavor(scrap, kScrapFlavorTypeUnicode, 0, static_cast<int32_t>(text.size() * 2),
+                       text.data());
+    }
     bool Enabled(MenuItemIndex item) { return IsMenuItemEnabled(GetMenuHandle(kEditMenu), item); }
 
     bool withEditMenu = true;
@@ -111,15 +118,41 @@ TEST_F(TEditMenuTest, SelectAllCutAndPasteWorkOnTheFocusedField) {
 
 TEST_F(TEditMenuTest, UndoBringsTheTextBackAndASecondUndoRedoes) {
     SetText("draft");
+    PutOnScrap(u"final");
+    Choose(kSelectAll);
+    Choose(kPaste);
+    EXPECT_EQ(Text(), "final");
+    Choose(kUndo);
+    EXPECT_EQ(Text(), "draft");
+    Choose(kUndo);
+    EXPECT_EQ(Text(), "final");
+    Choose(kUndo);
+    EXPECT_EQ(Text(), "draft");
+}
+
+TEST_F(TEditMenuTest, AnEmptyFieldIsNoStepToUndoBackTo) {
+    PutOnScrap(u"first");
+    Choose(kPaste);
+    EXPECT_EQ(Text(), "first");
+    OpenEditMenu();
+    EXPECT_FALSE(Enabled(kUndo));
+    Choose(kUndo);
+    EXPECT_EQ(Text(), "first");
+    EXPECT_EQ(Beeps(), 1);
+}
+
+TEST_F(TEditMenuTest, EveryChangeByTheMenuOrUndoReachesTheObserver) {
+    SetText("draft");
+    observer.texts.clear();
     Choose(kSelectAll);
     Choose(kCut);
-    EXPECT_EQ(Text(), "");
+    Choose(kPaste);
+    PutOnScrap(u"x");
+    Choose(kPaste);
     Choose(kUndo);
-    EXPECT_EQ(Text(), "draft");
-    Choose(kUndo);
-    EXPECT_EQ(Text(), "");
-    Choose(kUndo);
-    EXPECT_EQ(Text(), "draft");
+    Choose(kSelectAll);
+    DialogDelete(dialog->GetDialogRef());
+    EXPECT_EQ(observer.texts, (std::vector<std::string>{"", "draft", "draftx", "draft", ""}));
 }
 
 TEST_F(TEditMenuTest, ItemsAreEnabledByTheDialogAndByWhatCanBeDone) {

@@ -71,6 +71,29 @@ TEST_F(TTextEditTest, AByteLimitCountsEncodedBytesAndCutsWholeCharacters) {
                       "a");
 }
 
+TEST_F(TTextEditTest, ByteLimitsCountWideCharactersWholeAndNeverSplitAPair) {
+    field->SetMaxTextLengthIsUnicode(false);
+    field->SetMaxTextLength(255);
+    std::string wide;
+    for (int i = 0; i < 86; ++i) {
+        wide += "\xE6\x97\xA5"; // three bytes each: 258 in all
+    }
+    SetText(wide.c_str());
+    EXPECT_EQ(Text(), wide.substr(0, 255)) << "86 wide characters pass a 255-byte limit";
+
+    // A character outside the basic plane is a surrogate pair of four bytes: a cut takes it
+    // whole, at a byte limit and at a limit in characters alike.
+    field->SetMaxTextLength(6);
+    SetText("ab\xF0\x9F\x98\x80");
+    EXPECT_EQ(Text(), "ab\xF0\x9F\x98\x80");
+    SetText("abc\xF0\x9F\x98\x80");
+    EXPECT_EQ(Text(), "abc");
+    field->SetMaxTextLengthIsUnicode(true);
+    field->SetMaxTextLength(3);
+    SetText("ab\xF0\x9F\x98\x80");
+    EXPECT_EQ(Text(), "ab");
+}
+
 TEST_F(TTextEditTest, ANewLimitIsAppliedAtTheNextChange) {
     SetText("abcdef");
     field->SetMaxTextLength(4);

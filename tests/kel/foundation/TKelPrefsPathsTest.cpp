@@ -1,3 +1,4 @@
+#include "FreshPreferences.h"
 #include "StringTesting.h"
 #include "basalt/files/BFFindFolder.h"
 #include "kel/foundation/TKelPrefs.h"
@@ -6,6 +7,7 @@
 #include "tests/support/TestEnvironment.h"
 
 #include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
 
 namespace fs = std::filesystem;
 using keltest::Utf8;
@@ -61,6 +63,7 @@ protected:
     }
 
     static inline int lastClient = 0;
+    keltest::FreshPreferences fresh;
     TKelPrefs prefs;
 };
 
@@ -93,6 +96,22 @@ TEST_F(TKelPrefsPathsTest, RecentFoldersKeepTheirOrderAndDropOneOldestWhenFull) 
     EXPECT_EQ(Recent().front(), URLText(root / "new"));
     prefs.AddRecentPath(TKelNodeArray());
     EXPECT_EQ(Recent().size(), 10u);
+}
+
+TEST_F(TKelPrefsPathsTest, RecentFoldersAnotherApplicationAddedAreKept) {
+    auto root = keltest::MakeScratchFolder("shared-recent");
+    for (const char* name : {"mine", "theirs", "later"}) {
+        fs::create_directory(root / name);
+    }
+    prefs.AddRecentPath(PathTo(root / "mine"));
+    ASSERT_EQ(Recent(), std::vector<std::string>{URLText(root / "mine")});
+    // Another application adds a folder through the shared file while this one runs.
+    nlohmann::json shared = {
+        {Utf8(TKelPrefs::RecentFoldersKey()), {URLText(root / "theirs"), URLText(root / "mine")}}};
+    keltest::WriteFile(fresh.folder / "kel/preferences/.GlobalPreferences.json", shared.dump());
+    prefs.AddRecentPath(PathTo(root / "later"));
+    EXPECT_EQ(Recent(), (std::vector<std::string>{URLText(root / "later"), URLText(root / "theirs"),
+                                                  URLText(root / "mine")}));
 }
 
 TEST_F(TKelPrefsPathsTest, StoredLocationsExpandTheHomeFolderAndMustStillExist) {

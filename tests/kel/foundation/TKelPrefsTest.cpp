@@ -1,5 +1,6 @@
 #include "kel/foundation/TKelPrefs.h"
 
+#include "FreshPreferences.h"
 #include "StringTesting.h"
 
 #include <gtest/gtest.h>
@@ -9,7 +10,8 @@ using keltest::Utf8;
 
 namespace {
 
-// Each test works under its own client key, so values never leak between tests.
+// Each test works in its own preferences folder and under its own client key, so values never
+// leak between tests.
 class TKelPrefsTest : public ::testing::Test {
 protected:
     void SetUp() override {
@@ -44,6 +46,7 @@ protected:
     }
 
     static inline int lastClient = 0;
+    keltest::FreshPreferences fresh;
     TKelPrefs prefs;
 };
 

@@ -11,6 +11,7 @@ namespace keltest {
 struct EventRecorder {
     std::vector<long> selectors;
     std::vector<uint32_t> userActions;
+    std::vector<WindowRef> windows;
     // Run on each selector, after it is written down.
     std::function<void(long, KelCBRec*)> onEvent;
 
@@ -18,6 +19,9 @@ struct EventRecorder {
         auto* recorder = static_cast<EventRecorder*>(clientData);
         recorder->selectors.push_back(selector);
         recorder->userActions.push_back(record->userAction);
+        // Copied first: the record is packed and the field may sit unaligned.
+        const WindowRef window = record->window;
+        recorder->windows.push_back(window);
         if (recorder->onEvent) {
             recorder->onEvent(selector, record);
         }

@@ -239,10 +239,16 @@ TEST(KelAskDialogs, AlertGoesWhereTheOptionsPutIt) {
         return std::pair<int, int>{bounds.left, bounds.top};
     };
     KelDialogCreationOptions options = Options(strings.document, nullptr);
+    options.location = Point{-1, -1};
+    const std::pair<int, int> toolboxPlace = topLeft(options);
+    const std::pair<int, int> asked{90, 140};
+    ASSERT_NE(toolboxPlace, asked) << "the toolbox's own place cannot tell a move";
     options.location = Point{140, 90};
-    EXPECT_EQ(topLeft(options), (std::pair<int, int>{90, 140}));
-    options.location = Point{140, -1};
-    EXPECT_NE(topLeft(options), (std::pair<int, int>{0, 0}));
+    EXPECT_EQ(topLeft(options), asked);
+    for (const Point half : {Point{140, -1}, Point{-1, 90}}) {
+        options.location = half;
+        EXPECT_EQ(topLeft(options), toolboxPlace) << half.v << "," << half.h;
+    }
 }
 
 TEST(KelAskDialogs, AVeryLongNameIsShownWithoutHarm) {
@@ -301,6 +307,9 @@ TEST(KelAskDialogs, SheetReturnsAtOnceAndEndsFromItsButtons) {
         EXPECT_EQ(KelDialogGetUserAction(dialog), cases[index].action) << "case " << index;
         EXPECT_EQ(recorder.selectors,
                   (std::vector<long>{kKelCBStart, kKelCBUserAction, kKelCBTerminate}))
+            << "case " << index;
+        // The sheet's window is gone by then, and the record must not name it.
+        EXPECT_EQ(recorder.windows, (std::vector<WindowRef>{sheet, nullptr, nullptr}))
             << "case " << index;
         EXPECT_EQ(KelDialogGetWindow(dialog), nullptr);
         KelDialogDispose(dialog);

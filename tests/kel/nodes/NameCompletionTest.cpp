@@ -1,8 +1,10 @@
 #include "kel/nodes/NameCompletion.h"
 
 #include "KelNodeTesting.h"
+#include "kel/nodes/TNodePathHelper.h"
 #include "tests/support/TestEnvironment.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 
 using namespace kelnodetest;
@@ -87,6 +89,31 @@ TEST_F(NameCompletionTest, NetworkIsOfferedAtTheTopAndTheBootLevel) {
     EXPECT_EQ(found, network);
     std::u16string text = u"/Netw";
     EXPECT_EQ(Complete(text, nullptr, TKelNode::GetBootNode()), u"ork/");
+}
+
+TEST_F(NameCompletionTest, VolumesAreOfferedAtTheTop) {
+    std::u16string bootName = Property(TKelNode::GetBootNode(), "dnam");
+    ASSERT_GE(bootName.size(), 2u);
+    size_t typed = std::min<size_t>(3, bootName.size() - 1);
+    std::u16string text = u"/" + bootName.substr(0, typed);
+    EXPECT_EQ(Complete(text), bootName.substr(typed) + u"/");
+}
+
+// A name that is not UTF-8 shows legibly ("caf\xE9" as "café"); the completed text must lead
+// back to that folder.
+TEST_F(NameCompletionTest, CompletedTextLeadsBackToANameThatIsNotUtf8) {
+    fs::create_directory(folder / "caf\xE9 dir");
+    std::u16string text = PathText(folder / "caf");
+    std::u16string completion = Complete(text);
+    EXPECT_EQ(completion, u"\u00E9 dir/");
+    std::u16string whole = text + completion;
+    TNodePathHelper helper(TStringRef(BCStringCreateWithCharacters(
+                                          nullptr, reinterpret_cast<const UniChar*>(whole.data()),
+                                          BCIndex(whole.size())),
+                                      false)
+                               .AsBCStringRef());
+    ASSERT_TRUE(helper.IsComplete());
+    EXPECT_EQ(helper.NodePath().back(), NodeAt(folder / "caf\xE9 dir"));
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 #include "kel/nodes/TKelNodeContainerIterator.h"
 #include "tests/support/TestEnvironment.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <gtest/gtest.h>
 
@@ -113,6 +114,42 @@ TEST_F(TKelNodeArrayTest, SortingByDisplayNameFallsBackToTheFileName) {
     std::vector<std::u16string> names = Names(nodes);
     names.resize(3);
     EXPECT_EQ(names, (std::vector<std::u16string>{u"a", u"b", u"C"}));
+}
+
+// The leaf comparison answers "smaller" both ways for any two different names; sorting with
+// it must stay within the range and keep every path, and paths to equal names end up together.
+TEST_F(TKelNodeArrayTest, PathsSortByLeafWithoutAnOrderingAndGroupEqualNames) {
+    auto folder = keltest::MakeScratchFolder("leaves");
+    std::vector<std::string> leaves;
+    for (int i = 0; i < 40; ++i) {
+        leaves.push_back("n" + std::to_string(i % 7));
+        keltest::WriteFile(folder / ("f" + std::to_string(i)) / leaves.back(), "x");
+    }
+    std::vector<TKelNodeArray> storage(leaves.size());
+    std::vector<TKelNodeArray*> paths;
+    for (size_t i = 0; i < leaves.size(); ++i) {
+        storage[i].push_back(NodeAt(folder / ("f" + std::to_string(i)) / leaves[i]));
+        paths.push_back(&storage[i]);
+    }
+    TKelNodePathLeafStringPropertyLess less(NodeCode("dnam"));
+    EXPECT_TRUE(less(paths[0], paths[1]) && less(paths[1], paths[0])) << "kept as it answers";
+    EXPECT_FALSE(less(paths[0], paths[7]));
+
+    SortPathsByLeaf(paths, NodeCode("dnam"));
+    ASSERT_EQ(paths.size(), leaves.size());
+    std::vector<std::u16string> sorted;
+    for (TKelNodeArray* path : paths) {
+        sorted.push_back(Property(path->back(), "dnam"));
+    }
+    std::vector<std::u16string> groups;
+    for (const std::u16string& name : sorted) {
+        if (groups.empty() || groups.back() != name) {
+            groups.push_back(name);
+        }
+    }
+    EXPECT_EQ(groups.size(), 7u) << "each name forms one run";
+    std::sort(paths.begin(), paths.end());
+    EXPECT_EQ(std::unique(paths.begin(), paths.end()), paths.end()) << "no path lost or doubled";
 }
 
 } // namespace

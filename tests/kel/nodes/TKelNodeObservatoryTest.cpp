@@ -34,21 +34,43 @@ struct Recorder : INodeObserver {
     void NodeObserverNoteOpenSyncCompletion(TKelNode&) override {}
 };
 
-// Takes every wake-up waiting in the main queue, without dispatching, and counts them.
-int TakeWakeUps() {
+// Takes every wake-up waiting in the main queue, without dispatching, and counts those meant
+// for target (all of them when target is null).
+int TakeWakeUps(EventTargetRef target = nullptr) {
     int count = 0;
     EventRef event = nullptr;
     while (ReceiveNextEvent(1, &kNodeEventSpec, 0, true, &event) == noErr) {
+        EventTargetRef meant = nullptr;
+        GetEventParameter(event, kEventParamPostTarget, typeEventTargetRef, nullptr, sizeof meant,
+                          nullptr, &meant);
+        count += target == nullptr || meant == target;
         ReleaseEvent(event);
-        ++count;
     }
     return count;
 }
 
-// Gives the watcher thread time to deliver what the file system reported.
-void Settle() {
-    std::this_thread::sleep_for(std::chrono::milliseconds(400));
+// Waits for a condition, with a generous deadline; step runs before each look.
+bool WaitFor(const std::function<bool()>& done, const std::function<void()>& step) {
+    auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+    while (!done() && std::chrono::steady_clock::now() < deadline) {
+        step();
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    }
+    return done();
 }
+
+// A window with one control, to carry an observatory's wake-ups.
+struct TickleControl {
+    TickleControl() {
+        Rect bounds = {100, 100, 300, 400};
+        CreateNewWindow(kDocumentWindowClass, 0, &bounds, &window);
+        Rect buttonBounds = {10, 10, 30, 100};
+        BTCreateControl(window, &buttonBounds, kControlKindPushButton, BCSTR("x"), &control);
+    }
+    ~TickleControl() { DisposeWindow(window); }
+    WindowRef window = nullptr;
+    ControlRef control = nullptr;
+};
 
 class TKelNodeObservatoryTest : public ::testing::Test {
 protected:
@@ -63,28 +85,39 @@ protected:
     TKelNode container;
 };
 
+// A second observatory on the same folder, drained by hand, tells when the watcher has
+// delivered a burst: both queues are filled in the same pass.
 TEST_F(TKelNodeObservatoryTest, TwentyQuickChangesGiveOneWakeUpAndOneDrain) {
-    TKelNodeObservatory observatory;
-    Recorder recorder;
+    TickleControl carrier;
+    ASSERT_NE(carrier.control, nullptr);
+    TKelNodeObservatory observatory, sentinel;
+    ASSERT_EQ(observatory.SetTickleControl(carrier.control), noErr);
+    EventTargetRef target = GetControlEventTarget(carrier.control);
+    Recorder recorder, watch;
     ASSERT_EQ(observatory.RegisterContainerObserver(container, recorder), noErr);
+    ASSERT_EQ(sentinel.RegisterContainerObserver(container, watch), noErr);
+    auto drainSentinel = [&] { sentinel.ProcessWaitingNodeEvents(); };
     for (int i = 0; i < 20; ++i) {
         keltest::WriteFile(folder / ("f" + std::to_string(i)), "x");
     }
-    Settle();
+    ASSERT_TRUE(WaitFor([&] { return watch.added.size() == 20; }, drainSentinel));
     keltest::WriteFile(folder / "late", "x"); // a second burst while the first is unread
-    Settle();
-    EXPECT_EQ(TakeWakeUps(), 1) << "one wake-up in flight until the queue is drained";
+    ASSERT_TRUE(WaitFor([&] { return watch.added.size() == 21; }, drainSentinel));
+    EXPECT_EQ(TakeWakeUps(target), 1) << "one wake-up in flight until the queue is drained";
     observatory.ProcessWaitingNodeEvents();
     EXPECT_EQ(recorder.added.size(), 21u);
     EXPECT_EQ(recorder.lastParent, container);
 
     fs::remove(folder / "late");
-    Settle();
-    EXPECT_EQ(TakeWakeUps(), 1) << "once drained, the next change wakes the main thread again";
+    ASSERT_TRUE(WaitFor([&] { return watch.deleted.size() == 1; }, drainSentinel));
+    EXPECT_EQ(TakeWakeUps(target), 1)
+        << "once drained, the next change wakes the main thread again";
     observatory.ProcessWaitingNodeEvents();
     ASSERT_EQ(recorder.deleted.size(), 1u);
     EXPECT_FALSE(recorder.deleted.front().IsEmpty());
     observatory.UnregisterContainerObserver(container, recorder);
+    sentinel.UnregisterContainerObserver(container, watch);
+    observatory.SetTickleControl(nullptr);
 }
 
 TEST_F(TKelNodeObservatoryTest, BlockingWaitsForChangesAndDrainsEveryObservatory) {
@@ -104,11 +137,41 @@ TEST_F(TKelNodeObservatoryTest, BlockingWaitsForChangesAndDrainsEveryObservatory
     EXPECT_EQ(TKelNodeObservatory::BlockForNodeEvents(0.05), eventLoopTimedOutErr);
     keltest::WriteFile(otherFolder / "x", "x");
     keltest::WriteFile(folder / "a", "x");
-    Settle();
-    EXPECT_EQ(TKelNodeObservatory::BlockForNodeEvents(2.0), noErr);
+    EXPECT_TRUE(WaitFor([&] { return !recorder.added.empty(); },
+                        [] { TKelNodeObservatory::BlockForNodeEvents(0.1); }));
     EXPECT_EQ(recorder.added.size(), 1u);
     EXPECT_FALSE(later);
     observatory->UnregisterContainerObserver(container, recorder);
+}
+
+// Unregistering must also drop what is already queued: the observer may be gone next.
+TEST_F(TKelNodeObservatoryTest, AnUnregisteredObserverHearsNothingMore) {
+    TKelNodeObservatory observatory, sentinel;
+    Recorder recorder, watch;
+    observatory.RegisterContainerObserver(container, recorder);
+    sentinel.RegisterContainerObserver(container, watch);
+    keltest::WriteFile(folder / "a", "x");
+    ASSERT_TRUE(WaitFor([&] { return !watch.added.empty(); },
+                        [&] { sentinel.ProcessWaitingNodeEvents(); }));
+    observatory.UnregisterContainerObserver(container, recorder);
+    observatory.ProcessWaitingNodeEvents();
+    EXPECT_TRUE(recorder.added.empty()) << "the event was queued before, and must not arrive";
+    sentinel.UnregisterContainerObserver(container, watch);
+}
+
+// A wake-up that has no live control to go to (none was set, or it was disposed) reaches the
+// application's target; the observatory must still be drained, and hear later changes too.
+TEST_F(TKelNodeObservatoryTest, AWakeUpWithoutItsControlStillArrives) {
+    TKelNodeObservatory observatory;
+    Recorder recorder;
+    observatory.RegisterContainerObserver(container, recorder);
+    auto runLoop = [] { RunCurrentEventLoop(0.05); };
+    keltest::WriteFile(folder / "first", "x");
+    EXPECT_TRUE(WaitFor([&] { return recorder.added.size() == 1; }, runLoop));
+    keltest::WriteFile(folder / "second", "x");
+    EXPECT_TRUE(WaitFor([&] { return recorder.added.size() == 2; }, runLoop))
+        << "the first wake-up must not leave the observatory deaf";
+    observatory.UnregisterContainerObserver(container, recorder);
 }
 
 TEST_F(TKelNodeObservatoryTest, WakeUpsReachTheTickleControlThroughTheEventLoop) {
@@ -127,9 +190,8 @@ TEST_F(TKelNodeObservatoryTest, WakeUpsReachTheTickleControlThroughTheEventLoop)
         observatory.RegisterContainerObserver(container, recorder);
         keltest::WriteFile(folder / "seen", "x");
         keltest::WriteFile(folder / "seen", "changed");
-        for (int i = 0; i < 40 && recorder.added.empty(); ++i) {
-            RunCurrentEventLoop(0.05);
-        }
+        EXPECT_TRUE(
+            WaitFor([&] { return !recorder.added.empty(); }, [] { RunCurrentEventLoop(0.05); }));
         EXPECT_EQ(recorder.added.size(), 1u);
         observatory.UnregisterContainerObserver(container, recorder);
         observatory.SetTickleControl(nullptr);

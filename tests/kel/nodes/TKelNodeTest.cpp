@@ -2,6 +2,7 @@
 
 #include "KelNodeTesting.h"
 #include "tests/support/TestEnvironment.h"
+#include "tests/support/Unprivileged.h"
 
 #include <gtest/gtest.h>
 #include <unistd.h>
@@ -82,9 +83,9 @@ TEST_F(TKelNodeTest, SpeciesFollowTheMaskAndTheTree) {
     EXPECT_EQ(NodeAt(folder / "file.txt").GetSpecies(kNodeSpeciesAll), kNodeSpeciesFile);
     TKelNode link = NodeAt(folder / "link");
     EXPECT_EQ(link.GetSpecies(kNodeSpeciesAll), kNodeSpeciesAlias);
-    NodeSpecies plain = link.GetSpecies(kNodeSpeciesAll & ~kNodeSpeciesAlias);
-    EXPECT_TRUE(plain == kNodeSpeciesFile || plain == kNodeSpeciesFolder)
-        << "with the alias bit off, a link reports what the service says";
+    // With the alias bit off a link reports what the service says, and the service does not
+    // open a link as a container: it counts as a file.
+    EXPECT_EQ(link.GetSpecies(kNodeSpeciesAll & ~kNodeSpeciesAlias), kNodeSpeciesFile);
 }
 
 TEST_F(TKelNodeTest, OriginalInfoLooksThroughAliases) {
@@ -117,6 +118,22 @@ TEST_F(TKelNodeTest, OriginalInfoLooksThroughAliases) {
     EXPECT_EQ(fileAlias.species, kNodeSpeciesFile);
     EXPECT_EQ(fileAlias.type, NodeCode("TEXT"));
     EXPECT_EQ(fileAlias.identifier, u"text/plain") << "the identifier comes from the original";
+}
+
+// Most types have no four-character code; a link to such a file is still a working link.
+TEST_F(TKelNodeTest, LinksToFilesWithoutATypeCodeCountAsTheirTarget) {
+    auto folder = keltest::MakeScratchFolder("untyped");
+    for (const char* name : {"report.odt", "song.flac"}) {
+        keltest::WriteFile(folder / name, "x");
+        fs::create_symlink(folder / name, folder / (std::string(name) + " link"));
+        Info target = OriginalInfo(NodeAt(folder / name), true);
+        ASSERT_EQ(target.type, 0u) << name << " has a code after all; pick another type";
+        Info link = OriginalInfo(NodeAt(folder / (std::string(name) + " link")), true);
+        EXPECT_EQ(link.status, noErr) << name;
+        EXPECT_EQ(link.species, kNodeSpeciesFile) << name;
+        EXPECT_EQ(link.type, 0u) << name;
+        EXPECT_EQ(link.creator, 0u) << name;
+    }
 }
 
 TEST_F(TKelNodeTest, BrokenAndLoopingLinksFailTheClassification) {
@@ -214,16 +231,23 @@ TEST_F(TKelNodeTest, VanishedFilesAndUnreadableFoldersFailQuietly) {
     fs::remove(folder / "brief");
     EXPECT_FALSE(node.Validate());
     TUniString kept = Text(u"kept");
-    if (node.GetPropertyAsString(NodeCode("utid"), kept) != noErr) {
-        EXPECT_EQ(Chars(kept), u"kept") << "a failed read leaves the value alone";
-    }
+    EXPECT_NE(node.GetPropertyAsString(NodeCode("utid"), kept), noErr) << "a gone file has no type";
+    EXPECT_EQ(Chars(kept), u"kept") << "a failed read leaves the value alone";
+
     fs::create_directory(folder / "locked");
     keltest::WriteFile(folder / "locked" / "inside", "x");
+    fs::create_directory(folder / "open");
+    fs::create_directory(folder / "open" / "inside");
     fs::permissions(folder / "locked", fs::perms::none);
-    if (geteuid() != 0) {
-        EXPECT_TRUE(
-            NodeAt(folder / "locked").GetChildStartsWith(Text(u""), false, false).IsEmpty());
-    }
+    int failures = keltest::RunUnprivileged(folder, [&] {
+        // The open folder shows the check can see anything at all.
+        bool seesOpen =
+            !NodeAt(folder / "open").GetChildStartsWith(Text(u""), false, false).IsEmpty();
+        bool seesLocked =
+            !NodeAt(folder / "locked").GetChildStartsWith(Text(u""), false, false).IsEmpty();
+        return int(!seesOpen) + int(seesLocked);
+    });
+    EXPECT_EQ(failures, 0);
     fs::permissions(folder / "locked", fs::perms::owner_all);
 }
 

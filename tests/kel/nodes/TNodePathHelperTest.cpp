@@ -1,11 +1,17 @@
 #include "kel/nodes/TNodePathHelper.h"
 
 #include "KelNodeTesting.h"
+#include "basalt/nodes/NodeVolumes.h"
 #include "kel/foundation/TObjectRef.h"
 #include "kel/nodes/NodeRefOperations.h"
 #include "tests/support/TestEnvironment.h"
 
 #include <gtest/gtest.h>
+#include <sched.h>
+#include <sys/mount.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 using namespace kelnodetest;
 namespace fs = std::filesystem;
@@ -142,6 +148,70 @@ TEST_F(TNodePathHelperTest, VolumesFolderAndVolumeNameLeadToTheSameVolume) {
     for (const TKelNode& node : collapsed.NodePath()) {
         EXPECT_FALSE(NodeIsAlias(node.PeekNodeRef())) << "no volume entry left in the path";
     }
+}
+
+// A URL that ends at a volume's entry in the volumes folder collapses to the volume itself.
+TEST_F(TNodePathHelperTest, AURLEndingAtAVolumeEntryCollapsesToTheVolume) {
+    TObjectRef url(BCURLCreateWithFileSystemPath(nullptr,
+                                                 String(u"/Volumes/" + BootName()).AsBCStringRef(),
+                                                 kBCURLPOSIXPathStyle, true),
+                   false);
+    TNodePathHelper helper(static_cast<BCURLRef>(url.Get()));
+    ASSERT_TRUE(helper.IsComplete());
+    ASSERT_EQ(helper.NodePath().size(), 2u);
+    EXPECT_TRUE(helper.NodePath()[0].IsRoot());
+    EXPECT_EQ(helper.NodePath()[1], TKelNode::GetBootNode());
+}
+
+TEST_F(TNodePathHelperTest, DoubledLeadingAndTrailingSlashesChangeNothing) {
+    TKelNode usrBin = Leaf(u"/usr/bin");
+    ASSERT_FALSE(usrBin.IsEmpty());
+    for (const char16_t* text : {u"//usr/bin", u"///usr//bin/", u"/usr/bin//"}) {
+        EXPECT_EQ(Leaf(text), usrBin) << basalt::files::EncodeName(text);
+    }
+}
+
+TEST_F(TNodePathHelperTest, NetworkIsReachedFromTheTop) {
+    TKelNode network(TKelNode::GetNetworkNodeRef(), true);
+    ASSERT_FALSE(network.IsEmpty());
+    EXPECT_EQ(Leaf(u"/Network"), network);
+    EXPECT_EQ(Leaf(u"/Network/"), network);
+    EXPECT_TRUE(Leaf(u"/Network/no such server").IsEmpty());
+}
+
+// A volume whose name matches a folder of "/" (here "USR", against "usr", so even by case
+// alone) must not capture paths that exist from "/"; it is still reached by its own name and
+// through the volumes folder. The volume is a tmpfs mounted under /mnt in a mount namespace
+// of a child process, so nobody else sees it.
+TEST_F(TNodePathHelperTest, FoldersOfTheBootVolumeWinOverVolumesOfTheSameName) {
+    if (geteuid() != 0) {
+        GTEST_SKIP() << "mounting a volume needs root";
+    }
+    pid_t child = fork();
+    ASSERT_GE(child, 0);
+    if (child == 0) {
+        if (unshare(CLONE_NEWNS) != 0 ||
+            mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 ||
+            mount("kel-test", "/mnt", "tmpfs", 0, nullptr) != 0 || mkdir("/mnt/USR", 0755) != 0 ||
+            mount("kel-test", "/mnt/USR", "tmpfs", 0, nullptr) != 0) {
+            _exit(125);
+        }
+        basalt::nodes::RefreshVolumes();
+        TKelNode volume = NodeAt("/mnt/USR");
+        bool isVolume = NodeIsVolume(volume.PeekNodeRef());
+        bool folderWins = Leaf(u"/usr/bin") == NodeAt("/usr/bin");
+        bool byName = Leaf(u"/USR") == volume;
+        TKelNode entry = Leaf(u"/Volumes/USR"), entered;
+        bool byVolumes = entry.FollowAlias(false, entered) == noErr && entered == volume;
+        _exit(isVolume && folderWins && byName && byVolumes ? 0 : 1 + !folderWins);
+    }
+    int status = 0;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    ASSERT_TRUE(WIFEXITED(status));
+    if (WEXITSTATUS(status) == 125) {
+        GTEST_SKIP() << "no mount namespace here";
+    }
+    EXPECT_EQ(WEXITSTATUS(status), 0) << "1: the volume is not reached; 2: it captured /usr";
 }
 
 TEST_F(TNodePathHelperTest, NodePathsGiveTextAndURLs) {

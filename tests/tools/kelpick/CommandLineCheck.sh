@@ -1,0 +1,34 @@
+#!/bin/sh
+# kelpick's answers to the command line itself: help and version on standard output with exit 0,
+# errors with exit 2, and a script step that cannot be done ending the run at once.
+#   CommandLineCheck.sh KELPICK VERSION
+set -u
+kelpick=$1 version=$2
+failures=0
+
+fail() {
+    echo "FAIL: $*"
+    failures=$((failures + 1))
+}
+
+# expect CODE STDOUT-PATTERN STDERR-PATTERN ARGS...
+expect() {
+    code=$1 out_pattern=$2 err_pattern=$3
+    shift 3
+    out=$("$kelpick" "$@" 2>stderr.txt)
+    got=$?
+    [ "$got" -eq "$code" ] || fail "kelpick $*: exit $got, expected $code"
+    printf '%s\n' "$out" | grep -q -- "$out_pattern" || fail "kelpick $*: stdout was '$out'"
+    [ -z "$err_pattern" ] || grep -q -- "$err_pattern" stderr.txt || fail "kelpick $*: stderr was '$(cat stderr.txt)'"
+}
+
+cd "$(mktemp -d)" || exit 1
+expect 0 '^usage: kelpick ask-save' '' --help
+expect 0 '^usage: kelpick ask-save' '' ask-review --help
+expect 0 '^usage: kelpick ask-save' '' ask-save --document Report -h
+expect 0 "^kelpick $version\$" '' --version
+expect 2 '' 'unknown command ask-nothing' ask-nothing
+# The dialog would wait ten minutes for an answer; the failed click must end it long before.
+expect 2 '^$' 'the dialog has no item 9' ask-discard --document Plan --headless --timeout 600 --script 'click:9'
+[ "$failures" -eq 0 ] && echo "kelpick command line: all checks passed"
+exit "$failures"
