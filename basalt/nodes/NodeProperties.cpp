@@ -7,6 +7,7 @@
 #include "basalt/files/BFLongPath.h"
 #include "basalt/files/BFNameCodec.h"
 #include "basalt/nodes/NodeBookmarks.h"
+#include "basalt/nodes/NodeQueryState.h"
 #include "basalt/nodes/NodeStat.h"
 #include "basalt/nodes/NodeTable.h"
 #include "basalt/nodes/NodeVolumes.h"
@@ -75,7 +76,10 @@ std::string TypeOf(NodeRef node) {
         return "inode/symlink";
     case NodeKind::VolumesFolder:
     case NodeKind::Sidebar:
+    case NodeKind::QueryHits:
         return "inode/directory";
+    case NodeKind::Query:
+        return "inode/x-kel-query";
     default:
         return TypeOfFileSystemNode(node);
     }
@@ -83,6 +87,12 @@ std::string TypeOf(NodeRef node) {
 
 StatusCode StringProperty(NodeRef node, FourCharCode code, std::u16string& out) {
     bool fileSystem = node->IsFileSystem();
+    NodeKind kind = node->kind.load();
+    if ((kind == NodeKind::Query || kind == NodeKind::QueryHits) &&
+        (code == NodeCode("pnam") || code == NodeCode("dnam"))) {
+        out = QueryName(node);
+        return noErr;
+    }
     if (node->kind == NodeKind::Bookmark &&
         (code == NodeCode("pnam") || code == NodeCode("dnam"))) {
         out = BookmarkDisplayName(node);
@@ -202,6 +212,7 @@ StatusCode GetNodePropertyAsStringNew(NodeRef node, FourCharCode code, BCIndex c
                                       BCIndex* length, UniChar* chars, uint32_t) {
     if (node == nullptr || capacity < 0 || (capacity > 0 && chars == nullptr))
         return paramErr;
+    node = PropertySubject(node);
     std::u16string text;
     if (StatusCode status = StringProperty(node, code, text))
         return status;
@@ -215,6 +226,7 @@ StatusCode GetNodePropertyAsFourCharCode(NodeRef node, FourCharCode code, FourCh
                                          uint32_t) {
     if (node == nullptr || value == nullptr)
         return paramErr;
+    node = PropertySubject(node);
     FourCharCode result = 0;
     StatusCode status = kNodePropertyNotSupportedErr;
     if (code == NodeCode("asty")) {
@@ -234,6 +246,7 @@ StatusCode GetNodePropertyAsFourCharCode(NodeRef node, FourCharCode code, FourCh
 StatusCode GetNodePropertyAsInt16(NodeRef node, FourCharCode code, int16_t* value, uint32_t) {
     if (node == nullptr || value == nullptr)
         return paramErr;
+    node = PropertySubject(node);
     if (code == NodeCode("fflg")) {
         *value = static_cast<int16_t>((NodeIsAlias(node) ? 0x8000 : 0) |
                                       (NodeIsVisible(node) ? 0 : 0x4000));
@@ -259,6 +272,7 @@ StatusCode GetNodePropertyAsInt16(NodeRef node, FourCharCode code, int16_t* valu
 StatusCode GetNodePropertyAsInt64(NodeRef node, FourCharCode code, int64_t* value, uint32_t) {
     if (node == nullptr || value == nullptr)
         return paramErr;
+    node = PropertySubject(node);
     NodeStat stat;
     if (code == NodeCode("dats")) {
         if (StatusCode status = StatFor(node, stat))
@@ -277,6 +291,7 @@ StatusCode GetNodePropertyAsDateTime(NodeRef node, FourCharCode code, uint32_t* 
     int64_t seconds = 0;
     if (node == nullptr || value == nullptr)
         return paramErr;
+    node = PropertySubject(node);
     if (StatusCode status = DateSeconds(node, code, seconds))
         return status;
     std::time_t at = static_cast<std::time_t>(seconds);
@@ -291,6 +306,7 @@ StatusCode GetNodePropertyAsUTCDateTime(NodeRef node, FourCharCode code, UTCDate
     int64_t seconds = 0;
     if (node == nullptr || value == nullptr)
         return paramErr;
+    node = PropertySubject(node);
     if (StatusCode status = DateSeconds(node, code, seconds))
         return status;
     *value = basalt::files::UTCDateTimeFromUnix(seconds, 0);
@@ -300,6 +316,7 @@ StatusCode GetNodePropertyAsUTCDateTime(NodeRef node, FourCharCode code, UTCDate
 StatusCode GetNodePropertyAsBoolean(NodeRef node, FourCharCode code, Boolean* value, uint32_t) {
     if (node == nullptr || value == nullptr)
         return paramErr;
+    node = PropertySubject(node);
     if (!node->IsFileSystem())
         return kNodePropertyNotSupportedErr;
     if (code == NodeCode("aslk"))
@@ -314,6 +331,7 @@ StatusCode GetNodePropertyAsBoolean(NodeRef node, FourCharCode code, Boolean* va
 StatusCode NodeGetPermissions(NodeRef node, uint32_t* bits) {
     if (node == nullptr || bits == nullptr)
         return paramErr;
+    node = PropertySubject(node);
     if (!node->IsFileSystem()) {
         *bits &= kNodePermissionRead;
         return noErr;
@@ -342,6 +360,8 @@ StatusCode NodeGetNameSyntaxHint(NodeRef node, uint32_t* hint) {
 }
 
 int16_t NodeStringCompare(NodeRef a, NodeRef b, FourCharCode code, NodeStringCompareProc compare) {
+    a = PropertySubject(a);
+    b = PropertySubject(b);
     std::u16string textA, textB;
     if (a != nullptr)
         StringProperty(a, code, textA);
@@ -356,6 +376,7 @@ int16_t NodeStringCompare(NodeRef a, NodeRef b, FourCharCode code, NodeStringCom
 StatusCode NodeGetSortKey(NodeRef node, FourCharCode code, const uint8_t** key, BCIndex* length) {
     if (node == nullptr || key == nullptr || length == nullptr)
         return paramErr;
+    node = PropertySubject(node);
     if (code != NodeCode("pnam") && code != NodeCode("dnam"))
         return kNodePropertyNotSupportedErr;
     auto slot = [&]() -> std::optional<std::vector<uint8_t>>& {

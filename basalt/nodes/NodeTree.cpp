@@ -6,6 +6,7 @@
 #include "basalt/nodes/NodeBookmarks.h"
 #include "basalt/nodes/NodeListing.h"
 #include "basalt/nodes/NodeProperties.h"
+#include "basalt/nodes/NodeQueryState.h"
 #include "basalt/nodes/NodeStat.h"
 #include "basalt/nodes/NodeVolumes.h"
 
@@ -152,6 +153,7 @@ NodeRef GetHomeNode() {
 Boolean NodeValidate(NodeRef node) {
     if (node == nullptr)
         return false;
+    node = PropertySubject(node); // a hit is valid while the item found is
     if (!node->IsFileSystem())
         return true;
     Forget(node);
@@ -231,6 +233,7 @@ Boolean NodeIsContainer(NodeRef node) {
     case NodeKind::VolumesFolder:
     case NodeKind::VolumeAlias: // an entry of the volumes folder opens onto its volume
     case NodeKind::Sidebar:
+    case NodeKind::QueryHits:
         return true;
     default:
         return false;
@@ -278,23 +281,25 @@ Boolean NodeIsVisible(NodeRef node) {
     return !IsListedHidden(node->parent, node->name);
 }
 
-Boolean NodeIsQuery(NodeRef) {
-    return false;
+Boolean NodeIsQuery(NodeRef node) {
+    return node != nullptr && node->kind == NodeKind::Query;
 }
-Boolean NodeIsQueryHit(NodeRef) {
-    return false;
+Boolean NodeIsQueryHit(NodeRef node) {
+    return node != nullptr && node->kind == NodeKind::QueryHit;
 }
-Boolean NodeIsQueryHitsContainer(NodeRef) {
-    return false;
+Boolean NodeIsQueryHitsContainer(NodeRef node) {
+    return node != nullptr && node->kind == NodeKind::QueryHits;
 }
-Boolean NodeIsSavedQuery(NodeRef) {
-    return false;
+Boolean NodeIsSavedQuery(NodeRef node) {
+    return node != nullptr && node->IsFileSystem() && EndsWithFolded(node->name, ".kelsearch") &&
+           SettledKind(node) == NodeKind::File;
 }
 
 StatusCode NodeGetOriginal(NodeRef node, Boolean, NodeRef* out) {
     if (node == nullptr || out == nullptr)
         return paramErr;
-    if (node->kind == NodeKind::VolumeAlias) {
+    NodeKind kind = node->kind.load();
+    if (kind == NodeKind::VolumeAlias || kind == NodeKind::Query || kind == NodeKind::QueryHit) {
         NodeRef target = node->aliasTarget.load();
         *out = CopyNodeRef(target);
         return target != nullptr ? StatusCode(noErr) : StatusCode(fnfErr);
@@ -324,7 +329,14 @@ StatusCode NodeFollowAlias(NodeRef node, Boolean flag, NodeRef* out) {
     if (node == nullptr || out == nullptr)
         return paramErr;
     NodeHolder current(CopyNodeRef(node));
-    std::unordered_set<NodeRef> seen{node};
+    if (NodeIsQuery(node) || NodeIsQueryHit(node)) {
+        // A query leads to its hits, a hit to what was found; from there on links are followed.
+        NodeRef next = nullptr;
+        if (StatusCode status = NodeGetOriginal(node, flag, &next))
+            return status;
+        current = NodeHolder(next);
+    }
+    std::unordered_set<NodeRef> seen{current.Get()};
     for (int step = 0; NodeIsAlias(current.Get()); ++step) {
         NodeRef next = nullptr;
         if (StatusCode status = NodeGetOriginal(current.Get(), flag, &next))

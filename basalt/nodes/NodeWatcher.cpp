@@ -159,6 +159,13 @@ StatusCode NodeWatcher::Sync(NodeRef container) {
     return noErr;
 }
 
+void NodeWatcher::Announce(NodeRef container, uint32_t kind, NodeRef child, NodeRef parent) {
+    Touched touched;
+    std::lock_guard lock(mutex_);
+    Send(container, kind, child, parent, 0, touched);
+    Tickle(touched);
+}
+
 // The file system is compared both with the names the watcher has seen and with the children
 // that are held: a visible child that nobody holds can be in no client's list, and a held one
 // that is gone from the folder is in some. So a change whose event was lost is made good.

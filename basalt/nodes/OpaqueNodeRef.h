@@ -31,7 +31,10 @@ enum class NodeKind : uint8_t {
     VolumesFolder,
     VolumeAlias,
     Sidebar,
-    Bookmark, // a row of the places list, see NodeBookmarks.h
+    Query,     // a search; its aliasTarget is its hits container
+    QueryHits, // the hits of a search
+    QueryHit,  // one hit; its aliasTarget is the item found
+    Bookmark,  // a row of the places list, see NodeBookmarks.h
 };
 
 struct NodeStat {

@@ -1,0 +1,192 @@
+#include "basalt/types/QueryPattern.h"
+
+#include <unicode/normalizer2.h>
+#include <unicode/uchar.h>
+#include <unicode/utf8.h>
+
+namespace basalt::types {
+namespace {
+
+enum class CharClass : uint8_t { Other, Lower, Upper, Digit };
+
+CharClass ClassOf(char32_t c) {
+    if (c < 0x80) {
+        if (c >= 'a' && c <= 'z')
+            return CharClass::Lower;
+        if (c >= 'A' && c <= 'Z')
+            return CharClass::Upper;
+        return c >= '0' && c <= '9' ? CharClass::Digit : CharClass::Other;
+    }
+    if (u_isdigit(static_cast<UChar32>(c)))
+        return CharClass::Digit;
+    if (!u_isalpha(static_cast<UChar32>(c)))
+        return CharClass::Other;
+    return u_isupper(static_cast<UChar32>(c)) ? CharClass::Upper : CharClass::Lower;
+}
+
+char32_t FoldCase(char32_t c) {
+    if (c < 0x80)
+        return c >= 'A' && c <= 'Z' ? c + 32 : c;
+    return static_cast<char32_t>(u_foldCase(static_cast<UChar32>(c), U_FOLD_CASE_DEFAULT));
+}
+
+// Appends c as the modifiers ask: decomposed without its marks, case folded.
+template <typename Emit>
+void FoldInto(char32_t c, PatternModifiers modifiers, Emit emit) {
+    if (c >= 0x80 && modifiers.ignoreDiacritics) {
+        UErrorCode error = U_ZERO_ERROR;
+        const icu::Normalizer2* nfd = icu::Normalizer2::getNFDInstance(error);
+        icu::UnicodeString pieces;
+        if (U_SUCCESS(error) && nfd->getDecomposition(static_cast<UChar32>(c), pieces)) {
+            for (int32_t at = 0; at < pieces.length();) {
+                UChar32 piece = pieces.char32At(at);
+                at += U16_LENGTH(piece);
+                if (u_charType(piece) != U_NON_SPACING_MARK)
+                    emit(modifiers.ignoreCase ? FoldCase(static_cast<char32_t>(piece))
+                                              : static_cast<char32_t>(piece));
+            }
+            return;
+        }
+        if (u_charType(static_cast<UChar32>(c)) == U_NON_SPACING_MARK)
+            return;
+    }
+    emit(modifiers.ignoreCase ? FoldCase(c) : c);
+}
+
+bool IsAlnum(CharClass k) {
+    return k != CharClass::Other;
+}
+
+// A word starts where a run of letters and digits starts, where a capital follows a small
+// letter, where a capital that begins a word follows a run of capitals ("HTMLFile"), and
+// where letters turn into digits or back.
+bool StartsWord(CharClass before, CharClass at, CharClass after) {
+    if (!IsAlnum(at))
+        return false;
+    if (!IsAlnum(before))
+        return true;
+    if ((before == CharClass::Digit) != (at == CharClass::Digit))
+        return true;
+    if (at == CharClass::Upper && before == CharClass::Lower)
+        return true;
+    return at == CharClass::Upper && before == CharClass::Upper && after == CharClass::Lower;
+}
+
+void Decode(std::string_view utf8, std::vector<char32_t>& out) {
+    out.resize(utf8.size());
+    size_t count = 0;
+    const auto* bytes = reinterpret_cast<const uint8_t*>(utf8.data());
+    int32_t length = static_cast<int32_t>(utf8.size());
+    for (int32_t at = 0; at < length;) {
+        UChar32 c;
+        U8_NEXT(bytes, at, length, c);
+        out[count++] = c < 0 ? U'\uFFFD' : static_cast<char32_t>(c);
+    }
+    out.resize(count);
+}
+
+} // namespace
+
+void FoldText(std::string_view utf8, PatternModifiers modifiers, FoldedText& out) {
+    Decode(utf8, out.original);
+    out.text.clear();
+    out.wordStart.clear();
+    out.wordEnd.clear();
+    const std::vector<char32_t>& original = out.original;
+    CharClass before = CharClass::Other;
+    for (size_t i = 0; i < original.size(); ++i) {
+        CharClass at = ClassOf(original[i]);
+        if (modifiers.ignoreDiacritics && original[i] >= 0x80 &&
+            u_charType(static_cast<UChar32>(original[i])) == U_NON_SPACING_MARK)
+            continue; // a mark belongs to the letter before it
+        CharClass after = i + 1 < original.size() ? ClassOf(original[i + 1]) : CharClass::Other;
+        bool starts = StartsWord(before, at, after);
+        bool endsBefore = IsAlnum(before) && (starts || !IsAlnum(at));
+        size_t first = out.text.size();
+        FoldInto(original[i], modifiers, [&](char32_t c) {
+            out.wordStart.push_back(out.text.size() == first && starts);
+            out.wordEnd.push_back(out.text.size() == first && endsBefore);
+            out.text.push_back(c);
+        });
+        before = at;
+    }
+    out.wordStart.push_back(false);
+    out.wordEnd.push_back(IsAlnum(before));
+}
+
+QueryPattern::QueryPattern(const std::u32string& text, const std::vector<bool>& escaped,
+                           PatternModifiers modifiers)
+    : modifiers_(modifiers) {
+    for (size_t i = 0; i < text.size(); ++i) {
+        bool isEscaped = i < escaped.size() && escaped[i];
+        if (!isEscaped && (text[i] == U'*' || text[i] == U'?')) {
+            hasWildcards_ = true;
+            // Runs of stars are one star, which keeps the match linear in the subject.
+            if (text[i] == U'?' || tokens_.empty() || tokens_.back() != kAnyRun)
+                tokens_.push_back(text[i] == U'*' ? kAnyRun : kAnyOne);
+            continue;
+        }
+        FoldInto(text[i], modifiers,
+                 [&](char32_t c) { tokens_.push_back(static_cast<int32_t>(c)); });
+    }
+}
+
+bool QueryPattern::MatchesFrom(Scratch& scratch, size_t start, bool anyWordEnd) const {
+    const std::vector<char32_t>& subject = scratch.folded.text;
+    size_t size = subject.size();
+    std::vector<uint8_t>& reach = scratch.reach;
+    std::vector<uint8_t>& next = scratch.next;
+    reach.assign(size + 1, 0);
+    next.assign(size + 1, 0);
+    reach[start] = 1;
+    for (int32_t token : tokens_) {
+        std::fill(next.begin() + static_cast<std::ptrdiff_t>(start), next.end(), 0);
+        bool any = false;
+        if (token == kAnyRun) {
+            uint8_t on = 0;
+            for (size_t p = start; p <= size; ++p) {
+                on |= reach[p];
+                next[p] = on;
+                any |= on != 0;
+            }
+        } else {
+            for (size_t p = start; p < size; ++p) {
+                if (reach[p] && (token == kAnyOne || subject[p] == static_cast<char32_t>(token))) {
+                    next[p + 1] = 1;
+                    any = true;
+                }
+            }
+        }
+        if (!any)
+            return false;
+        reach.swap(next);
+    }
+    if (!anyWordEnd)
+        return reach[size] != 0;
+    for (size_t p = start; p <= size; ++p) {
+        if (reach[p] && scratch.folded.wordEnd[p])
+            return true;
+    }
+    return false;
+}
+
+bool QueryPattern::Matches(std::string_view utf8) const {
+    // Names are tested by the hundred thousand: the buffers are kept between calls.
+    thread_local Scratch scratch;
+    FoldText(utf8, modifiers_, scratch.folded);
+    const FoldedText& folded = scratch.folded;
+    if (!modifiers_.words)
+        return MatchesFrom(scratch, 0, false);
+    bool literalFirst = !tokens_.empty() && tokens_.front() >= 0;
+    for (size_t start = 0; start < folded.text.size(); ++start) {
+        if (!folded.wordStart[start])
+            continue;
+        if (literalFirst && folded.text[start] != static_cast<char32_t>(tokens_.front()))
+            continue; // most words fail on their first character
+        if (MatchesFrom(scratch, start, true))
+            return true;
+    }
+    return false;
+}
+
+} // namespace basalt::types
