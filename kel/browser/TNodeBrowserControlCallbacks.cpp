@@ -2,6 +2,7 @@
 // custom drawing and tracking of the preview column. Each finds its browser through the
 // control's reference and turns the item id back into a node.
 
+#include "kel/browser/BrowserNodes.h"
 #include "kel/browser/TNodeBrowserControl.h"
 
 #include <algorithm>
@@ -37,19 +38,6 @@ enum : unsigned long {
     kMessageDisabledItemClicked = 1000,
     kMessageReorderQuery = 1001,
 };
-
-bool IsHit(const TKelNode& node) {
-    return NodeIsQueryHit(node.PeekNodeRef());
-}
-
-TKelNode OriginalOfHit(const TKelNode& node) {
-    if (IsHit(node)) {
-        TKelNode original;
-        node.GetOriginal(false, original);
-        return original;
-    }
-    return node;
-}
 
 FourCharCode AliasType(const TKelNode& node) {
     FourCharCode type = 0;
@@ -116,7 +104,7 @@ StatusCode TNodeBrowserControl::ItemData(const TKelNode& node, unsigned long pro
     }
     case kPropertySelectable: {
         TKelNode subject = node;
-        if (IsHit(node)) {
+        if (IsQueryHit(node)) {
             node.FollowAlias(false, subject);
         }
         return SetGridBrowserItemDataBooleanValue(itemData, filter->CanSelect(subject, 0));
@@ -194,7 +182,7 @@ bool TNodeBrowserControl::CompareNotification(ControlRef, unsigned long item1, u
     TKelNode first{uintptr_t(item1)};
     TKelNode second{uintptr_t(item2)};
     // Query results stay in the order the query gave.
-    if (IsHit(first) || IsHit(second) || item1 == item2) {
+    if (IsQueryHit(first) || IsQueryHit(second) || item1 == item2) {
         return false;
     }
     const bool byName = property == 0 || property == kPropertyItemSelf ||

@@ -1,6 +1,7 @@
 // The open containers: opening, listing (at once, deferred, or on the node service's open
 // completion), the refresh timer, and the change events that add, remove and redraw rows.
 
+#include "kel/browser/BrowserNodes.h"
 #include "kel/browser/GridItemIDs.h"
 #include "kel/browser/TNodeBrowserControl.h"
 #include "kel/nodes/TKelNodeContainerIterator.h"
@@ -8,10 +9,6 @@
 namespace {
 
 constexpr double kSyncInterval = 15.0;
-
-bool IsHitsContainer(const TKelNode& node) {
-    return !node.IsEmpty() && NodeIsQueryHitsContainer(node.PeekNodeRef());
-}
 
 } // namespace
 

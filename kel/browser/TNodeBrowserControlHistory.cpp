@@ -2,15 +2,12 @@
 // moves through them, skipping and forgetting places whose folders are gone. suppressSnapshot
 // keeps a visit, and a change of view style, from recording itself.
 
+#include "kel/browser/BrowserNodes.h"
 #include "kel/browser/GridItemIDs.h"
 #include "kel/browser/TNodeBrowserControl.h"
 #include "kel/foundation/TKelPrefs.h"
 
 namespace {
-
-bool IsHitsContainer(const TKelNode& node) {
-    return !node.IsEmpty() && NodeIsQueryHitsContainer(node.PeekNodeRef());
-}
 
 void CancelQueryOf(const TViewSnapshot& snapshot) {
     if (!snapshot.queryNode.IsEmpty()) {

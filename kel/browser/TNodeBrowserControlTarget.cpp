@@ -2,6 +2,7 @@
 // changes in the control (CheckTarget) reconciled into one targetPath, which only
 // SynchronizeTargetPath writes; what the dialog is told and in which order.
 
+#include "kel/browser/BrowserNodes.h"
 #include "kel/browser/GridItemIDs.h"
 #include "kel/browser/TNodeBrowserControl.h"
 #include "kel/nodes/TNodePathHelper.h"
@@ -9,19 +10,6 @@
 #include <algorithm>
 
 namespace {
-
-bool IsHitsContainer(const TKelNode& node) {
-    return !node.IsEmpty() && NodeIsQueryHitsContainer(node.PeekNodeRef());
-}
-
-TKelNode OriginalOfHit(const TKelNode& node) {
-    if (!node.IsEmpty() && NodeIsQueryHit(node.PeekNodeRef())) {
-        TKelNode original;
-        node.GetOriginal(false, original);
-        return original;
-    }
-    return node;
-}
 
 bool SamePath(const TKelNodeArray& a, const TKelNodeArray& b) {
     return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin());

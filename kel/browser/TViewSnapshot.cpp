@@ -1,14 +1,8 @@
 #include "kel/browser/TViewSnapshot.h"
 
+#include "kel/browser/BrowserNodes.h"
+
 #include <algorithm>
-
-namespace {
-
-bool IsHitsContainer(const TKelNode& node) {
-    return !node.IsEmpty() && NodeIsQueryHitsContainer(node.PeekNodeRef());
-}
-
-} // namespace
 
 TViewSnapshot::TViewSnapshot(const TKelNodeArray& path, unsigned long viewStyle,
                              const TKelNode& queryNode, const TKelNode& queryScopeNode)
