@@ -108,6 +108,9 @@ public:
     virtual void FrameChanged() {}
     // The mouse moved with the button down after a click on this view; true if it took that.
     virtual bool Drag(BGPoint) { return false; }
+    // The wheel turned by lines (positive: up) with the mouse at a point of the view; true if
+    // the view scrolled.
+    virtual bool Wheel(BGPoint, int32_t) { return false; }
     virtual bool AcceptsFocus() const { return false; }
     virtual void FocusChanged(bool) {}
     // A key that reached the focused view: true if taken.

@@ -8,7 +8,9 @@
 #include "basalt/toolbox/controls/Splitter.h"
 
 #include <array>
+#include <string>
 #include <utility>
+#include <vector>
 
 namespace basalt::toolbox {
 namespace {
@@ -34,12 +36,39 @@ constexpr std::array<std::pair<std::string_view, uint32_t>, 18> kNames = {{
     {"view", kControlKindRoot},
 }};
 
+struct RegisteredKind {
+    OSType kind;
+    std::string name;
+    std::function<std::shared_ptr<View>()> make;
+};
+
+std::vector<RegisteredKind>& Registered() {
+    static std::vector<RegisteredKind> registered;
+    return registered;
+}
+
+const RegisteredKind* FindRegistered(OSType kind) {
+    for (const auto& entry : Registered())
+        if (entry.kind == kind)
+            return &entry;
+    return nullptr;
+}
+
 } // namespace
+
+void RegisterViewKind(OSType kind, std::string_view name,
+                      std::function<std::shared_ptr<View>()> make) {
+    if (FindRegistered(kind) == nullptr)
+        Registered().push_back({kind, std::string(name), std::move(make)});
+}
 
 std::optional<OSType> KindFromName(std::string_view name) {
     for (const auto& [known, kind] : kNames)
         if (known == name)
             return kind;
+    for (const auto& entry : Registered())
+        if (entry.name == name)
+            return entry.kind;
     return std::nullopt;
 }
 
@@ -47,10 +76,14 @@ std::string_view NameOfKind(OSType kind) {
     for (const auto& [name, known] : kNames)
         if (known == kind)
             return name;
+    if (const RegisteredKind* entry = FindRegistered(kind))
+        return entry->name;
     return {};
 }
 
 std::shared_ptr<View> MakeView(OSType kind) {
+    if (const RegisteredKind* entry = FindRegistered(kind))
+        return entry->make();
     switch (kind) {
     case kControlKindPushButton:
     case kControlKindBevelButton:

@@ -91,16 +91,20 @@ StatusCode MouseUp(Window& window, BGPoint local, uint32_t modifiers) {
     return noErr;
 }
 
-// The wheel scrolls the innermost scroll view under the mouse by lines.
+// The wheel scrolls the innermost view under the mouse that scrolls itself, or scroll view,
+// by lines.
 StatusCode Wheel(Window& window, EventRef event, BGPoint local) {
     int32_t delta = 0;
     GetParam(event, kEventParamMouseWheelDelta, typeSInt32, &delta);
-    for (View* view = window.Root().HitView(local); view != nullptr; view = view->Superview())
+    for (View* view = window.Root().HitView(local); view != nullptr; view = view->Superview()) {
+        if (view->Wheel(view->FromWindow(local), delta))
+            return noErr;
         if (auto* scroll = dynamic_cast<ScrollView*>(view)) {
             ScrollView::Info info = scroll->Query();
             scroll->ScrollBy(0, -delta * info.line.height);
             return noErr;
         }
+    }
     return eventNotHandledErr;
 }
 

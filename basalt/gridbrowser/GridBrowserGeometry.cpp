@@ -1,0 +1,185 @@
+// Where things are: the header, the rows and the scroll bar of list view, the columns and the
+// preview slot of column view, and scrolling to keep a row or a column in sight.
+
+#include "basalt/gridbrowser/GridBrowserView.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace basalt::gridbrowser {
+
+BGFloat GridBrowserView::HeaderHeight() const {
+    if (style_ != kGridBrowserListView)
+        return 0;
+    int32_t height = 20;
+    GetThemeMetric(kBTThemeMetricListHeaderHeight, &height);
+    return height;
+}
+
+BGRect GridBrowserView::RowArea() const {
+    BGRect bounds = Bounds();
+    BGFloat header = HeaderHeight();
+    BGFloat height = std::max<BGFloat>(0, bounds.size.height - header);
+    bool bar = BGFloat(rows_.size()) * rowHeight > height;
+    BGFloat width = std::max<BGFloat>(0, bounds.size.width - (bar ? kBarWidth : 0));
+    return BGRectMake(bounds.origin.x, bounds.origin.y + header, width, height);
+}
+
+BGFloat GridBrowserView::ContentHeight() {
+    return BGFloat(Rows().size()) * rowHeight;
+}
+
+bool GridBrowserView::VerticalBarShown() {
+    return style_ == kGridBrowserListView && ContentHeight() > RowArea().size.height;
+}
+
+BGRect GridBrowserView::VerticalBar() {
+    BGRect area = RowArea();
+    return BGRectMake(BGRectGetMaxX(area), area.origin.y, kBarWidth, area.size.height);
+}
+
+size_t GridBrowserView::ColumnCount() const {
+    return path_.size() + (PreviewItem() != 0 ? 1 : 0);
+}
+
+GridBrowserItemID GridBrowserView::PreviewItem() const {
+    if (style_ != kGridBrowserColumnView || selected_.size() != 1 || path_.empty())
+        return 0;
+    GridBrowserItemID item = *selected_.begin();
+    return tree_.ContainerOf(item) == path_.back() ? item : 0;
+}
+
+BGFloat GridBrowserView::PreviewWidth() const {
+    BGFloat rest = Bounds().size.width - BGFloat(path_.size()) * columnWidth;
+    return std::max(columnWidth + 60, rest);
+}
+
+BGFloat GridBrowserView::ColumnsWidth() const {
+    return BGFloat(path_.size()) * columnWidth + (PreviewItem() != 0 ? PreviewWidth() : 0);
+}
+
+BGFloat GridBrowserView::ColumnLeft(size_t column) const {
+    return Bounds().origin.x + BGFloat(column) * columnWidth - scroll_.x;
+}
+
+bool GridBrowserView::HorizontalBarShown() const {
+    return style_ == kGridBrowserColumnView && ColumnsWidth() > Bounds().size.width;
+}
+
+BGRect GridBrowserView::ColumnRowArea(size_t column) const {
+    BGRect bounds = Bounds();
+    BGFloat height = bounds.size.height - (HorizontalBarShown() ? kBarWidth : 0);
+    BGFloat width = column < path_.size() ? columnWidth : PreviewWidth();
+    return BGRectMake(ColumnLeft(column), bounds.origin.y, width, std::max<BGFloat>(0, height));
+}
+
+BGFloat& GridBrowserView::ColumnScroll(size_t column) {
+    columnScroll_.resize(path_.size(), 0);
+    return columnScroll_.at(column);
+}
+
+size_t GridBrowserView::PageRows() {
+    BGFloat height =
+        style_ == kGridBrowserListView ? RowArea().size.height : ColumnRowArea(0).size.height;
+    return std::max<size_t>(1, size_t(height / rowHeight) - 1);
+}
+
+std::optional<size_t> GridBrowserView::RowAt(BGPoint local) {
+    BGRect area = RowArea();
+    if (!BGRectContainsPoint(area, local))
+        return std::nullopt;
+    auto index = size_t(std::floor((local.y - area.origin.y + scroll_.y) / rowHeight));
+    if (index >= Rows().size())
+        return std::nullopt;
+    return index;
+}
+
+// ---- Scrolling -------------------------------------------------------------------------------
+
+void GridBrowserView::ClampScroll() {
+    if (style_ == kGridBrowserListView) {
+        BGFloat most = BGFloat(rows_.size()) * rowHeight - RowArea().size.height;
+        scroll_.y = std::clamp<BGFloat>(scroll_.y, 0, std::max<BGFloat>(0, most));
+        scroll_.x = 0;
+    } else {
+        BGFloat most = ColumnsWidth() - Bounds().size.width;
+        scroll_.x = std::clamp<BGFloat>(scroll_.x, 0, std::max<BGFloat>(0, most));
+        scroll_.y = 0;
+    }
+}
+
+void GridBrowserView::ScrollTo(BGPoint position) {
+    Rows();
+    scroll_ = position;
+    ClampScroll();
+    SetNeedsDisplay();
+}
+
+void GridBrowserView::RevealRow(size_t index, bool center) {
+    BGRect area = RowArea();
+    BGFloat top = BGFloat(index) * rowHeight;
+    if (top >= scroll_.y && top + rowHeight <= scroll_.y + area.size.height)
+        return;
+    if (center)
+        ScrollTo({scroll_.x, top - (area.size.height - rowHeight) / 2});
+    else if (top < scroll_.y)
+        ScrollTo({scroll_.x, top});
+    else
+        ScrollTo({scroll_.x, top + rowHeight - area.size.height});
+}
+
+void GridBrowserView::RevealColumn(size_t column) {
+    BGFloat left = BGFloat(column) * columnWidth;
+    BGFloat width = column < path_.size() ? columnWidth : PreviewWidth();
+    BGFloat visible = Bounds().size.width;
+    if (left < scroll_.x)
+        scroll_.x = left;
+    else if (left + width > scroll_.x + visible)
+        scroll_.x = left + width - visible;
+    ClampScroll();
+    SetNeedsDisplay();
+}
+
+void GridBrowserView::RevealInColumn(size_t column, GridBrowserItemID item, bool center) {
+    const auto& items = tree_.Children(path_[column]);
+    auto it = std::find(items.begin(), items.end(), item);
+    if (it == items.end())
+        return;
+    RevealColumn(column);
+    BGFloat top = BGFloat(it - items.begin()) * rowHeight;
+    BGFloat height = ColumnRowArea(column).size.height;
+    BGFloat& scroll = ColumnScroll(column);
+    if (top >= scroll && top + rowHeight <= scroll + height)
+        return;
+    if (center)
+        scroll = top - (height - rowHeight) / 2;
+    else
+        scroll = top < scroll ? top : top + rowHeight - height;
+    BGFloat most = BGFloat(items.size()) * rowHeight - height;
+    scroll = std::clamp<BGFloat>(scroll, 0, std::max<BGFloat>(0, most));
+    SetNeedsDisplay();
+}
+
+StatusCode GridBrowserView::Reveal(GridBrowserItemID item, GridBrowserPropertyID property,
+                                   bool center) {
+    if (style_ == kGridBrowserListView) {
+        const std::vector<Row>& rows = Rows();
+        auto it =
+            std::find_if(rows.begin(), rows.end(), [&](const Row& r) { return r.id == item; });
+        if (it == rows.end())
+            return kGridBrowserItemNotFound;
+        RevealRow(size_t(it - rows.begin()), center);
+        return noErr;
+    }
+    if (property == kGridBrowserColumnViewPreviewProperty && PreviewItem() == item && item != 0) {
+        RevealColumn(path_.size());
+        return noErr;
+    }
+    auto column = std::find(path_.begin(), path_.end(), tree_.ContainerOf(item));
+    if (item == 0 || column == path_.end())
+        return kGridBrowserItemNotFound;
+    RevealInColumn(size_t(column - path_.begin()), item, center);
+    return noErr;
+}
+
+} // namespace basalt::gridbrowser

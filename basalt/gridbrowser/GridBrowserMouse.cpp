@@ -1,0 +1,305 @@
+// The mouse. A press arrives as "cntl" 51 so that the control sees where it happened and with
+// which modifiers: clicks on rows, triangles and headers are done at once; dragging a column
+// edge or the scroll bar's thumb hands the rest of the press to the window's tracking, which
+// calls Drag until the release ends it in PerformClick.
+
+#include "basalt/gridbrowser/GridBrowserView.h"
+#include "basalt/toolbox/events/Event.h"
+#include "basalt/toolbox/windows/Window.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace basalt::gridbrowser {
+namespace {
+
+constexpr double kDoubleClickTime = 0.5;
+constexpr BGFloat kEdgeSlop = 3;
+constexpr BGFloat kTriangleWidth = 14;
+constexpr BGFloat kMinimumColumnWidth = 100;
+constexpr BGFloat kMaximumColumnWidth = 1000;
+
+} // namespace
+
+StatusCode GridBrowserView::HandleStandardEvent(EventHandlerCallRef call, EventRef event) {
+    if (event->eventClass == kEventClassControl && event->kind == kEventControlTrack)
+        return Track(event);
+    return View::HandleStandardEvent(call, event);
+}
+
+StatusCode GridBrowserView::Track(EventRef event) {
+    BGPoint local{};
+    uint32_t modifiers = 0;
+    toolbox::GetParam(event, kEventParamMouseLocation, typeBTPoint, &local);
+    toolbox::GetParam(event, kEventParamKeyModifiers, typeUInt32, &modifiers);
+    auto keep = Shared();
+    if (toolbox::Window* window = OwnerWindow())
+        window->SetFocus(this, kControlEditTextPart);
+    drag_ = DragKind::None;
+    if (ClickBar(local) || StartColumnResize(local))
+        return drag_ == DragKind::None ? noErr : eventNotHandledErr;
+    double time = clock();
+    if (style_ == kGridBrowserListView) {
+        if (local.y < Bounds().origin.y + HeaderHeight())
+            ClickHeader(local);
+        else
+            ClickListRow(local, modifiers, time);
+    } else {
+        ClickColumn(local, modifiers, time);
+    }
+    return noErr;
+}
+
+ControlPartCode GridBrowserView::HitTest(BGPoint) {
+    return drag_ != DragKind::None ? ControlPartCode(kControlIndicatorPart)
+                                   : ControlPartCode(kControlNoPart);
+}
+
+ControlPartCode GridBrowserView::PerformClick(ControlPartCode, uint32_t) {
+    drag_ = DragKind::None;
+    return kControlNoPart;
+}
+
+bool GridBrowserView::Drag(BGPoint local) {
+    BGFloat moved = local.x - dragStart_;
+    switch (drag_) {
+    case DragKind::ListColumn: {
+        if (dragColumn_ >= columns_.size())
+            return false;
+        ListColumn& column = columns_[dragColumn_];
+        BGFloat low = std::max<BGFloat>(16, column.desc.minimumWidth);
+        BGFloat high = column.desc.maximumWidth > 0 ? BGFloat(column.desc.maximumWidth) : 10000;
+        column.width = std::clamp<BGFloat>(dragOrigin_ + moved, low, std::max(low, high));
+        ColumnsChanged();
+        return true;
+    }
+    case DragKind::SharedWidth:
+        // The dragged edge follows the mouse: every column takes the same width.
+        columnWidth = std::clamp<BGFloat>(dragOrigin_ + moved / BGFloat(dragColumn_ + 1),
+                                          kMinimumColumnWidth, kMaximumColumnWidth);
+        ClampScroll();
+        SetNeedsDisplay();
+        return true;
+    case DragKind::Thumb: {
+        BGRect track = VerticalBar();
+        BGFloat content = ContentHeight();
+        BGFloat visible = RowArea().size.height;
+        BGFloat length = std::max<BGFloat>(20, track.size.height * visible / content);
+        BGFloat room = std::max<BGFloat>(1, track.size.height - length);
+        ScrollTo({scroll_.x, dragOrigin_ + (local.y - dragStart_) * (content - visible) / room});
+        return true;
+    }
+    default:
+        return false;
+    }
+}
+
+bool GridBrowserView::Wheel(BGPoint local, int32_t lines) {
+    BGFloat delta = -BGFloat(lines) * rowHeight;
+    if (style_ == kGridBrowserListView) {
+        ScrollTo({scroll_.x, scroll_.y + delta});
+        return true;
+    }
+    for (size_t column = 0; column < path_.size(); ++column) {
+        BGRect area = ColumnRowArea(column);
+        if (local.x < area.origin.x || local.x >= BGRectGetMaxX(area))
+            continue;
+        BGFloat content = BGFloat(tree_.Children(path_[column]).size()) * rowHeight;
+        BGFloat& scroll = ColumnScroll(column);
+        scroll = std::clamp<BGFloat>(scroll + delta, 0,
+                                     std::max<BGFloat>(0, content - area.size.height));
+        SetNeedsDisplay();
+        return true;
+    }
+    return true;
+}
+
+// ---- Bars and edges --------------------------------------------------------------------------
+
+bool GridBrowserView::ClickBar(BGPoint local) {
+    if (style_ == kGridBrowserListView) {
+        if (!VerticalBarShown() || !BGRectContainsPoint(VerticalBar(), local))
+            return false;
+        BGRect track = VerticalBar();
+        BGFloat content = ContentHeight();
+        BGFloat visible = RowArea().size.height;
+        BGFloat length = std::max<BGFloat>(20, track.size.height * visible / content);
+        BGFloat start =
+            track.origin.y + (track.size.height - length) * scroll_.y / (content - visible);
+        if (local.y < start) {
+            ScrollTo({scroll_.x, scroll_.y - visible});
+        } else if (local.y > start + length) {
+            ScrollTo({scroll_.x, scroll_.y + visible});
+        } else {
+            drag_ = DragKind::Thumb;
+            dragStart_ = local.y;
+            dragOrigin_ = scroll_.y;
+        }
+        return true;
+    }
+    BGRect bounds = Bounds();
+    if (!HorizontalBarShown() || local.y < BGRectGetMaxY(bounds) - kBarWidth)
+        return false;
+    // A click in the bar brings that part of the columns to the middle.
+    BGFloat fraction = (local.x - bounds.origin.x) / std::max<BGFloat>(1, bounds.size.width);
+    scroll_.x = fraction * ColumnsWidth() - bounds.size.width / 2;
+    ClampScroll();
+    SetNeedsDisplay();
+    return true;
+}
+
+bool GridBrowserView::StartColumnResize(BGPoint local) {
+    if (style_ == kGridBrowserListView) {
+        if (local.y >= Bounds().origin.y + HeaderHeight())
+            return false;
+        BGFloat x = Bounds().origin.x - scroll_.x;
+        for (size_t i = 0; i < columns_.size(); ++i) {
+            x += columns_[i].width;
+            if (std::abs(local.x - x) <= kEdgeSlop &&
+                (columns_[i].desc.propertyFlags & kGridBrowserListViewResizableColumn)) {
+                drag_ = DragKind::ListColumn;
+                dragColumn_ = i;
+                dragStart_ = local.x;
+                dragOrigin_ = columns_[i].width;
+                return true;
+            }
+        }
+        return false;
+    }
+    for (size_t column = 0; column < path_.size(); ++column) {
+        if (std::abs(local.x - (ColumnLeft(column) + columnWidth)) <= kEdgeSlop) {
+            drag_ = DragKind::SharedWidth;
+            dragColumn_ = column;
+            dragStart_ = local.x;
+            dragOrigin_ = columnWidth;
+            return true;
+        }
+    }
+    return false;
+}
+
+// ---- Header and rows -------------------------------------------------------------------------
+
+bool GridBrowserView::ClickHeader(BGPoint local) {
+    BGFloat x = Bounds().origin.x - scroll_.x;
+    for (const ListColumn& column : columns_) {
+        if (local.x >= x && local.x < x + column.width) {
+            if (!(column.desc.propertyFlags & kGridBrowserListViewSortableColumn))
+                return false;
+            GridBrowserSortOrder order = column.desc.initialOrder;
+            if (column.desc.propertyID == sortProperty_)
+                order = sortOrder_ == kGridBrowserOrderIncreasing ? kGridBrowserOrderDecreasing
+                                                                  : kGridBrowserOrderIncreasing;
+            SetSort(column.desc.propertyID, order);
+            // Rows given in the source's own order (the hits of a search) are ordered there.
+            for (GridBrowserItemID container : tree_.OpenContainers())
+                if (tree_.IsPresorted(container))
+                    Send(container, kGridBrowserPresortedContainerSortChanged);
+            return true;
+        }
+        x += column.width;
+    }
+    return false;
+}
+
+void GridBrowserView::ClickListRow(BGPoint local, uint32_t modifiers, double time) {
+    std::optional<size_t> index = RowAt(local);
+    if (!index) {
+        anchor_ = lead_ = 0;
+        ChangeSelection({});
+        return;
+    }
+    Row row = Rows()[*index];
+    BGFloat x = Bounds().origin.x - scroll_.x;
+    for (const ListColumn& column : columns_) {
+        bool inside = local.x >= x && local.x < x + column.width;
+        if (inside && column.desc.propertyID == disclosureColumn && expandableRows) {
+            BGFloat triangle = x + 2 + row.depth * kIndent;
+            if (local.x >= triangle && local.x < triangle + kTriangleWidth &&
+                AskBool(row.id, kGridBrowserItemIsContainerProperty, false)) {
+                if (tree_.IsOpen(row.id))
+                    CloseContainer(row.id);
+                else if (AskBool(row.id, kGridBrowserContainerIsOpenableProperty, true))
+                    OpenContainer(row.id);
+                return;
+            }
+        }
+        if (inside && !(column.desc.propertyFlags & kGridBrowserListViewSelectionColumn))
+            return;
+        x += column.width;
+    }
+    ClickRow(row.id, modifiers, time);
+}
+
+void GridBrowserView::ClickColumn(BGPoint local, uint32_t modifiers, double time) {
+    for (size_t column = 0; column < ColumnCount(); ++column) {
+        BGRect area = ColumnRowArea(column);
+        if (!BGRectContainsPoint(area, local))
+            continue;
+        if (column == path_.size()) {
+            TrackPreview(local, modifiers);
+            return;
+        }
+        const std::vector<GridBrowserItemID>& items = tree_.Children(path_[column]);
+        auto index =
+            size_t(std::floor((local.y - area.origin.y + ColumnScroll(column)) / rowHeight));
+        if (index >= items.size()) {
+            SelectInColumn(column, 0);
+            return;
+        }
+        GridBrowserItemID item = items[index];
+        if (column != FocusColumn() && (modifiers & (cmdKey | shiftKey)))
+            modifiers = 0; // a range or toggle lives in one column
+        if (modifiers & (cmdKey | shiftKey))
+            TrimPath(column + 1);
+        ClickRow(item, modifiers, time);
+        return;
+    }
+}
+
+void GridBrowserView::ClickRow(GridBrowserItemID item, uint32_t modifiers, double time) {
+    auto keep = Shared();
+    if (!Selectable(item)) {
+        Send(item, kGridBrowserUnselectableItemClicked);
+        return;
+    }
+    bool plain = (modifiers & (cmdKey | shiftKey)) == 0;
+    bool twice = plain && item == lastClickItem_ && time - lastClickTime_ <= kDoubleClickTime;
+    lastClickItem_ = item;
+    lastClickTime_ = twice ? -1e9 : time;
+    bool single = (selectionFlags & kGridBrowserSelectOnlyOne) != 0;
+    if ((modifiers & cmdKey) && !single) {
+        auto selection = selected_;
+        if (!selection.erase(item))
+            selection.insert(item);
+        anchor_ = lead_ = item;
+        ChangeSelection(std::move(selection));
+    } else if ((modifiers & shiftKey) && !single && anchor_ != 0) {
+        SelectRange(style_ == kGridBrowserListView ? Items(0, true, kGridBrowserItemAnyState)
+                                                   : tree_.Children(tree_.ContainerOf(item)),
+                    item);
+    } else if (style_ == kGridBrowserColumnView) {
+        auto column = std::find(path_.begin(), path_.end(), tree_.ContainerOf(item));
+        if (!twice && column != path_.end())
+            SelectInColumn(size_t(column - path_.begin()), item);
+    } else {
+        SelectOnly(item);
+    }
+    if (twice)
+        Send(item, kGridBrowserItemDoubleClicked);
+}
+
+bool GridBrowserView::TrackPreview(BGPoint local, uint32_t modifiers) {
+    GridBrowserItemID item = PreviewItem();
+    if (item == 0 || customCallbacks.trackingCallback == nullptr)
+        return false;
+    BGRect area = ColumnRowArea(path_.size());
+    Rect rect = {int16_t(area.origin.y), int16_t(area.origin.x), int16_t(BGRectGetMaxY(area)),
+                 int16_t(BGRectGetMaxX(area))};
+    Point start = {int16_t(local.y), int16_t(local.x)};
+    customCallbacks.trackingCallback(Ref(), item, kGridBrowserColumnViewPreviewProperty, &rect,
+                                     start, uint16_t(modifiers));
+    return true;
+}
+
+} // namespace basalt::gridbrowser
