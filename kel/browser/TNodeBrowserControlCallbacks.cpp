@@ -86,12 +86,13 @@ StatusCode TNodeBrowserControl::GetSetItemDataNotification(ControlRef control, u
                                                            unsigned long property, void* itemData,
                                                            bool setValue) {
     TNodeBrowserControl* self = FromControl(control);
-    TKelNode node{uintptr_t(item)};
-    // No cell is ever written back, and a stale row shows nothing until its deletion arrives.
-    if (self == nullptr || setValue || !node.Validate()) {
-        return kNodePropertyNotSupportedErr;
+    if (self == nullptr || setValue) {
+        return kNodePropertyNotSupportedErr; // no cell is ever written back
     }
-    return self->ItemData(node, property, itemData);
+    // A stale row shows nothing until its deletion arrives.
+    TKelNode node{uintptr_t(item)};
+    return node.Validate() ? self->ItemData(node, property, itemData)
+                           : kNodePropertyNotSupportedErr;
 }
 
 StatusCode TNodeBrowserControl::ItemData(const TKelNode& node, unsigned long property,

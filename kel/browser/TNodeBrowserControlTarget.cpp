@@ -119,9 +119,9 @@ StatusCode TNodeBrowserControl::ShowTargetPathInControl(const GridItemIDs& ids) 
 
 void TNodeBrowserControl::SetDisclosureColumnFromObserver() {
     if (observer->NodeBrowserControlWantsDisclosureTrianglesInListView()) {
-        SetGridBrowserListViewDisclosureColumn(control, kNameProperty, false);
+        SetGridBrowserListViewDisclosureColumn(control, kNameProperty, kRowsExpand);
     } else {
-        SetGridBrowserListViewDisclosureColumn(control, 0, false);
+        SetGridBrowserListViewDisclosureColumn(control, 0, kRowsExpand);
         SetGridBrowserTableViewNamedColumnWidth(control, kNameProperty,
                                                 kColumnWidthWithoutDisclosure);
     }

@@ -1,6 +1,7 @@
 // The control's set-up and the two view styles: callbacks, list columns, and the switch between
 // list and column view with the column view's width kept in the preferences.
 
+#include "kel/browser/BrowserNodes.h"
 #include "kel/browser/GridItemIDs.h"
 #include "kel/browser/TNodeBrowserControl.h"
 #include "kel/foundation/KelBundle.h"
@@ -67,7 +68,7 @@ void TNodeBrowserControl::AddListColumns() {
     AddListColumn(control, Column(kNameProperty, kGridBrowserIconAndTextType, 0xF0000, 150),
                   "Name Column Title", 0);
     if (observer->NodeBrowserControlWantsDisclosureTrianglesInListView()) {
-        SetGridBrowserListViewDisclosureColumn(control, kNameProperty, false);
+        SetGridBrowserListViewDisclosureColumn(control, kNameProperty, kRowsExpand);
         SetGridBrowserTableViewNamedColumnWidth(control, kNameProperty, kNameWidthWithDisclosure);
     } else {
         SetGridBrowserTableViewNamedColumnWidth(control, kNameProperty,

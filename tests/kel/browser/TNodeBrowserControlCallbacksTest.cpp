@@ -71,7 +71,8 @@ TEST_F(TNodeBrowserControlCallbacksTest, CellsTheBrowserDoesNotServeAreRefused) 
     EXPECT_EQ(Cell(tree / "sub", 0x73697A65), kNodePropertyNotSupportedErr);
     EXPECT_EQ(Cell(tree / "sub", 1, true), kNodePropertyNotSupportedErr) << "nothing is set";
     GridBrowserItemDataRef unused = nullptr;
-    EXPECT_EQ(TNodeBrowserControl::GetSetItemDataNotification(nullptr, 1, 1, unused, false),
+    EXPECT_EQ(TNodeBrowserControl::GetSetItemDataNotification(nullptr, At(tree / "sub").AsItemID(),
+                                                              1, unused, false),
               kNodePropertyNotSupportedErr);
 }
 

@@ -81,7 +81,7 @@ TEST_P(TNodeBrowserControlSnapshotTest, ListViewWithAnOpenedFolderAndASelection)
     Show(tree);
     ASSERT_EQ(OpenGridBrowserContainer(control, At(tree / "Projects").AsItemID()), noErr);
     HeadlessDriver::RunUntilIdle();
-    ASSERT_EQ(Rows(tree, true).size(), 13u);
+    ASSERT_EQ(Rows(tree, true).size(), 12u);
     ASSERT_EQ(HeadlessDriver::WritePNG(window, Png("browser-list-unselected")), noErr);
     Select(tree / "Projects" / "plan.txt");
     ASSERT_EQ(HeadlessDriver::WritePNG(window, Png("browser-list")), noErr);
