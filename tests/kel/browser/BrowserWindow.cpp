@@ -151,6 +151,14 @@ bool BrowserWindow::RunUntil(const std::function<bool()>& condition,
     return true;
 }
 
+BGPoint BrowserWindow::ListRowPoint(int row) const {
+    uint16_t height = 0;
+    GetGridBrowserTableViewRowHeight(control, &height);
+    int32_t header = 0;
+    GetThemeMetric(kBTThemeMetricListHeaderHeight, &header);
+    return BGPoint{double(bounds.left) + 60, double(bounds.top + header) + (row + 0.5) * height};
+}
+
 BGPoint BrowserWindow::ColumnRowPoint(int column, int row) const {
     uint16_t height = 0;
     GetGridBrowserTableViewRowHeight(control, &height);

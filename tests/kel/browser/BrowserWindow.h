@@ -65,7 +65,8 @@ protected:
     // Runs the event loop until the condition holds, for at most the deadline.
     static bool RunUntil(const std::function<bool()>& condition,
                          std::chrono::milliseconds deadline = std::chrono::seconds(20));
-    // The point (window content coordinates) of the middle of a row of a column.
+    // The point (window content coordinates) of the middle of a list row or a column's row.
+    BGPoint ListRowPoint(int row) const;
     BGPoint ColumnRowPoint(int column, int row) const;
 
     std::filesystem::path tree;
