@@ -21,7 +21,9 @@ TNodeBrowserControl::TNodeBrowserControl(__KelDialog* dialog, unsigned long view
     const BTThemeFontID font = kBTControlFontViews; // font id -4
     SetControlData(control, 0, kControlFontStyleTag, sizeof(font), &font);
     observatory.SetTickleControl(control);
-    SetGridBrowserSortProperty(control, viewStyle == kColumnViewStyle ? 8 : kNameProperty);
+    SetGridBrowserSortProperty(control, viewStyle == kColumnViewStyle
+                                            ? kGridBrowserItemSelfIdentityProperty
+                                            : kNameProperty);
     SetGridBrowserSortOrder(control, kGridBrowserOrderIncreasing);
     SetGridBrowserTableViewColumnWidth(control, kColumnWidth);
     UseSelectionFlagsOfDialog();

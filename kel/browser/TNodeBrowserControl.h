@@ -24,10 +24,10 @@ class GridItemIDs;
 class __KelDialog;
 class TKelPrefs;
 
-inline constexpr unsigned long kListViewStyle = 0x6C737476;   // "lstv"
-inline constexpr unsigned long kColumnViewStyle = 0x636C6D76; // "clmv"
-inline constexpr unsigned long kNameProperty = 0x4E414D45;    // "NAME"
-inline constexpr unsigned long kDateProperty = 0x44415445;    // "DATE"
+inline constexpr unsigned long kListViewStyle = kGridBrowserListView;
+inline constexpr unsigned long kColumnViewStyle = kGridBrowserColumnView;
+inline constexpr unsigned long kNameProperty = kGridBrowserNameProperty;
+inline constexpr unsigned long kDateProperty = kGridBrowserDateProperty;
 
 // How SetBrowserView treats the column view's column width.
 enum TPrefOption : unsigned long {

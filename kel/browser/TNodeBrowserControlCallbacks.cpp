@@ -14,31 +14,6 @@ constexpr FourCharCode kUnconnectedServerType = NodeCode("slua");
 constexpr FourCharCode kDisplayName = NodeCode("dnam");
 constexpr FourCharCode kModified = NodeCode("modd");
 
-enum : unsigned long {
-    kPropertyActive = 1,
-    kPropertySelectable = 2,
-    kPropertyEditable = 3,
-    kPropertyIsContainer = 4,
-    kPropertyCanOpen = 5,
-    kPropertyCanClose = 6,
-    kPropertyCanSort = 7,
-    kPropertyItemSelf = 8,
-    kPropertyPreview = 10,
-    kPropertyParent = 11,
-    kPropertyLabel = 12,
-    kPropertyNameOnly = 1024,
-};
-
-enum : unsigned long {
-    kMessageDoubleClicked = 7,
-    kMessageContainerOpened = 8,
-    kMessageContainerClosed = 10,
-    kMessageSelectionChanged = 14,
-    kMessageTargetChanged = 15,
-    kMessageDisabledItemClicked = 1000,
-    kMessageReorderQuery = 1001,
-};
-
 FourCharCode AliasType(const TKelNode& node) {
     FourCharCode type = 0;
     GetNodePropertyAsFourCharCode(node.PeekNodeRef(), NodeCode("asty"), &type, 0);
@@ -98,38 +73,38 @@ StatusCode TNodeBrowserControl::GetSetItemDataNotification(ControlRef control, u
 StatusCode TNodeBrowserControl::ItemData(const TKelNode& node, unsigned long property,
                                          void* itemData) const {
     switch (property) {
-    case kPropertyActive: {
+    case kGridBrowserItemIsActiveProperty: {
         TKelNode original = OriginalOfHit(node);
         return SetGridBrowserItemDataBooleanValue(itemData, filter->CanSelect(original, 0) &&
                                                                 filter->CanSee(original));
     }
-    case kPropertySelectable: {
+    case kGridBrowserItemIsSelectableProperty: {
         TKelNode subject = node;
         if (IsQueryHit(node)) {
             node.FollowAlias(false, subject);
         }
         return SetGridBrowserItemDataBooleanValue(itemData, filter->CanSelect(subject, 0));
     }
-    case kPropertyEditable:
+    case kGridBrowserItemIsEditableProperty:
         return SetGridBrowserItemDataBooleanValue(itemData, false);
-    case kPropertyIsContainer:
+    case kGridBrowserItemIsContainerProperty:
         return SetGridBrowserItemDataBooleanValue(itemData, IsContainerRow(node));
-    case kPropertyCanOpen:
+    case kGridBrowserContainerIsOpenableProperty:
         return SetGridBrowserItemDataBooleanValue(itemData, CanOpenRow(node));
-    case kPropertyCanClose:
-    case kPropertyCanSort:
+    case kGridBrowserContainerIsClosableProperty:
+    case kGridBrowserContainerIsSortableProperty:
         return SetGridBrowserItemDataBooleanValue(itemData, true);
-    case kPropertyItemSelf:
+    case kGridBrowserItemSelfIdentityProperty:
     case kNameProperty:
         return NameCell(node, itemData);
-    case kPropertyParent:
+    case kGridBrowserItemParentContainerProperty:
         return SetGridBrowserItemDataItemID(itemData, node.GetParent().AsItemID());
-    case kPropertyLabel: {
+    case kGridBrowserItemLabelProperty: {
         int16_t label = 0;
         GetNodePropertyAsInt16(node.PeekNodeRef(), NodeCode("labl"), &label, 0);
         return SetGridBrowserItemDataValue(itemData, label);
     }
-    case kPropertyNameOnly:
+    case kGridBrowserNameTextProperty:
         return TextCell(node, itemData);
     case kDateProperty: {
         uint32_t date = 0;
@@ -186,8 +161,8 @@ bool TNodeBrowserControl::CompareNotification(ControlRef, unsigned long item1, u
     if (IsQueryHit(first) || IsQueryHit(second) || item1 == item2) {
         return false;
     }
-    const bool byName = property == 0 || property == kPropertyItemSelf ||
-                        property == kNameProperty || property == kPropertyNameOnly;
+    const bool byName = property == 0 || property == kGridBrowserItemSelfIdentityProperty ||
+                        property == kNameProperty || property == kGridBrowserNameTextProperty;
     if (!byName && property != kDateProperty) {
         return false;
     }
@@ -215,7 +190,7 @@ void TNodeBrowserControl::ItemNotification(ControlRef control, unsigned long ite
     if (self == nullptr) {
         return;
     }
-    if (message == kMessageSelectionChanged) {
+    if (message == kGridBrowserSelectionChanged) {
         if (self->ignoreNextSelectionChange) {
             self->ignoreNextSelectionChange = false;
         } else {
@@ -223,7 +198,7 @@ void TNodeBrowserControl::ItemNotification(ControlRef control, unsigned long ite
         }
         return;
     }
-    if (message == kMessageTargetChanged) {
+    if (message == kGridBrowserTargetChanged) {
         self->CheckTarget();
         return;
     }
@@ -235,21 +210,21 @@ void TNodeBrowserControl::ItemNotification(ControlRef control, unsigned long ite
 
 void TNodeBrowserControl::RowMessage(TKelNode& node, unsigned long message) {
     switch (message) {
-    case kMessageDoubleClicked:
+    case kGridBrowserItemDoubleClicked:
         DoubleClicked(node);
         break;
-    case kMessageContainerOpened:
+    case kGridBrowserContainerOpened:
         AddSnapshotOpenNode(node);
         OpenContainer(node);
         break;
-    case kMessageContainerClosed:
+    case kGridBrowserContainerClosed:
         RemoveSnapshotOpenNode(node);
         CloseContainer(node);
         break;
-    case kMessageDisabledItemClicked:
+    case kGridBrowserUnselectableItemClicked:
         observer->NodeBrowserControlDisabledItemClicked(*this, node);
         break;
-    case kMessageReorderQuery:
+    case kGridBrowserPresortedContainerSortChanged:
         ReorderQuery();
         break;
     default:
@@ -271,7 +246,8 @@ void TNodeBrowserControl::DrawItemNotification(ControlRef control, unsigned long
                                                unsigned long property, unsigned long,
                                                const Rect* rect, short, bool) {
     TNodeBrowserControl* self = FromControl(control);
-    if (self == nullptr || property != kPropertyPreview || rect == nullptr || item == 0) {
+    if (self == nullptr || property != kGridBrowserColumnViewPreviewProperty || rect == nullptr ||
+        item == 0) {
         return;
     }
     int32_t scrollBarWidth = 0;

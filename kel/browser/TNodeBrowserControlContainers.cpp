@@ -114,7 +114,7 @@ void TNodeBrowserControl::PopulateContainerData(TContainerData& data) {
     TKelNode child = iterator.First();
     if (hits) {
         // A query's population replaces its rows.
-        RemoveItems(data.node, data.children, 8);
+        RemoveItems(data.node, data.children, kGridBrowserItemSelfIdentityProperty);
         data.children.clear();
     }
     for (; !child.IsEmpty(); child = iterator.Next()) {
@@ -123,7 +123,7 @@ void TNodeBrowserControl::PopulateContainerData(TContainerData& data) {
         }
     }
     if (!data.children.empty()) {
-        AddItems(data.node, data.children, hits ? 8 : 0);
+        AddItems(data.node, data.children, hits ? kGridBrowserItemSelfIdentityProperty : 0);
     }
     InstallSyncTimer();
     if (hits) {

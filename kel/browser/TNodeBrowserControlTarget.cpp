@@ -235,7 +235,9 @@ StatusCode TNodeBrowserControl::RevealSelection() {
     if (targetPath.empty()) {
         return noErr;
     }
-    return RevealSelectedUnderTarget(viewStyle == kColumnViewStyle ? 10 : kNameProperty, false);
+    return RevealSelectedUnderTarget(
+        viewStyle == kColumnViewStyle ? kGridBrowserColumnViewPreviewProperty : kNameProperty,
+        false);
 }
 
 StatusCode TNodeBrowserControl::RevealSelectedUnderTarget(unsigned long property,

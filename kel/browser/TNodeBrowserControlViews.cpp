@@ -40,7 +40,7 @@ void AddListColumn(ControlRef control, GridBrowserListViewColumnDesc column, con
 } // namespace
 
 unsigned long TNodeBrowserControl::ItemProperty() const {
-    return viewStyle == kColumnViewStyle ? 8 : kNameProperty;
+    return viewStyle == kColumnViewStyle ? kGridBrowserItemSelfIdentityProperty : kNameProperty;
 }
 
 void TNodeBrowserControl::InitControl(ControlRef newControl) {
@@ -139,7 +139,7 @@ void TNodeBrowserControl::EnterColumnView() {
     TKelNode target;
     GetTarget(target);
     if (target.IsEmpty() || !NodeIsQueryHitsContainer(target.PeekNodeRef())) {
-        SetGridBrowserSortProperty(control, 8);
+        SetGridBrowserSortProperty(control, kGridBrowserItemSelfIdentityProperty);
     }
     SetGridBrowserSortOrder(control, kGridBrowserOrderIncreasing);
 }
