@@ -123,7 +123,8 @@ void TNodeBrowserControl::PopulateContainerData(TContainerData& data) {
         }
     }
     if (!data.children.empty()) {
-        AddItems(data.node, data.children, hits ? kGridBrowserItemSelfIdentityProperty : 0);
+        AddItems(data.node, data.children,
+                 hits ? GridBrowserPropertyID(kGridBrowserItemSelfIdentityProperty) : 0);
     }
     InstallSyncTimer();
     if (hits) {
