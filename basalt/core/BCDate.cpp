@@ -56,4 +56,12 @@ BCAbsoluteTime BCDateGetAbsoluteTime(BCDateRef date) {
     return object != nullptr ? object->At() : 0;
 }
 
+BCComparisonResult BCDateCompare(BCDateRef a, BCDateRef b, void*) {
+    BCAbsoluteTime first = BCDateGetAbsoluteTime(a);
+    BCAbsoluteTime second = BCDateGetAbsoluteTime(b);
+    return first < second   ? kBCCompareLessThan
+           : first > second ? kBCCompareGreaterThan
+                            : kBCCompareEqualTo;
+}
+
 } // extern "C"

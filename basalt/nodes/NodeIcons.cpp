@@ -4,6 +4,7 @@
 
 #include "basalt/files/BFFindFolder.h"
 #include "basalt/nodes/NodeProperties.h"
+#include "basalt/nodes/NodeQueryState.h"
 #include "basalt/nodes/NodeStat.h"
 #include "basalt/nodes/NodeTable.h"
 #include "basalt/nodes/NodeVolumes.h"
@@ -68,6 +69,7 @@ StatusCode GetNodePropertyAsIconRef(NodeRef node, FourCharCode code, IconRef* ic
         return paramErr;
     if (code != NodeCode("icon"))
         return kNodePropertyNotSupportedErr;
+    node = PropertySubject(node);
     if (NodeIsAlias(node)) {
         NodeRef original = nullptr;
         if (NodeFollowAlias(node, false, &original) != noErr)

@@ -2,6 +2,7 @@
 
 #include "basalt/files/BFLongPath.h"
 #include "basalt/nodes/NodeIterator.h"
+#include "basalt/nodes/NodeQueryState.h"
 #include "basalt/nodes/NodeVolumes.h"
 
 #include <algorithm>
@@ -12,30 +13,6 @@
 
 namespace basalt::nodes {
 namespace {
-
-// The record getdents64 fills; glibc has no declaration of it.
-struct LinuxDirent64 {
-    uint64_t d_ino;
-    int64_t d_off;
-    unsigned short d_reclen;
-    unsigned char d_type;
-    char d_name[];
-};
-
-NodeKind KindOfDirentType(unsigned char type) {
-    switch (type) {
-    case DT_DIR:
-        return NodeKind::Folder;
-    case DT_REG:
-        return NodeKind::File;
-    case DT_LNK:
-        return NodeKind::Symlink;
-    case DT_UNKNOWN:
-        return NodeKind::Unknown;
-    default:
-        return NodeKind::Other;
-    }
-}
 
 StatusCode StatusForErrno(int error) {
     switch (error) {
@@ -81,6 +58,21 @@ StatusCode ListFolder(NodeRef folder, std::vector<NodeRef>& children) {
 
 } // namespace
 
+NodeKind KindOfDirentType(unsigned char type) {
+    switch (type) {
+    case DT_DIR:
+        return NodeKind::Folder;
+    case DT_REG:
+        return NodeKind::File;
+    case DT_LNK:
+        return NodeKind::Symlink;
+    case DT_UNKNOWN:
+        return NodeKind::Unknown;
+    default:
+        return NodeKind::Other;
+    }
+}
+
 StatusCode ReadFolderEntries(const std::string& path, std::vector<NodeEntry>& entries) {
     files::UniqueFd fd = files::OpenPath(path, O_RDONLY | O_DIRECTORY);
     if (!fd.Valid())
@@ -120,6 +112,9 @@ StatusCode ListChildren(NodeRef container, std::vector<NodeRef>& children) {
         return noErr;
     case NodeKind::Sidebar:
         children = SidebarChildren(container);
+        return noErr;
+    case NodeKind::QueryHits:
+        children = QueryHits(container);
         return noErr;
     default:
         break;

@@ -8,6 +8,17 @@
 
 namespace basalt::nodes {
 
+// The record getdents64 fills; glibc has no declaration of it.
+struct LinuxDirent64 {
+    uint64_t d_ino;
+    int64_t d_off;
+    unsigned short d_reclen;
+    unsigned char d_type;
+    char d_name[];
+};
+// The kind a d_type names; Unknown when the file system did not say.
+NodeKind KindOfDirentType(unsigned char type);
+
 StatusCode ListChildren(NodeRef container, std::vector<NodeRef>& children);
 // The entries of a folder by getdents64 alone, sorted by their bytes.
 StatusCode ReadFolderEntries(const std::string& path, std::vector<NodeEntry>& entries);

@@ -6,6 +6,7 @@
 #include "basalt/files/BFFindFolder.h"
 #include "basalt/files/BFLongPath.h"
 #include "basalt/files/BFNameCodec.h"
+#include "basalt/nodes/NodeQueryState.h"
 #include "basalt/nodes/NodeStat.h"
 #include "basalt/nodes/NodeTable.h"
 #include "basalt/nodes/NodeVolumes.h"
@@ -75,7 +76,10 @@ std::string TypeOf(NodeRef node) {
         return "inode/symlink";
     case NodeKind::VolumesFolder:
     case NodeKind::Sidebar:
+    case NodeKind::QueryHits:
         return "inode/directory";
+    case NodeKind::Query:
+        return "inode/x-kel-query";
     default:
         return TypeOfFileSystemNode(node);
     }
@@ -83,6 +87,12 @@ std::string TypeOf(NodeRef node) {
 
 StatusCode StringProperty(NodeRef node, FourCharCode code, std::u16string& out) {
     bool fileSystem = node->IsFileSystem();
+    NodeKind kind = node->kind.load();
+    if ((kind == NodeKind::Query || kind == NodeKind::QueryHits) &&
+        (code == NodeCode("pnam") || code == NodeCode("dnam"))) {
+        out = QueryName(node);
+        return noErr;
+    }
     if (code == NodeCode("pnam")) {
         out = node == Special().boot ? VolumeName(node)
               : fileSystem           ? files::DecodeName(node->name)
@@ -196,6 +206,7 @@ StatusCode GetNodePropertyAsStringNew(NodeRef node, FourCharCode code, BCIndex c
                                       BCIndex* length, UniChar* chars, uint32_t) {
     if (node == nullptr || capacity < 0 || (capacity > 0 && chars == nullptr))
         return paramErr;
+    node = PropertySubject(node);
     std::u16string text;
     if (StatusCode status = StringProperty(node, code, text))
         return status;
@@ -209,6 +220,7 @@ StatusCode GetNodePropertyAsFourCharCode(NodeRef node, FourCharCode code, FourCh
                                          uint32_t) {
     if (node == nullptr || value == nullptr)
         return paramErr;
+    node = PropertySubject(node);
     FourCharCode result = 0;
     StatusCode status = kNodePropertyNotSupportedErr;
     if (code == NodeCode("asty")) {
@@ -228,6 +240,7 @@ StatusCode GetNodePropertyAsFourCharCode(NodeRef node, FourCharCode code, FourCh
 StatusCode GetNodePropertyAsInt16(NodeRef node, FourCharCode code, int16_t* value, uint32_t) {
     if (node == nullptr || value == nullptr)
         return paramErr;
+    node = PropertySubject(node);
     if (code == NodeCode("fflg")) {
         *value = static_cast<int16_t>((NodeIsAlias(node) ? 0x8000 : 0) |
                                       (NodeIsVisible(node) ? 0 : 0x4000));
@@ -253,6 +266,7 @@ StatusCode GetNodePropertyAsInt16(NodeRef node, FourCharCode code, int16_t* valu
 StatusCode GetNodePropertyAsInt64(NodeRef node, FourCharCode code, int64_t* value, uint32_t) {
     if (node == nullptr || value == nullptr)
         return paramErr;
+    node = PropertySubject(node);
     NodeStat stat;
     if (code == NodeCode("dats")) {
         if (StatusCode status = StatFor(node, stat))
@@ -271,6 +285,7 @@ StatusCode GetNodePropertyAsDateTime(NodeRef node, FourCharCode code, uint32_t* 
     int64_t seconds = 0;
     if (node == nullptr || value == nullptr)
         return paramErr;
+    node = PropertySubject(node);
     if (StatusCode status = DateSeconds(node, code, seconds))
         return status;
     std::time_t at = static_cast<std::time_t>(seconds);
@@ -285,6 +300,7 @@ StatusCode GetNodePropertyAsUTCDateTime(NodeRef node, FourCharCode code, UTCDate
     int64_t seconds = 0;
     if (node == nullptr || value == nullptr)
         return paramErr;
+    node = PropertySubject(node);
     if (StatusCode status = DateSeconds(node, code, seconds))
         return status;
     *value = basalt::files::UTCDateTimeFromUnix(seconds, 0);
@@ -294,6 +310,7 @@ StatusCode GetNodePropertyAsUTCDateTime(NodeRef node, FourCharCode code, UTCDate
 StatusCode GetNodePropertyAsBoolean(NodeRef node, FourCharCode code, Boolean* value, uint32_t) {
     if (node == nullptr || value == nullptr)
         return paramErr;
+    node = PropertySubject(node);
     if (!node->IsFileSystem())
         return kNodePropertyNotSupportedErr;
     if (code == NodeCode("aslk"))
@@ -308,6 +325,7 @@ StatusCode GetNodePropertyAsBoolean(NodeRef node, FourCharCode code, Boolean* va
 StatusCode NodeGetPermissions(NodeRef node, uint32_t* bits) {
     if (node == nullptr || bits == nullptr)
         return paramErr;
+    node = PropertySubject(node);
     if (!node->IsFileSystem()) {
         *bits &= kNodePermissionRead;
         return noErr;
@@ -336,6 +354,8 @@ StatusCode NodeGetNameSyntaxHint(NodeRef node, uint32_t* hint) {
 }
 
 int16_t NodeStringCompare(NodeRef a, NodeRef b, FourCharCode code, NodeStringCompareProc compare) {
+    a = PropertySubject(a);
+    b = PropertySubject(b);
     std::u16string textA, textB;
     if (a != nullptr)
         StringProperty(a, code, textA);
@@ -350,6 +370,7 @@ int16_t NodeStringCompare(NodeRef a, NodeRef b, FourCharCode code, NodeStringCom
 StatusCode NodeGetSortKey(NodeRef node, FourCharCode code, const uint8_t** key, BCIndex* length) {
     if (node == nullptr || key == nullptr || length == nullptr)
         return paramErr;
+    node = PropertySubject(node);
     if (code != NodeCode("pnam") && code != NodeCode("dnam"))
         return kNodePropertyNotSupportedErr;
     auto slot = [&]() -> std::optional<std::vector<uint8_t>>& {

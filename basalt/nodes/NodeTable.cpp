@@ -1,5 +1,6 @@
 #include "basalt/nodes/NodeTable.h"
 
+#include "basalt/nodes/NodeQueryState.h"
 #include "basalt/nodes/NodeStat.h"
 
 #include <mutex>
@@ -212,6 +213,9 @@ void DisposeNode(NodeRef node) {
             parent = node->parent;
             target = node->aliasTarget;
         }
+        NodeKind kind = node->kind.load(std::memory_order_relaxed);
+        if (kind == NodeKind::Query || kind == NodeKind::QueryHits)
+            ForgetQueryNode(node);
         delete node;
         DisposeNode(target);
         node = parent; // the parent's count goes too; a loop, since chains can be deep

@@ -188,6 +188,7 @@ Boolean NodeIsContainer(NodeRef node) {
     case NodeKind::Network:
     case NodeKind::VolumesFolder:
     case NodeKind::Sidebar:
+    case NodeKind::QueryHits:
         return true;
     default:
         return false;
@@ -235,23 +236,25 @@ Boolean NodeIsVisible(NodeRef node) {
     return !IsListedHidden(node->parent, node->name);
 }
 
-Boolean NodeIsQuery(NodeRef) {
-    return false;
+Boolean NodeIsQuery(NodeRef node) {
+    return node != nullptr && node->kind == NodeKind::Query;
 }
-Boolean NodeIsQueryHit(NodeRef) {
-    return false;
+Boolean NodeIsQueryHit(NodeRef node) {
+    return node != nullptr && node->kind == NodeKind::QueryHit;
 }
-Boolean NodeIsQueryHitsContainer(NodeRef) {
-    return false;
+Boolean NodeIsQueryHitsContainer(NodeRef node) {
+    return node != nullptr && node->kind == NodeKind::QueryHits;
 }
-Boolean NodeIsSavedQuery(NodeRef) {
-    return false;
+Boolean NodeIsSavedQuery(NodeRef node) {
+    return node != nullptr && node->IsFileSystem() && EndsWithFolded(node->name, ".kelsearch") &&
+           SettledKind(node) == NodeKind::File;
 }
 
 StatusCode NodeGetOriginal(NodeRef node, Boolean, NodeRef* out) {
     if (node == nullptr || out == nullptr)
         return paramErr;
-    if (node->kind == NodeKind::VolumeAlias) {
+    NodeKind kind = node->kind.load();
+    if (kind == NodeKind::VolumeAlias || kind == NodeKind::Query || kind == NodeKind::QueryHit) {
         NodeRef target = node->aliasTarget.load();
         *out = CopyNodeRef(target);
         return target != nullptr ? StatusCode(noErr) : StatusCode(fnfErr);
@@ -279,7 +282,14 @@ StatusCode NodeFollowAlias(NodeRef node, Boolean flag, NodeRef* out) {
     if (node == nullptr || out == nullptr)
         return paramErr;
     NodeHolder current(CopyNodeRef(node));
-    std::unordered_set<NodeRef> seen{node};
+    if (NodeIsQuery(node) || NodeIsQueryHit(node)) {
+        // A query leads to its hits, a hit to what was found; from there on links are followed.
+        NodeRef next = nullptr;
+        if (StatusCode status = NodeGetOriginal(node, flag, &next))
+            return status;
+        current = NodeHolder(next);
+    }
+    std::unordered_set<NodeRef> seen{current.Get()};
     for (int step = 0; NodeIsAlias(current.Get()); ++step) {
         NodeRef next = nullptr;
         if (StatusCode status = NodeGetOriginal(current.Get(), flag, &next))

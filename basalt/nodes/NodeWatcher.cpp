@@ -154,6 +154,13 @@ StatusCode NodeWatcher::Sync(NodeRef container) {
     return noErr;
 }
 
+void NodeWatcher::Announce(NodeRef container, uint32_t kind, NodeRef child, NodeRef parent) {
+    Touched touched;
+    std::lock_guard lock(mutex_);
+    Send(container, kind, child, parent, 0, touched);
+    Tickle(touched);
+}
+
 void NodeWatcher::SyncLocked(NodeRef container, Watched& watched, Touched& touched) {
     if (container->IsFileSystem()) {
         std::set<std::string> now = ChildNames(container);

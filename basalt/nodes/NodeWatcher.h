@@ -27,6 +27,9 @@ public:
     StatusCode Unregister(NodeRef container, void* clientRef);
     void ForgetQueue(NodeEventQueueRef queue);
     StatusCode Sync(NodeRef container);
+    // Sends an event to the clients registered on container, from any thread; for the
+    // service's virtual containers, whose changes the watcher does not see itself.
+    void Announce(NodeRef container, uint32_t kind, NodeRef child, NodeRef parent);
 
 private:
     struct Registration {

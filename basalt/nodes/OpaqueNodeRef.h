@@ -30,6 +30,9 @@ enum class NodeKind : uint8_t {
     VolumesFolder,
     VolumeAlias,
     Sidebar,
+    Query,     // a search; its aliasTarget is its hits container
+    QueryHits, // the hits of a search
+    QueryHit,  // one hit; its aliasTarget is the item found
 };
 
 struct NodeStat {

@@ -324,6 +324,8 @@ BASALT_EXPORT Boolean BCBooleanGetValue(BCBooleanRef boolean);
 BASALT_EXPORT BCAbsoluteTime BCAbsoluteTimeGetCurrent(void);
 BASALT_EXPORT BCDateRef BCDateCreate(BCAllocatorRef allocator, BCAbsoluteTime at);
 BASALT_EXPORT BCAbsoluteTime BCDateGetAbsoluteTime(BCDateRef date);
+/* The order of two dates; context is unused. */
+BASALT_EXPORT BCComparisonResult BCDateCompare(BCDateRef a, BCDateRef b, void* context);
 
 /* ---- URLs -------------------------------------------------------------------------------- */
 

@@ -115,6 +115,14 @@ public:
     // The absolute path as segments; the first segment is empty.
     void GetPathName(std::vector<TUniString>& out) const;
 
+    // Searches. This value holds the query node: empty before the first search, which creates
+    // it; later searches renew it. The result is the hits container. Anything other than an
+    // empty value or a query node is left alone, and the result is empty.
+    TKelNode PerformQuery(BCStringRef text, unsigned long sortProperty, bool ascending,
+                          TKelNode scope, BCArrayRef typeIdentifiers);
+    // The same for a saved search file; the result's savedQueryRef is savedQuery.
+    TKelNode PerformSavedQuery(TKelNode savedQuery, unsigned long sortProperty, bool ascending);
+
     OpaqueNodeRef* savedQueryRef = nullptr; // not counted
 
 private:

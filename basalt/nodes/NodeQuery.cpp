@@ -1,0 +1,297 @@
+// Query nodes: making them, giving them new searches, stopping them, and their hits.
+
+#include "basalt/files/BFNameCodec.h"
+#include "basalt/nodes/NodeEvents.h"
+#include "basalt/nodes/NodeQueryState.h"
+#include "basalt/nodes/NodeTable.h"
+#include "basalt/nodes/NodeWatcher.h"
+#include "basalt/types/BUTypes.h"
+
+#include <algorithm>
+#include <unordered_map>
+#include <utility>
+
+namespace basalt::nodes {
+namespace {
+
+struct Registry {
+    std::mutex mutex;
+    std::unordered_map<NodeRef, std::shared_ptr<QueryState>> states;
+};
+
+Registry& TheRegistry() {
+    static Registry* registry = new Registry; // nodes may outlive statics
+    return *registry;
+}
+
+void Register(NodeRef node, const std::shared_ptr<QueryState>& state) {
+    Registry& registry = TheRegistry();
+    std::lock_guard lock(registry.mutex);
+    registry.states[node] = state;
+}
+
+std::shared_ptr<QueryState> Unregister(NodeRef node) {
+    Registry& registry = TheRegistry();
+    std::lock_guard lock(registry.mutex);
+    auto found = registry.states.find(node);
+    if (found == registry.states.end())
+        return nullptr;
+    std::shared_ptr<QueryState> state = std::move(found->second);
+    registry.states.erase(found);
+    return state;
+}
+
+std::string PathText(BCStringRef path) {
+    BCIndex length = BCStringGetLength(path);
+    std::u16string chars(static_cast<size_t>(length), u'\0');
+    BCStringGetCharacters(path, BCRangeMake(0, length), reinterpret_cast<UniChar*>(chars.data()));
+    return files::EncodeName(chars);
+}
+
+struct QueryArguments {
+    BCIndex nameLength;
+    const UniChar* name;
+    BCStringRef query;
+    BCArrayRef attributes;
+    NodeQuerySortProc sort;
+    QueryBatching batching;
+    BCArrayRef scope;
+    uint32_t flags;
+};
+
+StatusCode MakeSpec(const QueryArguments& in, QuerySpec& spec) {
+    if (in.query == nullptr || in.flags != 0 || in.nameLength < 0 ||
+        (in.nameLength > 0 && in.name == nullptr))
+        return paramErr;
+    std::unique_ptr<types::QueryExpression> expression;
+    if (StatusCode status = types::QueryExpression::Parse(types::Utf8(in.query), expression))
+        return status;
+    spec.expression = std::move(expression);
+    for (BCIndex i = 0; in.attributes != nullptr && i < BCArrayGetCount(in.attributes); ++i) {
+        auto value = static_cast<BCStringRef>(BCArrayGetValueAtIndex(in.attributes, i));
+        spec.attributes.push_back(types::Utf8(value));
+    }
+    spec.sort = in.sort;
+    spec.batching = in.batching;
+    spec.everywhere = in.scope == nullptr;
+    for (BCIndex i = 0; in.scope != nullptr && i < BCArrayGetCount(in.scope); ++i) {
+        auto path = static_cast<BCStringRef>(BCArrayGetValueAtIndex(in.scope, i));
+        if (path != nullptr && BCGetTypeID(path) == BCStringGetTypeID())
+            spec.scope.push_back(PathText(path));
+    }
+    return noErr;
+}
+
+void Announce(NodeRef hits) {
+    NodeWatcher::Shared().Announce(hits, kNodeEventVirtualChildListChanged, hits, hits);
+}
+
+// Replaces the state's search: the old walk is stopped and its hits dropped, the clients
+// are told of the empty list, and the new walk starts.
+StatusCode Restart(const std::shared_ptr<QueryState>& state, QuerySpec spec, std::u16string name) {
+    auto run = std::make_shared<QueryRun>(std::move(spec));
+    std::shared_ptr<QueryRun> old;
+    std::vector<QueryHit> dropped;
+    {
+        std::lock_guard lock(state->mutex);
+        old = std::exchange(state->run, run);
+        dropped.swap(state->published);
+        state->name = std::move(name);
+    }
+    if (old != nullptr)
+        old->StopAndWait();
+    bool hadHits = !dropped.empty();
+    ReleaseHits(dropped);
+    if (hadHits)
+        Announce(state->hits);
+    StatusCode status = StartQueryWalk(state, run);
+    if (status != noErr)
+        run->MarkFinished();
+    return status;
+}
+
+} // namespace
+
+void ReleaseHits(std::vector<QueryHit>& hits) {
+    for (QueryHit& hit : hits) {
+        for (BCTypeRef value : hit.row) {
+            if (value != nullptr)
+                BCRelease(value);
+        }
+        DisposeNode(hit.node);
+    }
+    hits.clear();
+}
+
+void QueryRun::StopAndWait() {
+    stop = true;
+    std::unique_lock lock(mutex_);
+    finished_.wait(lock, [this] { return done_; });
+}
+
+void QueryRun::MarkFinished() {
+    std::lock_guard lock(mutex_);
+    done_ = true;
+    finished_.notify_all();
+}
+
+bool QueryRun::Finished() {
+    std::lock_guard lock(mutex_);
+    return done_;
+}
+
+std::shared_ptr<QueryState> QueryStateOf(NodeRef node) {
+    if (node == nullptr)
+        return nullptr;
+    NodeKind kind = node->kind.load(std::memory_order_relaxed);
+    if (kind != NodeKind::Query && kind != NodeKind::QueryHits)
+        return nullptr;
+    Registry& registry = TheRegistry();
+    std::lock_guard lock(registry.mutex);
+    auto found = registry.states.find(node);
+    return found == registry.states.end() ? nullptr : found->second;
+}
+
+void ForgetQueryNode(NodeRef node) {
+    std::shared_ptr<QueryState> state = Unregister(node);
+    if (state == nullptr || node->kind != NodeKind::Query)
+        return;
+    // The last reference may go on any thread and under the service's locks, so the walk is
+    // told to stop and not waited for; it publishes nothing once it sees that.
+    std::vector<QueryHit> dropped;
+    {
+        std::lock_guard lock(state->mutex);
+        if (state->run != nullptr)
+            state->run->stop = true;
+        state->run = nullptr;
+        dropped.swap(state->published);
+    }
+    ReleaseHits(dropped);
+}
+
+std::vector<NodeRef> QueryHits(NodeRef hitsContainer) {
+    std::vector<NodeRef> hits;
+    std::shared_ptr<QueryState> state = QueryStateOf(hitsContainer);
+    if (state == nullptr)
+        return hits;
+    std::lock_guard lock(state->mutex);
+    hits.reserve(state->published.size());
+    for (const QueryHit& hit : state->published)
+        hits.push_back(CopyNodeRef(hit.node));
+    return hits;
+}
+
+std::u16string QueryName(NodeRef node) {
+    std::shared_ptr<QueryState> state = QueryStateOf(node);
+    if (state == nullptr)
+        return {};
+    std::lock_guard lock(state->mutex);
+    return state->name;
+}
+
+NodeRef MakeQueryHit(NodeRef hitsContainer, NodeRef original) {
+    auto* hit = new OpaqueNodeRef(NodeKind::QueryHit, std::string(), CopyNodeRef(hitsContainer));
+    hit->aliasTarget = original;
+    return hit;
+}
+
+bool PublishHits(QueryState& state, const QueryRun& run, std::vector<QueryHit>& batch) {
+    {
+        std::lock_guard lock(state.mutex);
+        if (run.stop || state.run.get() != &run)
+            return false;
+        if (NodeQuerySortProc sort = run.spec.sort) {
+            auto less = [sort](const QueryHit& a, const QueryHit& b) {
+                return sort(a.row.data(), b.row.data(), nullptr) == kBCCompareLessThan;
+            };
+            std::stable_sort(batch.begin(), batch.end(), less);
+            size_t middle = state.published.size();
+            state.published.insert(state.published.end(), batch.begin(), batch.end());
+            std::inplace_merge(state.published.begin(), state.published.begin() + middle,
+                               state.published.end(), less);
+        } else {
+            state.published.insert(state.published.end(), batch.begin(), batch.end());
+        }
+        batch.clear();
+    }
+    Announce(state.hits);
+    return true;
+}
+
+} // namespace basalt::nodes
+
+using namespace basalt::nodes;
+
+StatusCode NodeCreateNewVirtualQueryNode(BCIndex nameLength, const UniChar* name, BCStringRef query,
+                                         BCArrayRef attributes, NodeQuerySortProc sort,
+                                         uint32_t firstCount, uint32_t firstMs,
+                                         uint32_t progressCount, uint32_t progressMs, uint32_t,
+                                         uint32_t, BCArrayRef scope, uint32_t flags,
+                                         NodeRef* node) {
+    if (node == nullptr)
+        return paramErr;
+    QuerySpec spec;
+    QueryArguments in{nameLength, name, query,
+                      attributes, sort, {firstCount, firstMs, progressCount, progressMs},
+                      scope,      flags};
+    if (StatusCode status = MakeSpec(in, spec))
+        return status;
+    auto state = std::make_shared<QueryState>();
+    state->hits = new OpaqueNodeRef(NodeKind::QueryHits, std::string(), nullptr);
+    auto* made = new OpaqueNodeRef(NodeKind::Query, std::string(), nullptr);
+    made->aliasTarget = state->hits;
+    Register(made, state);
+    Register(state->hits, state);
+    Restart(
+        state, std::move(spec),
+        std::u16string(reinterpret_cast<const char16_t*>(name), static_cast<size_t>(nameLength)));
+    *node = made;
+    return noErr;
+}
+
+StatusCode NodeSetVirtualQuery(NodeRef node, BCIndex nameLength, const UniChar* name,
+                               BCStringRef query, BCArrayRef attributes, NodeQuerySortProc sort,
+                               uint32_t firstCount, uint32_t firstMs, uint32_t progressCount,
+                               uint32_t progressMs, uint32_t, uint32_t, BCArrayRef scope,
+                               uint32_t flags) {
+    if (node == nullptr)
+        return paramErr;
+    std::shared_ptr<QueryState> state = QueryStateOf(node);
+    if (state == nullptr || node->kind != NodeKind::Query)
+        return kNodeNotQueryErr;
+    QuerySpec spec;
+    QueryArguments in{nameLength, name, query,
+                      attributes, sort, {firstCount, firstMs, progressCount, progressMs},
+                      scope,      flags};
+    if (StatusCode status = MakeSpec(in, spec))
+        return status;
+    return Restart(
+        state, std::move(spec),
+        std::u16string(reinterpret_cast<const char16_t*>(name), static_cast<size_t>(nameLength)));
+}
+
+StatusCode NodeCancelQuery(NodeRef node) {
+    std::shared_ptr<QueryState> state = QueryStateOf(node);
+    if (state == nullptr || node->kind != NodeKind::Query)
+        return node == nullptr ? StatusCode(paramErr) : StatusCode(kNodeNotQueryErr);
+    std::shared_ptr<QueryRun> run;
+    {
+        std::lock_guard lock(state->mutex);
+        run = state->run;
+    }
+    if (run != nullptr)
+        run->StopAndWait();
+    return noErr;
+}
+
+Boolean NodeQueryIsGathering(NodeRef node) {
+    std::shared_ptr<QueryState> state = QueryStateOf(node);
+    if (state == nullptr)
+        return false;
+    std::shared_ptr<QueryRun> run;
+    {
+        std::lock_guard lock(state->mutex);
+        run = state->run;
+    }
+    return run != nullptr && !run->stop && !run->Finished();
+}

@@ -1,0 +1,103 @@
+#pragma once
+
+// The state behind query nodes. Internal to the node service.
+//
+// Ownership: the query node counts its hits container (aliasTarget); each hit counts the hits
+// container (its parent) and the item found (its aliasTarget); the state holds the published
+// hits. The registry maps both the query node and the hits container to the shared state; the
+// query node's entry goes with the query node, which also drops the published hits, so the
+// hits container can go once nobody else holds it or one of its hits.
+//
+// Threads: `mutex` guards name, published and run. A walk owns its run; it publishes under
+// `mutex` only while its run is still the state's run and not stopped, so a replaced or
+// cancelled search never adds a hit afterwards.
+
+#include "basalt/nodes/NodeQueries.h"
+#include "basalt/nodes/OpaqueNodeRef.h"
+#include "basalt/types/QueryExpression.h"
+
+#include <atomic>
+#include <condition_variable>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <vector>
+
+namespace basalt::nodes {
+
+struct QueryBatching {
+    uint32_t firstCount = 25;
+    uint32_t firstMs = 100;
+    uint32_t progressCount = 1000000;
+    uint32_t progressMs = 500;
+};
+
+struct QuerySpec {
+    std::shared_ptr<const types::QueryExpression> expression;
+    std::vector<std::string> attributes;
+    NodeQuerySortProc sort = nullptr;
+    QueryBatching batching;
+    bool everywhere = true;
+    std::vector<std::string> scope; // absolute paths, when not everywhere
+};
+
+// One found item: the counted hit node and its row of attribute values (owned, null where the
+// item has no such value).
+struct QueryHit {
+    NodeRef node = nullptr;
+    std::vector<BCTypeRef> row;
+};
+void ReleaseHits(std::vector<QueryHit>& hits);
+
+// One walk over the scope.
+struct QueryRun {
+    explicit QueryRun(QuerySpec spec) : spec(std::move(spec)) {}
+    // Asks the walk to stop and, unless called on the walk's own thread, waits until it has.
+    void StopAndWait();
+    void MarkFinished();
+    bool Finished();
+
+    const QuerySpec spec;
+    std::atomic<bool> stop{false};
+
+private:
+    std::mutex mutex_;
+    std::condition_variable finished_;
+    bool done_ = false;
+};
+
+struct QueryState {
+    NodeRef hits = nullptr; // not counted here
+    std::mutex mutex;
+    std::u16string name;
+    std::vector<QueryHit> published;
+    std::shared_ptr<QueryRun> run;
+};
+
+// The state of a query node or a hits container; null for other nodes.
+std::shared_ptr<QueryState> QueryStateOf(NodeRef node);
+// Called as a query node or hits container is destroyed.
+void ForgetQueryNode(NodeRef node);
+// The hits in the container's order, counted.
+std::vector<NodeRef> QueryHits(NodeRef hitsContainer);
+// The name a query node or hits container shows.
+std::u16string QueryName(NodeRef node);
+
+// A hit leading to original (whose count it takes over).
+NodeRef MakeQueryHit(NodeRef hitsContainer, NodeRef original);
+// Adds a batch to the published hits (sorted in when the search sorts) and tells the clients;
+// false, with the batch left alone, when the run is no longer the state's live run.
+bool PublishHits(QueryState& state, const QueryRun& run, std::vector<QueryHit>& batch);
+// Runs the walk on a worker thread; the run is marked finished when the walk ends.
+StatusCode StartQueryWalk(std::shared_ptr<QueryState> state, std::shared_ptr<QueryRun> run);
+// Number of walks still running in the process (tests wait for it to reach zero).
+int RunningQueryWalks();
+
+// The item whose properties a node shows: the original of a hit, else the node itself.
+inline NodeRef PropertySubject(NodeRef node) {
+    if (node != nullptr && node->kind.load(std::memory_order_relaxed) == NodeKind::QueryHit)
+        return node->aliasTarget.load();
+    return node;
+}
+
+} // namespace basalt::nodes
