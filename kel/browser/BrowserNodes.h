@@ -2,6 +2,7 @@
 
 // Questions about nodes that the browser's parts all ask: search hits and their originals.
 
+#include "basalt/nodes/NodeQueries.h"
 #include "kel/nodes/TKelNode.h"
 
 inline bool IsHitsContainer(const TKelNode& node) {

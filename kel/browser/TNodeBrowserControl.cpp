@@ -3,6 +3,7 @@
 
 #include "kel/browser/TNodeBrowserControl.h"
 
+#include "kel/browser/BrowserNodes.h"
 #include "kel/interface/__KelDialog.h"
 
 namespace {

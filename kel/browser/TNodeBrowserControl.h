@@ -77,6 +77,8 @@ public:
     StatusCode GetSelection(TKelNodeArray& out);
     StatusCode SetSelection(const TKelNodeArray& nodes, unsigned long operation);
     StatusCode SelectAll();
+    StatusCode SetQueryTarget(BCStringRef text);
+    StatusCode SetSavedQueryTarget(TKelNode saved);
     void Refresh();
 
     // ---- Callbacks and views ----
@@ -142,6 +144,9 @@ private:
     void RowMessage(TKelNode& node, unsigned long message);
     void DoubleClicked(TKelNode& row);
     void ReorderQuery();
+    void UpdateQueryScope();
+    TKelNode QueryScope() const;
+    void QuerySortOrder(unsigned long& property, bool& ascending) const;
     unsigned long ItemProperty() const;
     void AddListColumns();
     StatusCode SwitchViewStyle(unsigned long style, TPrefOption option, TKelPrefs& prefs);

@@ -268,7 +268,3 @@ long TNodeBrowserControl::TrackItemNotification(ControlRef, unsigned long, unsig
     // The preview's buttons are followed here once the library draws its own preview.
     return -1;
 }
-
-void TNodeBrowserControl::ReorderQuery() {
-    // QUERIES-MERGE
-}

@@ -11,7 +11,7 @@ namespace {
 
 void CancelQueryOf(const TViewSnapshot& snapshot) {
     if (!snapshot.queryNode.IsEmpty()) {
-        // QUERIES-MERGE: NodeCancelQuery(snapshot.queryNode.PeekNodeRef());
+        NodeCancelQuery(snapshot.queryNode.PeekNodeRef());
     }
 }
 

@@ -122,7 +122,11 @@ void BrowserWindow::Show(const std::filesystem::path& folder) {
 
 std::vector<std::string> BrowserWindow::Rows(const std::filesystem::path& container, bool recurse,
                                              unsigned long state) {
-    TKelNode node = At(container);
+    return RowsOf(At(container), recurse, state);
+}
+
+std::vector<std::string> BrowserWindow::RowsOf(const TKelNode& node, bool recurse,
+                                               unsigned long state) {
     TKelNodeArray rows;
     Handle handle = NewHandle(0);
     if (GetGridBrowserItems(control, node.AsItemID(), recurse, state, handle) == noErr) {

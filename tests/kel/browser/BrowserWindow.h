@@ -61,6 +61,8 @@ protected:
     // The names of a container's rows in the control's order (recurse: open rows' rows too).
     std::vector<std::string> Rows(const std::filesystem::path& container, bool recurse = false,
                                   unsigned long state = 0);
+    std::vector<std::string> RowsOf(const TKelNode& container, bool recurse = false,
+                                    unsigned long state = 0);
     std::vector<std::string> Selection();
     // Runs the event loop until the condition holds, for at most the deadline.
     static bool RunUntil(const std::function<bool()>& condition,
