@@ -6,10 +6,13 @@
 //   frame ratio:         one frame after a jump to a random scroll position at 100,000 rows,
 //                        over the same at 100 rows
 //   bytes per row:       resident memory growth per listed entry, nodes included
+//   first hits / search: a name query over a tree of 100,000 files, to its first hits and to the
+//                        end of its walk, against a raw recursive walk (see QueryBench.h)
 //
 // Usage: bench_browser FOLDER. The folders are made in FOLDER. Every figure is a median of 5.
 
 #include "ListingBaseline.h"
+#include "QueryBench.h"
 #include "basalt/backend/headless/HeadlessDriver.h"
 #include "kel/browser/TNodeBrowserControl.h"
 #include "kel/nodes/TNodePathHelper.h"
@@ -156,5 +159,8 @@ int main(int argc, char** argv) {
     std::printf("column ratio at 100000: %.2f\n", column);
     std::printf("frame ratio: %.2f\n", largeFrame / smallFrame);
     std::printf("bytes per row: %ld\n", bytesPerRow);
+    const kelbench::QueryBenchResult search = kelbench::MeasureNameQuery(base, kRuns);
+    std::printf("first hits ms: %.1f\n", search.firstHitsMs);
+    std::printf("search ratio: %.2f\n", search.searchRatio);
     return 0;
 }

@@ -4,6 +4,7 @@
 
 #include "basalt/files/BFLongPath.h"
 #include "basalt/files/BFNameCodec.h"
+#include "basalt/nodes/NodeQueryState.h"
 #include "basalt/nodes/NodeStat.h"
 #include "basalt/nodes/NodeTable.h"
 #include "basalt/nodes/NodeVolumes.h"
@@ -92,6 +93,7 @@ StatusCode GetNodeAsPathName(NodeRef node, int32_t format, BCIndex capacity, BCI
     if (node == nullptr || format != 1 || length == nullptr || capacity < 0 ||
         (capacity > 0 && chars == nullptr))
         return paramErr;
+    node = PropertySubject(node);
     if (node->kind == NodeKind::Sidebar)
         return kNodeBadPathErr;
     std::u16string text = PathText(node);
@@ -112,6 +114,7 @@ NodeRef GetBFRefAsNode(const BFRef* ref) {
 StatusCode GetNodeAsBFRef(NodeRef node, BFRef* ref) {
     if (node == nullptr || ref == nullptr)
         return paramErr;
+    node = PropertySubject(node); // a hit stands for the item found
     if (node == Special().root)
         node = Special().boot;
     if (!node->IsFileSystem())

@@ -225,26 +225,24 @@ using namespace basalt::nodes;
 StatusCode NodeCreateNewVirtualQueryNode(BCIndex nameLength, const UniChar* name, BCStringRef query,
                                          BCArrayRef attributes, NodeQuerySortProc sort,
                                          uint32_t firstCount, uint32_t firstMs,
-                                         uint32_t progressCount, uint32_t progressMs, uint32_t,
-                                         uint32_t, BCArrayRef scope, uint32_t flags,
-                                         NodeRef* node) {
+                                         uint32_t progressCount, uint32_t progressMs,
+                                         uint32_t updateCount, uint32_t updateMs, BCArrayRef scope,
+                                         uint32_t flags, NodeRef* node) {
     if (node == nullptr)
         return paramErr;
-    QuerySpec spec;
-    QueryArguments in{nameLength, name, query,
-                      attributes, sort, {firstCount, firstMs, progressCount, progressMs},
-                      scope,      flags};
-    if (StatusCode status = MakeSpec(in, spec))
-        return status;
     auto state = std::make_shared<QueryState>();
     state->hits = new OpaqueNodeRef(NodeKind::QueryHits, std::string(), nullptr);
     auto* made = new OpaqueNodeRef(NodeKind::Query, std::string(), nullptr);
     made->aliasTarget = state->hits;
     Register(made, state);
     Register(state->hits, state);
-    Restart(
-        state, std::move(spec),
-        std::u16string(reinterpret_cast<const char16_t*>(name), static_cast<size_t>(nameLength)));
+    StatusCode status =
+        NodeSetVirtualQuery(made, nameLength, name, query, attributes, sort, firstCount, firstMs,
+                            progressCount, progressMs, updateCount, updateMs, scope, flags);
+    if (status != noErr) {
+        DisposeNode(made);
+        return status;
+    }
     *node = made;
     return noErr;
 }
@@ -265,9 +263,10 @@ StatusCode NodeSetVirtualQuery(NodeRef node, BCIndex nameLength, const UniChar* 
                       scope,      flags};
     if (StatusCode status = MakeSpec(in, spec))
         return status;
-    return Restart(
-        state, std::move(spec),
-        std::u16string(reinterpret_cast<const char16_t*>(name), static_cast<size_t>(nameLength)));
+    std::u16string text;
+    if (nameLength > 0)
+        text.assign(reinterpret_cast<const char16_t*>(name), static_cast<size_t>(nameLength));
+    return Restart(state, std::move(spec), std::move(text));
 }
 
 StatusCode NodeCancelQuery(NodeRef node) {

@@ -5,6 +5,7 @@
 #include "basalt/files/BFNameCodec.h"
 #include "basalt/nodes/NodeListing.h"
 #include "basalt/nodes/NodeProperties.h"
+#include "basalt/nodes/NodeQueryState.h"
 #include "basalt/nodes/NodeStat.h"
 #include "basalt/nodes/NodeVolumes.h"
 
@@ -122,6 +123,7 @@ NodeRef GetHomeNode() {
 Boolean NodeValidate(NodeRef node) {
     if (node == nullptr)
         return false;
+    node = PropertySubject(node); // a hit is valid while the item found is
     if (!node->IsFileSystem())
         return true;
     Forget(node);

@@ -72,26 +72,27 @@ bool StartsWord(CharClass before, CharClass at, CharClass after) {
     return at == CharClass::Upper && before == CharClass::Upper && after == CharClass::Lower;
 }
 
-std::u32string Decode(std::string_view utf8) {
-    std::u32string out;
-    out.reserve(utf8.size());
+void Decode(std::string_view utf8, std::vector<char32_t>& out) {
+    out.resize(utf8.size());
+    size_t count = 0;
     const auto* bytes = reinterpret_cast<const uint8_t*>(utf8.data());
     int32_t length = static_cast<int32_t>(utf8.size());
     for (int32_t at = 0; at < length;) {
         UChar32 c;
         U8_NEXT(bytes, at, length, c);
-        out.push_back(c < 0 ? U'\uFFFD' : static_cast<char32_t>(c));
+        out[count++] = c < 0 ? U'\uFFFD' : static_cast<char32_t>(c);
     }
-    return out;
+    out.resize(count);
 }
 
 } // namespace
 
 void FoldText(std::string_view utf8, PatternModifiers modifiers, FoldedText& out) {
-    std::u32string original = Decode(utf8);
+    Decode(utf8, out.original);
     out.text.clear();
     out.wordStart.clear();
     out.wordEnd.clear();
+    const std::vector<char32_t>& original = out.original;
     CharClass before = CharClass::Other;
     for (size_t i = 0; i < original.size(); ++i) {
         CharClass at = ClassOf(original[i]);
@@ -100,25 +101,22 @@ void FoldText(std::string_view utf8, PatternModifiers modifiers, FoldedText& out
             continue; // a mark belongs to the letter before it
         CharClass after = i + 1 < original.size() ? ClassOf(original[i + 1]) : CharClass::Other;
         bool starts = StartsWord(before, at, after);
-        if (starts || (IsAlnum(before) && !IsAlnum(at))) {
-            out.wordEnd.resize(out.text.size() + 1, false);
-            out.wordEnd.back() = IsAlnum(before);
-        }
+        bool endsBefore = IsAlnum(before) && (starts || !IsAlnum(at));
         size_t first = out.text.size();
-        FoldInto(original[i], modifiers, [&](char32_t c) { out.text.push_back(c); });
-        out.wordStart.resize(out.text.size() + 1, false);
-        if (starts && out.text.size() > first)
-            out.wordStart[first] = true;
+        FoldInto(original[i], modifiers, [&](char32_t c) {
+            out.wordStart.push_back(out.text.size() == first && starts);
+            out.wordEnd.push_back(out.text.size() == first && endsBefore);
+            out.text.push_back(c);
+        });
         before = at;
     }
-    out.wordStart.resize(out.text.size() + 1, false);
-    out.wordEnd.resize(out.text.size() + 1, false);
-    out.wordEnd.back() = IsAlnum(before);
+    out.wordStart.push_back(false);
+    out.wordEnd.push_back(IsAlnum(before));
 }
 
 QueryPattern::QueryPattern(const std::u32string& text, const std::vector<bool>& escaped,
                            PatternModifiers modifiers)
-    : literal_(text), modifiers_(modifiers) {
+    : modifiers_(modifiers) {
     for (size_t i = 0; i < text.size(); ++i) {
         bool isEscaped = i < escaped.size() && escaped[i];
         if (!isEscaped && (text[i] == U'*' || text[i] == U'?')) {
@@ -133,14 +131,16 @@ QueryPattern::QueryPattern(const std::u32string& text, const std::vector<bool>& 
     }
 }
 
-bool QueryPattern::MatchesFrom(const std::u32string& subject, size_t start,
-                               const std::vector<bool>& ends) const {
+bool QueryPattern::MatchesFrom(Scratch& scratch, size_t start, bool anyWordEnd) const {
+    const std::vector<char32_t>& subject = scratch.folded.text;
     size_t size = subject.size();
-    std::vector<uint8_t> reach(size + 1, 0);
-    std::vector<uint8_t> next(size + 1, 0);
+    std::vector<uint8_t>& reach = scratch.reach;
+    std::vector<uint8_t>& next = scratch.next;
+    reach.assign(size + 1, 0);
+    next.assign(size + 1, 0);
     reach[start] = 1;
     for (int32_t token : tokens_) {
-        std::fill(next.begin(), next.end(), 0);
+        std::fill(next.begin() + static_cast<std::ptrdiff_t>(start), next.end(), 0);
         bool any = false;
         if (token == kAnyRun) {
             uint8_t on = 0;
@@ -161,23 +161,29 @@ bool QueryPattern::MatchesFrom(const std::u32string& subject, size_t start,
             return false;
         reach.swap(next);
     }
+    if (!anyWordEnd)
+        return reach[size] != 0;
     for (size_t p = start; p <= size; ++p) {
-        if (reach[p] && ends[p])
+        if (reach[p] && scratch.folded.wordEnd[p])
             return true;
     }
     return false;
 }
 
 bool QueryPattern::Matches(std::string_view utf8) const {
-    thread_local FoldedText folded;
-    FoldText(utf8, modifiers_, folded);
-    if (!modifiers_.words) {
-        std::vector<bool> ends(folded.text.size() + 1, false);
-        ends.back() = true;
-        return MatchesFrom(folded.text, 0, ends);
-    }
+    // Names are tested by the hundred thousand: the buffers are kept between calls.
+    thread_local Scratch scratch;
+    FoldText(utf8, modifiers_, scratch.folded);
+    const FoldedText& folded = scratch.folded;
+    if (!modifiers_.words)
+        return MatchesFrom(scratch, 0, false);
+    bool literalFirst = !tokens_.empty() && tokens_.front() >= 0;
     for (size_t start = 0; start < folded.text.size(); ++start) {
-        if (folded.wordStart[start] && MatchesFrom(folded.text, start, folded.wordEnd))
+        if (!folded.wordStart[start])
+            continue;
+        if (literalFirst && folded.text[start] != static_cast<char32_t>(tokens_.front()))
+            continue; // most words fail on their first character
+        if (MatchesFrom(scratch, start, true))
             return true;
     }
     return false;

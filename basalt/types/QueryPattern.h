@@ -18,6 +18,14 @@ struct PatternModifiers {
     bool words = false;
 };
 
+// Subject text folded as the modifiers ask, with the word starts and ends of the original.
+struct FoldedText {
+    std::vector<char32_t> original; // the decoded subject, kept to reuse its buffer
+    std::vector<char32_t> text;
+    std::vector<uint8_t> wordStart; // per character of text, and one more
+    std::vector<uint8_t> wordEnd;   // per position in text, the end included
+};
+
 class QueryPattern {
 public:
     // text is the value with its escapes resolved; escaped marks which of its characters
@@ -27,29 +35,26 @@ public:
 
     bool Matches(std::string_view utf8) const;
     bool HasWildcards() const { return hasWildcards_; }
-    // The value as written, for comparisons that are no pattern match (type identifiers).
-    const std::u32string& Literal() const { return literal_; }
 
 private:
     // Tokens: a code point (>= 0) or one of the wildcards.
     static constexpr int32_t kAnyRun = -1;
     static constexpr int32_t kAnyOne = -2;
 
-    bool MatchesFrom(const std::u32string& subject, size_t start,
-                     const std::vector<bool>& ends) const;
+    struct Scratch {
+        FoldedText folded;
+        std::vector<uint8_t> reach;
+        std::vector<uint8_t> next;
+    };
+    // From start over the folded subject to its end, or with anyWordEnd to any word's end.
+    bool MatchesFrom(Scratch& scratch, size_t start, bool anyWordEnd) const;
 
     std::vector<int32_t> tokens_;
-    std::u32string literal_;
     PatternModifiers modifiers_;
     bool hasWildcards_ = false;
 };
 
-// Subject text folded as the modifiers ask, with the word starts and ends of the original.
-struct FoldedText {
-    std::u32string text;
-    std::vector<bool> wordStart; // size text.size() + 1
-    std::vector<bool> wordEnd;   // size text.size() + 1
-};
+// Decodes and folds a subject, finding its words.
 void FoldText(std::string_view utf8, PatternModifiers modifiers, FoldedText& out);
 
 } // namespace basalt::types

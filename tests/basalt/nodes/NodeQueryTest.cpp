@@ -1,6 +1,7 @@
 #include "QueryTestSupport.h"
 
 #include <algorithm>
+#include <cstring>
 #include <gtest/gtest.h>
 
 using namespace querytest;
@@ -149,6 +150,14 @@ TEST_F(NodeQueryTest, HitsLeadToTheItemsFoundAndShowTheirProperties) {
     EXPECT_EQ(nodetest::StringProperty(hit, "utid"), u"text/plain");
     Held parent(GetNodeParent(hit));
     EXPECT_EQ(parent.get(), hits.get());
+    // Conversions give the item's own reference, so a chosen hit works like the item.
+    BFRef fromHit, fromItem;
+    ASSERT_EQ(GetNodeAsBFRef(hit, &fromHit), noErr);
+    ASSERT_EQ(GetNodeAsBFRef(item.get(), &fromItem), noErr);
+    EXPECT_EQ(std::memcmp(&fromHit, &fromItem, sizeof fromHit), 0);
+    EXPECT_TRUE(NodeValidate(hit));
+    fs::remove(root_ / "sub/report.txt");
+    EXPECT_FALSE(NodeValidate(hit));
 }
 
 TEST_F(NodeQueryTest, CancellingStopsTheWalkAndKeepsWhatWasFound) {
