@@ -146,5 +146,31 @@ TEST_F(TNodeBrowserControlContainersTest, ARenamedFileMovesToItsPlace) {
     EXPECT_EQ(Rows(tree), (std::vector<std::string>{"a folder", "C.txt", "z.txt"}));
 }
 
+TEST_F(TNodeBrowserControlContainersTest, TheRefreshAsksOnceForEachFolderAndNeverForTheRoot) {
+    MakeBrowser(kColumnViewStyle);
+    TNodeBrowserControl::SynchronizeContainers(nullptr, browser.get()); // nothing open: no harm
+    ASSERT_EQ(browser->SetTarget(At(tree / "a folder"), At(tree), TKelNode()), noErr);
+    HeadlessDriver::RunUntilIdle();
+    const auto& containers = browser->Containers();
+    ASSERT_EQ(containers.size(), 2u);
+    // Settle the refresh that every population starts.
+    auto settled = [&] {
+        return std::none_of(containers.begin(), containers.end(),
+                            [](const auto& data) { return data->syncInProgress; });
+    };
+    ASSERT_TRUE(RunUntil(settled));
+    TNodeBrowserControl::SynchronizeContainers(nullptr, browser.get());
+    EXPECT_TRUE(containers.front()->syncInProgress && containers.back()->syncInProgress);
+    ASSERT_TRUE(RunUntil(settled));
+
+    TKelNodeArray top;
+    top.push_back(TKelNode(TKelNode::GetRootNodeRef(), true));
+    ASSERT_EQ(browser->SetTargetPath(top, TKelNode()), noErr);
+    HeadlessDriver::RunUntilIdle();
+    ASSERT_EQ(containers.size(), 1u);
+    TNodeBrowserControl::SynchronizeContainers(nullptr, browser.get());
+    EXPECT_FALSE(containers.front()->syncInProgress) << "volumes arrive as events instead";
+}
+
 } // namespace
 } // namespace keltest
