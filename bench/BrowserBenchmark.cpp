@@ -11,6 +11,7 @@
 //
 // Usage: bench_browser FOLDER. The folders are made in FOLDER. Every figure is a median of 5.
 
+#include "GridBrowserFrame.h"
 #include "ListingBaseline.h"
 #include "QueryBench.h"
 #include "basalt/backend/headless/HeadlessDriver.h"
@@ -19,7 +20,6 @@
 
 #include <cstdio>
 #include <memory>
-#include <random>
 
 using namespace listingbaseline;
 using basalt::headless::HeadlessDriver;
@@ -76,16 +76,8 @@ public:
         return Seconds(start);
     }
 
-    // Seconds to paint one frame after a jump to a random scroll position.
-    double Jump(std::mt19937& random, uint32_t rows) {
-        std::uniform_int_distribution<uint32_t> row(0, rows - 1);
-        uint16_t height = 0;
-        GetGridBrowserTableViewRowHeight(browser->Control(), &height);
-        SetGridBrowserScrollPosition(browser->Control(), row(random) * height, 0);
-        const auto start = std::chrono::steady_clock::now();
-        HeadlessDriver::RunUntilIdle();
-        return Seconds(start);
-    }
+    WindowRef Window() const { return window; }
+    ControlRef Control() const { return browser->Control(); }
 
     size_t Rows() const { return browser->Containers().empty() ? 0 : RowsOfTarget(); }
 
@@ -126,14 +118,10 @@ double OpenRatio(Bench& bench, const std::string& folder, unsigned long style, c
     return Median(ratios);
 }
 
-double FrameTime(Bench& bench, const std::string& folder, uint32_t rows) {
+// The median frame after a jump to a random row, with the folder shown in list view.
+double FrameTime(Bench& bench, const std::string& folder, uint32_t seed) {
     bench.Open(folder, kListViewStyle);
-    std::mt19937 random(rows);
-    std::vector<double> frames;
-    for (int run = 0; run < kRuns; ++run) {
-        frames.push_back(bench.Jump(random, rows));
-    }
-    return Median(frames);
+    return kelbench::MedianFrameAfterJump(bench.Window(), bench.Control(), kRuns, seed);
 }
 
 } // namespace

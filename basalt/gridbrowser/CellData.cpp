@@ -28,53 +28,48 @@ void CellData::SetText(BCStringRef text) {
 
 using basalt::gridbrowser::CellData;
 
-StatusCode SetGridBrowserItemDataBooleanValue(GridBrowserItemDataRef itemData, bool value) {
+namespace {
+
+template <typename Apply>
+StatusCode WithCell(GridBrowserItemDataRef itemData, Apply apply) {
     if (itemData == nullptr)
         return paramErr;
-    CellData::From(itemData)->SetBoolean(value);
+    apply(*CellData::From(itemData));
     return noErr;
+}
+
+} // namespace
+
+StatusCode SetGridBrowserItemDataBooleanValue(GridBrowserItemDataRef itemData, bool value) {
+    return WithCell(itemData, [&](CellData& cell) { cell.SetBoolean(value); });
 }
 
 StatusCode SetGridBrowserItemDataItemID(GridBrowserItemDataRef itemData, GridBrowserItemID item) {
-    if (itemData == nullptr)
-        return paramErr;
-    CellData::From(itemData)->SetItem(item);
-    return noErr;
+    return WithCell(itemData, [&](CellData& cell) { cell.SetItem(item); });
 }
 
 StatusCode SetGridBrowserItemDataValue(GridBrowserItemDataRef itemData, int32_t value) {
-    if (itemData == nullptr)
-        return paramErr;
-    CellData::From(itemData)->SetValue(value);
-    return noErr;
+    return WithCell(itemData, [&](CellData& cell) { cell.SetValue(value); });
 }
 
 StatusCode SetGridBrowserItemDataIcon(GridBrowserItemDataRef itemData, IconRef icon) {
-    if (itemData == nullptr)
-        return paramErr;
-    CellData::From(itemData)->SetIcon(icon);
-    return noErr;
+    return WithCell(itemData, [&](CellData& cell) { cell.SetIcon(icon); });
 }
 
 StatusCode SetGridBrowserItemDataText(GridBrowserItemDataRef itemData, BCStringRef text) {
-    if (itemData == nullptr)
-        return paramErr;
-    CellData::From(itemData)->SetText(text);
-    return noErr;
+    return WithCell(itemData, [&](CellData& cell) { cell.SetText(text); });
 }
 
 StatusCode SetGridBrowserItemDataLongDateTime(GridBrowserItemDataRef itemData,
                                               const LongDateTime* dateTime) {
-    if (itemData == nullptr || dateTime == nullptr)
+    if (dateTime == nullptr)
         return paramErr;
-    CellData::From(itemData)->SetDate(*dateTime);
-    return noErr;
+    return WithCell(itemData, [&](CellData& cell) { cell.SetDate(*dateTime); });
 }
 
 StatusCode GetGridBrowserItemDataProperty(GridBrowserItemDataRef itemData,
                                           GridBrowserPropertyID* property) {
-    if (itemData == nullptr || property == nullptr)
+    if (property == nullptr)
         return paramErr;
-    *property = CellData::From(itemData)->Property();
-    return noErr;
+    return WithCell(itemData, [&](CellData& cell) { *property = cell.Property(); });
 }

@@ -246,7 +246,8 @@ StatusCode SetGridBrowserSortProperty(ControlRef control, GridBrowserPropertyID 
 StatusCode GetGridBrowserSortProperty(ControlRef control, GridBrowserPropertyID* property);
 StatusCode SetGridBrowserSortOrder(ControlRef control, GridBrowserSortOrder order);
 StatusCode GetGridBrowserSortOrder(ControlRef control, GridBrowserSortOrder* order);
-// Adds a list view column at position (past the end: last).
+// Adds a list view column at position (past the end: last). A column of a property shown
+// already takes the new description and keeps its place and width.
 StatusCode AddGridBrowserListViewColumn(ControlRef control,
                                         const GridBrowserListViewColumnDesc* column,
                                         uint32_t position);

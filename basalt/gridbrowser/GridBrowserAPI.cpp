@@ -332,11 +332,16 @@ StatusCode AddGridBrowserListViewColumn(ControlRef control,
     if (column == nullptr || column->propertyID == 0)
         return paramErr;
     return With(control, [&](GridBrowserView& view) -> StatusCode {
-        if (view.FindColumn(column->propertyID) != nullptr)
-            return paramErr;
         ListColumn added{*column, TextOf(column->titleString),
                          std::max<BGFloat>(column->minimumWidth, 100)};
         added.desc.titleString = nullptr;
+        if (ListColumn* shown = view.FindColumn(column->propertyID)) {
+            // Set up again (a return to list view): the column keeps its place and width.
+            added.width = shown->width;
+            *shown = added;
+            view.ColumnsChanged();
+            return noErr;
+        }
         auto& columns = view.Columns();
         columns.insert(columns.begin() + std::min<size_t>(position, columns.size()), added);
         view.ColumnsChanged();

@@ -40,7 +40,7 @@ void GridBrowserView::DrawColumns(BGContextRef context) {
         if (column < path_.size())
             DrawColumn(context, column);
         else
-            DrawPreview(context, column);
+            DrawPreview(context);
         BGContextRestoreGState(context);
         BGRect divider = BGRectMake(BGRectGetMaxX(area) - 1, area.origin.y, 1, area.size.height);
         BTThemeDrawSeparator(&divider, kBTThemeStateActive, context);
@@ -74,10 +74,11 @@ void GridBrowserView::DrawColumn(BGContextRef context, size_t column) {
         look.textColor =
             selected && emphasised ? kBTThemeTextColorOnAccent : kBTThemeTextColorPlain;
         BGRect cell =
-            BGRectMake(row.origin.x + 2, top, row.size.width - kArrowWidth - 2, rowHeight);
+            BGRectMake(row.origin.x + 4, top, row.size.width - kArrowWidth - 4, rowHeight);
         CellData data(kGridBrowserItemSelfIdentityProperty);
         if (AskCell(item, data) == noErr)
-            DrawCell(context, data, kGridBrowserIconAndTextType, 0, cell, look);
+            DrawCell(context, data, kGridBrowserIconAndTextType, kGridBrowserListViewTruncateMiddle,
+                     cell, look);
         if (AskBool(item, kGridBrowserItemIsContainerProperty, false))
             DrawArrow(context,
                       BGRectMake(BGRectGetMaxX(row) - kArrowWidth - 1, top, kArrowWidth, rowHeight),
@@ -94,13 +95,11 @@ void GridBrowserView::DrawColumn(BGContextRef context, size_t column) {
     }
 }
 
-void GridBrowserView::DrawPreview(BGContextRef context, size_t column) {
+void GridBrowserView::DrawPreview(BGContextRef context) {
     GridBrowserItemID item = PreviewItem();
     if (item == 0 || customCallbacks.drawItemCallback == nullptr)
         return;
-    BGRect area = ColumnRowArea(column);
-    Rect rect = {int16_t(area.origin.y), int16_t(area.origin.x), int16_t(BGRectGetMaxY(area)),
-                 int16_t(BGRectGetMaxX(area))};
+    Rect rect = PreviewRect();
     auto keep = Shared();
     drawContext = context;
     BGContextSaveGState(context);

@@ -11,8 +11,6 @@
 namespace basalt::gridbrowser {
 namespace {
 
-constexpr BGFloat kTriangleWidth = 14;
-
 BGFloat FocusOutset() {
     int32_t outset = 3;
     GetThemeMetric(kBTThemeMetricFocusRectOutset, &outset);
@@ -138,7 +136,8 @@ void GridBrowserView::DrawHeader(BGContextRef context) {
         label.origin.x += column.desc.titleOffset;
         CellLook look;
         look.textColor = kBTThemeTextColorSecondary;
-        DrawOwnedText(context, column.title, label, 0, look);
+        DrawOwnedText(context, column.title, label,
+                      column.desc.propertyFlags & kGridBrowserListViewAlignEnd, look);
     }
     BGFloat rest = BGRectGetMaxX(bounds) - x;
     if (rest > 0) {
@@ -160,11 +159,12 @@ void GridBrowserView::DrawBars(BGContextRef context) {
     }
     if (HorizontalBarShown()) {
         BGRect bounds = Bounds();
-        BGRect track = BGRectMake(bounds.origin.x, BGRectGetMaxY(bounds) - kBarWidth,
-                                  bounds.size.width, kBarWidth);
-        BGFloat content = ColumnsWidth();
-        BGFloat length = std::max<BGFloat>(20, track.size.width * bounds.size.width / content);
-        BGFloat start = (track.size.width - length) * scroll_.x / (content - bounds.size.width);
+        BGFloat visible = HorizontalVisible();
+        BGRect track =
+            BGRectMake(bounds.origin.x, BGRectGetMaxY(bounds) - kBarWidth, visible, kBarWidth);
+        BGFloat content = HorizontalContent();
+        BGFloat length = std::max<BGFloat>(20, visible * visible / content);
+        BGFloat start = (visible - length) * scroll_.x / (content - visible);
         BTThemeDrawScrollBar(&track, start, length, state, context);
     }
 }

@@ -16,13 +16,34 @@ BGFloat GridBrowserView::HeaderHeight() const {
     return height;
 }
 
+bool GridBrowserView::ListNeedsVerticalBar() const {
+    return BGFloat(rows_.size()) * rowHeight > Bounds().size.height - HeaderHeight();
+}
+
 BGRect GridBrowserView::RowArea() const {
     BGRect bounds = Bounds();
     BGFloat header = HeaderHeight();
-    BGFloat height = std::max<BGFloat>(0, bounds.size.height - header);
-    bool bar = BGFloat(rows_.size()) * rowHeight > height;
-    BGFloat width = std::max<BGFloat>(0, bounds.size.width - (bar ? kBarWidth : 0));
+    BGFloat bar = HorizontalBarShown() ? kBarWidth : 0;
+    BGFloat height = std::max<BGFloat>(0, bounds.size.height - header - bar);
+    BGFloat width =
+        std::max<BGFloat>(0, bounds.size.width - (ListNeedsVerticalBar() ? kBarWidth : 0));
     return BGRectMake(bounds.origin.x, bounds.origin.y + header, width, height);
+}
+
+BGFloat GridBrowserView::HorizontalContent() const {
+    if (style_ == kGridBrowserColumnView)
+        return ColumnsWidth();
+    BGFloat width = 0;
+    for (const ListColumn& column : columns_)
+        width += column.width;
+    return width;
+}
+
+BGFloat GridBrowserView::HorizontalVisible() const {
+    BGFloat width = Bounds().size.width;
+    if (style_ == kGridBrowserListView && ListNeedsVerticalBar())
+        width -= kBarWidth;
+    return std::max<BGFloat>(0, width);
 }
 
 BGFloat GridBrowserView::ContentHeight() {
@@ -51,7 +72,7 @@ GridBrowserItemID GridBrowserView::PreviewItem() const {
 
 BGFloat GridBrowserView::PreviewWidth() const {
     BGFloat rest = Bounds().size.width - BGFloat(path_.size()) * columnWidth;
-    return std::max(columnWidth + 60, rest);
+    return std::max(columnWidth, rest);
 }
 
 BGFloat GridBrowserView::ColumnsWidth() const {
@@ -63,7 +84,7 @@ BGFloat GridBrowserView::ColumnLeft(size_t column) const {
 }
 
 bool GridBrowserView::HorizontalBarShown() const {
-    return style_ == kGridBrowserColumnView && ColumnsWidth() > Bounds().size.width;
+    return HorizontalContent() > HorizontalVisible();
 }
 
 BGRect GridBrowserView::ColumnRowArea(size_t column) const {
@@ -71,6 +92,12 @@ BGRect GridBrowserView::ColumnRowArea(size_t column) const {
     BGFloat height = bounds.size.height - (HorizontalBarShown() ? kBarWidth : 0);
     BGFloat width = column < path_.size() ? columnWidth : PreviewWidth();
     return BGRectMake(ColumnLeft(column), bounds.origin.y, width, std::max<BGFloat>(0, height));
+}
+
+Rect GridBrowserView::PreviewRect() const {
+    BGRect area = ColumnRowArea(path_.size());
+    return {int16_t(area.origin.y), int16_t(area.origin.x), int16_t(BGRectGetMaxY(area)),
+            int16_t(BGRectGetMaxX(area))};
 }
 
 BGFloat& GridBrowserView::ColumnScroll(size_t column) {
@@ -97,13 +124,12 @@ std::optional<size_t> GridBrowserView::RowAt(BGPoint local) {
 // ---- Scrolling -------------------------------------------------------------------------------
 
 void GridBrowserView::ClampScroll() {
+    BGFloat wide = HorizontalContent() - HorizontalVisible();
+    scroll_.x = std::clamp<BGFloat>(scroll_.x, 0, std::max<BGFloat>(0, wide));
     if (style_ == kGridBrowserListView) {
         BGFloat most = BGFloat(rows_.size()) * rowHeight - RowArea().size.height;
         scroll_.y = std::clamp<BGFloat>(scroll_.y, 0, std::max<BGFloat>(0, most));
-        scroll_.x = 0;
     } else {
-        BGFloat most = ColumnsWidth() - Bounds().size.width;
-        scroll_.x = std::clamp<BGFloat>(scroll_.x, 0, std::max<BGFloat>(0, most));
         scroll_.y = 0;
     }
 }

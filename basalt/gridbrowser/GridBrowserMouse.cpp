@@ -15,7 +15,6 @@ namespace {
 
 constexpr double kDoubleClickTime = 0.5;
 constexpr BGFloat kEdgeSlop = 3;
-constexpr BGFloat kTriangleWidth = 14;
 constexpr BGFloat kMinimumColumnWidth = 100;
 constexpr BGFloat kMaximumColumnWidth = 1000;
 
@@ -117,34 +116,31 @@ bool GridBrowserView::Wheel(BGPoint local, int32_t lines) {
 // ---- Bars and edges --------------------------------------------------------------------------
 
 bool GridBrowserView::ClickBar(BGPoint local) {
-    if (style_ == kGridBrowserListView) {
-        if (!VerticalBarShown() || !BGRectContainsPoint(VerticalBar(), local))
-            return false;
-        BGRect track = VerticalBar();
-        BGFloat content = ContentHeight();
-        BGFloat visible = RowArea().size.height;
-        BGFloat length = std::max<BGFloat>(20, track.size.height * visible / content);
-        BGFloat start =
-            track.origin.y + (track.size.height - length) * scroll_.y / (content - visible);
-        if (local.y < start) {
-            ScrollTo({scroll_.x, scroll_.y - visible});
-        } else if (local.y > start + length) {
-            ScrollTo({scroll_.x, scroll_.y + visible});
-        } else {
-            drag_ = DragKind::Thumb;
-            dragStart_ = local.y;
-            dragOrigin_ = scroll_.y;
-        }
+    BGRect bounds = Bounds();
+    if (HorizontalBarShown() && local.y >= BGRectGetMaxY(bounds) - kBarWidth) {
+        // A click in the bottom bar brings that part of the columns to the middle.
+        BGFloat visible = HorizontalVisible();
+        BGFloat fraction = (local.x - bounds.origin.x) / std::max<BGFloat>(1, visible);
+        ScrollTo({fraction * HorizontalContent() - visible / 2, scroll_.y});
         return true;
     }
-    BGRect bounds = Bounds();
-    if (!HorizontalBarShown() || local.y < BGRectGetMaxY(bounds) - kBarWidth)
+    if (style_ != kGridBrowserListView || !VerticalBarShown() ||
+        !BGRectContainsPoint(VerticalBar(), local))
         return false;
-    // A click in the bar brings that part of the columns to the middle.
-    BGFloat fraction = (local.x - bounds.origin.x) / std::max<BGFloat>(1, bounds.size.width);
-    scroll_.x = fraction * ColumnsWidth() - bounds.size.width / 2;
-    ClampScroll();
-    SetNeedsDisplay();
+    BGRect track = VerticalBar();
+    BGFloat content = ContentHeight();
+    BGFloat visible = RowArea().size.height;
+    BGFloat length = std::max<BGFloat>(20, track.size.height * visible / content);
+    BGFloat start = track.origin.y + (track.size.height - length) * scroll_.y / (content - visible);
+    if (local.y < start) {
+        ScrollTo({scroll_.x, scroll_.y - visible});
+    } else if (local.y > start + length) {
+        ScrollTo({scroll_.x, scroll_.y + visible});
+    } else {
+        drag_ = DragKind::Thumb;
+        dragStart_ = local.y;
+        dragOrigin_ = scroll_.y;
+    }
     return true;
 }
 
@@ -293,9 +289,7 @@ bool GridBrowserView::TrackPreview(BGPoint local, uint32_t modifiers) {
     GridBrowserItemID item = PreviewItem();
     if (item == 0 || customCallbacks.trackingCallback == nullptr)
         return false;
-    BGRect area = ColumnRowArea(path_.size());
-    Rect rect = {int16_t(area.origin.y), int16_t(area.origin.x), int16_t(BGRectGetMaxY(area)),
-                 int16_t(BGRectGetMaxX(area))};
+    Rect rect = PreviewRect();
     Point start = {int16_t(local.y), int16_t(local.x)};
     customCallbacks.trackingCallback(Ref(), item, kGridBrowserColumnViewPreviewProperty, &rect,
                                      start, uint16_t(modifiers));

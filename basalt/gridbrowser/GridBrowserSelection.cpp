@@ -43,12 +43,14 @@ void GridBrowserView::SelectRange(const std::vector<GridBrowserItemID>& sequence
     ChangeSelection(std::move(range));
 }
 
-void GridBrowserView::ForgetRemoved() {
-    std::erase_if(selected_, [&](GridBrowserItemID item) { return !tree_.IsListed(item); });
+bool GridBrowserView::ForgetRemoved() {
+    auto gone =
+        std::erase_if(selected_, [&](GridBrowserItemID item) { return !tree_.IsListed(item); });
     if (!tree_.IsListed(anchor_))
         anchor_ = 0;
     if (!tree_.IsListed(lead_))
         lead_ = 0;
+    return gone > 0;
 }
 
 size_t GridBrowserView::FocusColumn() const {
@@ -65,6 +67,11 @@ size_t GridBrowserView::FocusColumn() const {
 // opens its own column.
 void GridBrowserView::SelectInColumn(size_t column, GridBrowserItemID item) {
     if (column >= path_.size())
+        return;
+    bool alreadyFile =
+        selected_.size() == 1 && selected_.contains(item) && column + 1 == path_.size();
+    bool alreadyOpen = selected_.empty() && column + 2 == path_.size() && path_.back() == item;
+    if (item != 0 && (alreadyFile || alreadyOpen))
         return;
     auto keep = Shared();
     GridBrowserItemID oldTarget = Target();

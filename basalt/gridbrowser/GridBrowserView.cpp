@@ -167,6 +167,7 @@ StatusCode GridBrowserView::RemoveItems(GridBrowserItemID container,
     auto keep = Shared();
     std::vector<GridBrowserItemID> closed = tree_.Remove(container, items);
     SendClosed(closed);
+    bool deselected = ForgetRemoved();
     // A column whose container went closes with everything right of it.
     for (size_t i = 1; i < path_.size(); ++i)
         if (std::find(closed.begin(), closed.end(), path_[i]) != closed.end()) {
@@ -175,7 +176,8 @@ StatusCode GridBrowserView::RemoveItems(GridBrowserItemID container,
             break;
         }
     RowsChanged();
-    ForgetRemoved();
+    if (deselected)
+        Send(0, kGridBrowserSelectionChanged);
     return noErr;
 }
 
@@ -210,7 +212,8 @@ StatusCode GridBrowserView::CloseContainer(GridBrowserItemID container) {
     auto keep = Shared();
     CloseAndNotify(container);
     RowsChanged();
-    ForgetRemoved();
+    if (ForgetRemoved())
+        Send(0, kGridBrowserSelectionChanged);
     return noErr;
 }
 

@@ -40,6 +40,7 @@ public:
     static constexpr BGFloat kBarWidth = 11;
     static constexpr BGFloat kIndent = 16;
     static constexpr BGFloat kIconSize = 16;
+    static constexpr BGFloat kTriangleWidth = 14;
 
     GridBrowserView();
     // The view behind a control of this kind; null for any other control.
@@ -131,7 +132,11 @@ public:
     BGFloat ColumnsWidth() const;
     BGFloat PreviewWidth() const;
     BGRect ColumnRowArea(size_t column) const;
+    Rect PreviewRect() const; // the preview slot, in whole points
     bool HorizontalBarShown() const;
+    BGFloat HorizontalContent() const; // the width of all columns
+    BGFloat HorizontalVisible() const; // the width they are seen through
+    bool ListNeedsVerticalBar() const;
 
 private:
     // drawing (GridBrowserDrawList.cpp, GridBrowserDrawColumns.cpp)
@@ -140,7 +145,7 @@ private:
     void DrawListRow(BGContextRef context, const Row& row, BGFloat top, size_t index);
     void DrawColumns(BGContextRef context);
     void DrawColumn(BGContextRef context, size_t column);
-    void DrawPreview(BGContextRef context, size_t column);
+    void DrawPreview(BGContextRef context);
     void DrawRowBackground(BGContextRef context, BGRect rect, GridBrowserItemID item, size_t index,
                            bool emphasised);
     void DrawBars(BGContextRef context);
@@ -172,7 +177,8 @@ private:
     void ChangeSelection(std::unordered_set<GridBrowserItemID> selection);
     void SelectOnly(GridBrowserItemID item);
     void SelectRange(const std::vector<GridBrowserItemID>& sequence, GridBrowserItemID to);
-    void ForgetRemoved();
+    // Drops rows that are no longer listed from the selection; true if any were selected.
+    bool ForgetRemoved();
     size_t FocusColumn() const;
     void SelectInColumn(size_t column, GridBrowserItemID item);
 

@@ -1,0 +1,240 @@
+// Column view driven through the headless driver: the path and its columns, clicks and keys
+// across columns, the messages in their order, the preview slot and the shared width.
+
+#include "FakeSource.h"
+#include "basalt/gridbrowser/GridBrowserView.h"
+
+#include <filesystem>
+#include <gtest/gtest.h>
+
+using basalt::gridbrowser::GridBrowserView;
+using basalt::headless::HeadlessDriver;
+using gridtest::BrowserWindow;
+using gridtest::FakeSource;
+
+namespace {
+
+constexpr BGFloat kRow = 18;
+constexpr BGFloat kWidth = 170;
+
+std::vector<GridBrowserItemID> ReportedPath(ControlRef control) {
+    Handle handle = NewHandle(0);
+    GetGridBrowserColumnViewPath(control, handle);
+    return gridtest::TakeIds(handle);
+}
+
+class ColumnTest : public ::testing::Test {
+protected:
+    BrowserWindow browser{kGridBrowserColumnView, 600, 300};
+    FakeSource source;
+    GridBrowserItemID docs = 0, music = 0, notes = 0, plans = 0, drafts = 0, old = 0, readme = 0;
+    double now = 100;
+
+    void SetUp() override {
+        docs = source.Add(FakeSource::kRoot, "Documents", true);
+        music = source.Add(FakeSource::kRoot, "Music", true);
+        readme = source.Add(FakeSource::kRoot, "readme.txt");
+        notes = source.Add(docs, "notes.txt");
+        plans = source.Add(docs, "plans.txt");
+        drafts = source.Add(docs, "Drafts", true);
+        old = source.Add(drafts, "old.txt");
+        source.Attach(browser.control);
+        GridBrowserView::FromControl(browser.control)->clock = [this] { return now; };
+        SetKeyboardFocus(browser.window, browser.control, kControlFocusNextPart);
+    }
+
+    GridBrowserItemID Target() {
+        GridBrowserItemID target = 0;
+        GetGridBrowserTarget(browser.control, &target);
+        return target;
+    }
+    void ClickAt(size_t column, size_t row, uint32_t modifiers = 0) {
+        HeadlessDriver::ClickAt(browser.window, {kWidth * column + 40, kRow * row + kRow / 2},
+                                modifiers);
+        HeadlessDriver::RunUntilIdle();
+        now += 1;
+    }
+    void Key(uint16_t code) {
+        HeadlessDriver::PressKey(code);
+        HeadlessDriver::RunUntilIdle();
+    }
+};
+
+TEST_F(ColumnTest, APathOpensOneColumnPerContainerAndAFileAtItsEndIsSelected) {
+    std::vector path = {FakeSource::kRoot, docs, plans};
+    ASSERT_EQ(SetGridBrowserColumnViewPath(browser.control, 3, path.data()), noErr);
+    EXPECT_EQ(source.MessageLog(), "8:root 8:Documents 15:Documents");
+    EXPECT_EQ(Target(), docs);
+    EXPECT_TRUE(IsGridBrowserItemSelected(browser.control, plans));
+    EXPECT_EQ(ReportedPath(browser.control), path);
+
+    source.messages.clear();
+    std::vector shorter = {FakeSource::kRoot, music};
+    SetGridBrowserColumnViewPath(browser.control, 2, shorter.data());
+    EXPECT_EQ(source.MessageLog(), "10:Documents 8:Music 15:Music")
+        << "the common column stays open";
+}
+
+TEST_F(ColumnTest, ClickingAFolderOpensItsColumnAndAFileLeftOfItClosesIt) {
+    SetGridBrowserColumnViewPath(browser.control, 1, &FakeSource::kRoot);
+    source.messages.clear();
+    ClickAt(0, 0); // Documents
+    EXPECT_EQ(source.MessageLog(), "8:Documents 15:Documents 14:-");
+    EXPECT_EQ(ReportedPath(browser.control), (std::vector{FakeSource::kRoot, docs}));
+
+    ClickAt(1, 0); // Drafts, sorted first in Documents
+    source.messages.clear();
+    ClickAt(0, 2); // readme.txt
+    EXPECT_EQ(source.MessageLog(), "10:Drafts 10:Documents 15:root 14:-");
+    EXPECT_EQ(ReportedPath(browser.control), (std::vector{FakeSource::kRoot, readme}));
+    EXPECT_EQ(Target(), FakeSource::kRoot);
+}
+
+TEST_F(ColumnTest, CommandClicksSelectSeveralFilesOfOneColumn) {
+    std::vector path = {FakeSource::kRoot, docs};
+    SetGridBrowserColumnViewPath(browser.control, 2, path.data());
+    ClickAt(1, 1);
+    ClickAt(1, 2, cmdKey);
+    EXPECT_TRUE(IsGridBrowserItemSelected(browser.control, notes));
+    EXPECT_TRUE(IsGridBrowserItemSelected(browser.control, plans));
+    EXPECT_EQ(Target(), docs);
+    uint32_t count = 0;
+    GetGridBrowserItemCount(browser.control, docs, false, kGridBrowserItemIsSelected, &count);
+    EXPECT_EQ(count, 2u);
+}
+
+TEST_F(ColumnTest, ArrowKeysMoveWithinAndAcrossColumns) {
+    SetGridBrowserColumnViewPath(browser.control, 1, &FakeSource::kRoot);
+    Key(kVK_DownArrow);
+    EXPECT_EQ(Target(), docs) << "moving onto a folder opens it";
+    Key(kVK_RightArrow);
+    EXPECT_TRUE(IsGridBrowserItemSelected(browser.control, drafts) || Target() == drafts);
+    EXPECT_EQ(Target(), drafts);
+    Key(kVK_DownArrow);
+    EXPECT_TRUE(IsGridBrowserItemSelected(browser.control, notes));
+    EXPECT_EQ(Target(), docs);
+    Key(kVK_LeftArrow);
+    EXPECT_EQ(Target(), docs);
+    EXPECT_EQ(ReportedPath(browser.control), (std::vector{FakeSource::kRoot, docs}));
+    Key(kVK_LeftArrow);
+    EXPECT_EQ(Target(), docs) << "the first column has nothing to its left";
+    Key(kVK_DownArrow);
+    EXPECT_EQ(Target(), music);
+}
+
+TEST_F(ColumnTest, ASelectedFileGetsAPreviewDrawnByTheSource) {
+    std::vector path = {FakeSource::kRoot, docs, notes};
+    SetGridBrowserColumnViewPath(browser.control, 3, path.data());
+    HeadlessDriver::RunUntilIdle();
+    ASSERT_FALSE(source.previewsDrawn.empty());
+    auto [item, rect] = source.previewsDrawn.back();
+    EXPECT_EQ(item, notes);
+    EXPECT_EQ(rect.left, int16_t(2 * kWidth));
+    EXPECT_EQ(rect.right, 600);
+
+    source.previewsDrawn.clear();
+    ClickAt(1, 0); // a folder: no preview
+    EXPECT_TRUE(source.previewsDrawn.empty());
+}
+
+TEST_F(ColumnTest, DeepPathsScrollSoThatTheLastColumnStaysInSight) {
+    GridBrowserItemID parent = FakeSource::kRoot;
+    std::vector<GridBrowserItemID> path = {parent};
+    for (int level = 0; level < 6; ++level) {
+        parent = source.Add(parent, "level " + std::to_string(level), true);
+        path.push_back(parent);
+    }
+    SetGridBrowserColumnViewPath(browser.control, uint32_t(path.size()), path.data());
+    uint32_t top = 0, left = 0;
+    GetGridBrowserScrollPosition(browser.control, &top, &left);
+    EXPECT_EQ(left, uint32_t(kWidth * 7 - 600));
+    RevealGridBrowserItem(browser.control, path[1], kGridBrowserItemSelfIdentityProperty, 1);
+    GetGridBrowserScrollPosition(browser.control, &top, &left);
+    EXPECT_EQ(left, 0u);
+}
+
+TEST_F(ColumnTest, DraggingAColumnEdgeResizesEveryColumn) {
+    std::vector path = {FakeSource::kRoot, docs};
+    SetGridBrowserColumnViewPath(browser.control, 2, path.data());
+    HeadlessDriver::Drag(browser.window, {kWidth, 100}, {kWidth + 40, 100});
+    HeadlessDriver::RunUntilIdle();
+    uint16_t width = 0;
+    GetGridBrowserTableViewColumnWidth(browser.control, &width);
+    EXPECT_EQ(width, uint16_t(kWidth + 40));
+    HeadlessDriver::Drag(browser.window, {kWidth + 40, 100}, {20, 100});
+    HeadlessDriver::RunUntilIdle();
+    GetGridBrowserTableViewColumnWidth(browser.control, &width);
+    EXPECT_EQ(width, 100u) << "columns keep a useful width";
+}
+
+TEST_F(ColumnTest, SwitchingStylesReopensTheTargetInTheNewStyle) {
+    std::vector path = {FakeSource::kRoot, docs};
+    SetGridBrowserColumnViewPath(browser.control, 2, path.data());
+    source.messages.clear();
+    ASSERT_EQ(SetGridBrowserViewStyle(browser.control, kGridBrowserListView), noErr);
+    EXPECT_EQ(source.MessageLog(), "10:Documents 10:root 8:Documents 15:Documents");
+    EXPECT_EQ(SetGridBrowserViewStyle(browser.control, 0x77686174), kGridBrowserBadStyle);
+}
+
+TEST_F(ColumnTest, TheWheelScrollsTheColumnUnderTheMouseAlone) {
+    for (int i = 0; i < 40; ++i)
+        source.Add(FakeSource::kRoot, "z file " + std::to_string(10 + i));
+    for (int i = 0; i < 40; ++i)
+        source.Add(docs, "x file " + std::to_string(10 + i));
+    std::vector path = {FakeSource::kRoot, docs};
+    SetGridBrowserColumnViewPath(browser.control, 2, path.data());
+    HeadlessDriver::Scroll(browser.window, {40, 100}, -4);
+    HeadlessDriver::RunUntilIdle();
+    ClickAt(1, 0);
+    EXPECT_EQ(Target(), drafts) << "the second column did not move";
+    ClickAt(0, 0);
+    EXPECT_TRUE(IsGridBrowserItemSelected(browser.control, source.Find("z file 11")))
+        << "Documents, Music, readme.txt, z file 10 went by";
+}
+
+TEST_F(ColumnTest, TypingSelectsInTheFocusedColumn) {
+    std::vector path = {FakeSource::kRoot, docs, notes};
+    SetGridBrowserColumnViewPath(browser.control, 3, path.data());
+    source.messages.clear();
+    HeadlessDriver::TypeText("pl");
+    HeadlessDriver::RunUntilIdle();
+    EXPECT_TRUE(IsGridBrowserItemSelected(browser.control, plans));
+    EXPECT_FALSE(IsGridBrowserItemSelected(browser.control, notes));
+    EXPECT_EQ(Target(), docs);
+    EXPECT_EQ(source.MessageLog(), "14:-") << "the second key kept the selection";
+    source.messages.clear();
+    ClickAt(1, 0); // Drafts
+    ClickAt(1, 0);
+    EXPECT_EQ(source.MessageLog(), "8:Drafts 15:Drafts 14:-")
+        << "a second click on the open folder changes nothing";
+}
+
+TEST(ColumnSnapshotTest, ThreeLevelsDeepAtOneAndTwoTimes) {
+    for (double scale : {1.0, 2.0}) {
+        HeadlessDriver::SetScale(scale);
+        BrowserWindow shown(kGridBrowserColumnView, 720, 260);
+        FakeSource source;
+        GridBrowserItemID home = source.Add(FakeSource::kRoot, "Home", true);
+        source.Add(FakeSource::kRoot, "Applications", true);
+        source.Add(FakeSource::kRoot, "System", true);
+        GridBrowserItemID projects = source.Add(home, "Projects", true);
+        source.Add(home, "Pictures", true);
+        source.Add(home, "notes.txt");
+        GridBrowserItemID report = source.Add(projects, "report-with-a-rather-long-name.pdf");
+        source.Add(projects, "budget.ods");
+        source.items[source.Add(projects, "locked.bin")].active = false;
+        source.Attach(shown.control);
+        SetKeyboardFocus(shown.window, shown.control, kControlFocusNextPart);
+        std::vector path = {FakeSource::kRoot, home, projects, report};
+        SetGridBrowserColumnViewPath(shown.control, 4, path.data());
+        std::filesystem::path png =
+            std::filesystem::path(KEL_TEST_BINARY_DIR) /
+            (scale == 1 ? "gridbrowser-columns@1x.png" : "gridbrowser-columns@2x.png");
+        ASSERT_EQ(HeadlessDriver::WritePNG(shown.window, png), noErr);
+        EXPECT_GT(std::filesystem::file_size(png), 2000u);
+        EXPECT_FALSE(source.previewsDrawn.empty());
+    }
+    HeadlessDriver::SetScale(1);
+}
+
+} // namespace
