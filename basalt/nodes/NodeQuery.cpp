@@ -125,6 +125,8 @@ void ReleaseHits(std::vector<QueryHit>& hits) {
 
 void QueryRun::StopAndWait() {
     stop = true;
+    if (worker.load() == std::this_thread::get_id())
+        return; // asked from a delivery of the walk itself, which ends once it returns
     std::unique_lock lock(mutex_);
     finished_.wait(lock, [this] { return done_; });
 }

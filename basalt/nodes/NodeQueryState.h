@@ -21,6 +21,7 @@
 #include <memory>
 #include <mutex>
 #include <string>
+#include <thread>
 #include <vector>
 
 namespace basalt::nodes {
@@ -59,6 +60,7 @@ struct QueryRun {
 
     const QuerySpec spec;
     std::atomic<bool> stop{false};
+    std::atomic<std::thread::id> worker{}; // the walk's thread, once it runs
 
 private:
     std::mutex mutex_;

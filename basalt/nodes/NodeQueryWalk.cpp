@@ -24,6 +24,7 @@
 #include <set>
 #include <sys/stat.h>
 #include <sys/syscall.h>
+#include <thread>
 #include <unordered_set>
 
 namespace basalt::nodes {
@@ -257,6 +258,7 @@ struct WalkStart {
 
 StatusCode RunWalk(void* parameter) {
     std::unique_ptr<WalkStart> start(static_cast<WalkStart*>(parameter));
+    start->run->worker = std::this_thread::get_id();
     Walk(start->state, start->run).Run();
     start->run->MarkFinished();
     start.reset();

@@ -182,6 +182,23 @@ TEST_F(NodeQueryTest, CancellingStopsTheWalkAndKeepsWhatWasFound) {
     EXPECT_EQ(observer.Deliveries().size(), 1u);
 }
 
+TEST_F(NodeQueryTest, ADeliveryMayCancelItsOwnSearch) {
+    for (int i = 0; i < 30; ++i)
+        Touch("d" + std::to_string(i) + "/match-" + std::to_string(i));
+    Search search = Typed("match");
+    search.batching = {1, 60000, 60000};
+    Held held = IdleQuery();
+    NodeRef query = held.get();
+    Held hits = HitsOf(query);
+    std::atomic<StatusCode> cancelled{1};
+    HitsObserver observer(hits.get(), [&](size_t) { cancelled = NodeCancelQuery(query); });
+    ASSERT_EQ(StartSearch(search, nullptr, query), noErr);
+    ASSERT_TRUE(WaitForEnd(query));
+    EXPECT_EQ(cancelled.load(), noErr);
+    EXPECT_EQ(observer.Deliveries().size(), 1u);
+    EXPECT_EQ(HitNames(hits.get()).size(), 1u);
+}
+
 TEST_F(NodeQueryTest, ANewQueryReplacesTheRunningOneAndItsHits) {
     for (int i = 0; i < 30; ++i)
         Touch("d" + std::to_string(i) + "/old-" + std::to_string(i));
