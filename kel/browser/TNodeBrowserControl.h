@@ -18,6 +18,7 @@
 #include "kel/nodes/TNodeFilter.h"
 
 #include <memory>
+#include <unordered_map>
 #include <vector>
 
 class GridItemIDs;
@@ -139,6 +140,7 @@ private:
     StatusCode ItemData(const TKelNode& node, unsigned long property, void* itemData) const;
     bool IsContainerRow(const TKelNode& node) const;
     bool CanOpenRow(const TKelNode& node) const;
+    bool IsValidForSorting(const TKelNode& node);
     StatusCode NameCell(const TKelNode& node, void* itemData) const;
     StatusCode TextCell(const TKelNode& node, void* itemData) const;
     void RowMessage(TKelNode& node, unsigned long message);
@@ -182,4 +184,6 @@ private:
     TKelNode queryNode;
     TKelNode queryScopeNode;
     TKelNode previewNode;
+    // What Validate said of the nodes the control sorted, until the next change event.
+    std::unordered_map<OpaqueNodeRef*, bool> sortValidity;
 };

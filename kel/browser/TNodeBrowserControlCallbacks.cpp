@@ -153,8 +153,8 @@ StatusCode TNodeBrowserControl::TextCell(const TKelNode& node, void* itemData) c
     return SetGridBrowserItemDataText(itemData, text.AsBCStringRef());
 }
 
-bool TNodeBrowserControl::CompareNotification(ControlRef, unsigned long item1, unsigned long item2,
-                                              unsigned long property) {
+bool TNodeBrowserControl::CompareNotification(ControlRef control, unsigned long item1,
+                                              unsigned long item2, unsigned long property) {
     TKelNode first{uintptr_t(item1)};
     TKelNode second{uintptr_t(item2)};
     // Query results stay in the order the query gave.
@@ -167,10 +167,11 @@ bool TNodeBrowserControl::CompareNotification(ControlRef, unsigned long item1, u
         return false;
     }
     // A node that no longer exists sorts last.
-    if (!first.Validate()) {
+    TNodeBrowserControl* self = FromControl(control);
+    if (!(self != nullptr ? self->IsValidForSorting(first) : first.Validate())) {
         return false;
     }
-    if (!second.Validate()) {
+    if (!(self != nullptr ? self->IsValidForSorting(second) : second.Validate())) {
         return true;
     }
     if (byName) {
@@ -182,6 +183,16 @@ bool TNodeBrowserControl::CompareNotification(ControlRef, unsigned long item1, u
     GetNodePropertyAsUTCDateTime(second.PeekNodeRef(), kModified, &date2, 0);
     // Ascending by date starts with the newest file.
     return IsLater(date1, date2);
+}
+
+// Validating asks the file system; a sort of a large folder would ask it twice per comparison.
+// What it said holds until the next change event, which is how a deletion of a row reaches us.
+bool TNodeBrowserControl::IsValidForSorting(const TKelNode& node) {
+    auto [entry, added] = sortValidity.try_emplace(node.PeekNodeRef(), false);
+    if (added) {
+        entry->second = node.Validate();
+    }
+    return entry->second;
 }
 
 void TNodeBrowserControl::ItemNotification(ControlRef control, unsigned long item,

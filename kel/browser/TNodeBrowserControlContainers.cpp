@@ -86,6 +86,7 @@ void TNodeBrowserControl::CloseContainer(TKelNode& node) {
     }
     for (auto record = containers.begin(); record != containers.end(); ++record) {
         if ((*record)->node == node) {
+            sortValidity.clear(); // its rows' nodes may go, and their addresses be reused
             std::unique_ptr<TContainerData> data = std::move(*record);
             containers.erase(record);
             observatory.UnregisterContainerObserver(ListedNode(data->node), *data);
@@ -169,6 +170,7 @@ void TNodeBrowserControl::SynchronizeContainers(EventLoopTimerRef, void* control
 }
 
 void TNodeBrowserControl::NoteChildAddition(TContainerData& data, TKelNode& child) {
+    sortValidity.clear();
     if (!filter->CanSee(child)) {
         return;
     }
@@ -190,6 +192,7 @@ void TNodeBrowserControl::NoteChildAddition(TContainerData& data, TKelNode& chil
 }
 
 void TNodeBrowserControl::NoteChildDeletion(TContainerData& data, TKelNode& child) {
+    sortValidity.clear();
     TKelNodeArray one;
     one.push_back(child);
     if (RemoveItems(data.node, one, 0) == noErr) {
@@ -199,6 +202,7 @@ void TNodeBrowserControl::NoteChildDeletion(TContainerData& data, TKelNode& chil
 
 void TNodeBrowserControl::NoteChildPropertyChange(TContainerData& data, TKelNode& child,
                                                   unsigned long property) {
+    sortValidity.clear();
     const GridBrowserItemID id = child.AsItemID();
     const GridBrowserItemID container = data.node.AsItemID();
     if (property == NodeCode("asty") || property == NodeCode("icon")) {
