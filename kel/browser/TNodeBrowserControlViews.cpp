@@ -7,6 +7,9 @@
 #include "kel/foundation/KelBundle.h"
 #include "kel/foundation/TKelPrefs.h"
 
+#include <map>
+#include <string>
+
 namespace {
 
 constexpr uint16_t kNameWidthWithDisclosure = 228;
@@ -28,12 +31,22 @@ GridBrowserListViewColumnDesc Column(unsigned long property, OSType type, uint32
     return column;
 }
 
+// Bundle texts outlive their holders by design, so each title is read once for the process.
+const TStringRef& ColumnTitle(const char* titleKey) {
+    // Never destroyed: the texts stay reachable for the life of the process.
+    static auto* titles = new std::map<std::string, TStringRef>;
+    auto [entry, added] = titles->try_emplace(titleKey);
+    if (added) {
+        entry->second =
+            KelBundle::GetStringResource(TStringRef::Create(titleKey, kBCStringEncodingUTF8));
+    }
+    return entry->second;
+}
+
 // The control copies the title.
 void AddListColumn(ControlRef control, GridBrowserListViewColumnDesc column, const char* titleKey,
                    uint32_t position) {
-    TStringRef title =
-        KelBundle::GetStringResource(TStringRef::Create(titleKey, kBCStringEncodingUTF8));
-    column.titleString = title.AsBCStringRef();
+    column.titleString = ColumnTitle(titleKey).AsBCStringRef();
     AddGridBrowserListViewColumn(control, &column, position);
 }
 
