@@ -10,6 +10,7 @@
 // (hard links, so that making them is quick). The last line reads "ratio at 100000: R", R the
 // median over the runs of service time / baseline time.
 
+#include "ListingBaseline.h"
 #include "basalt/files/BFNameCodec.h"
 #include "basalt/nodes/NodeIterator.h"
 #include "basalt/nodes/NodeProperties.h"
@@ -28,89 +29,11 @@
 #include <unistd.h>
 #include <vector>
 
+using namespace listingbaseline;
+
 namespace {
 
 constexpr int kRuns = 7;
-constexpr int kLinksPerFile = 50000;
-const char* const kExtensions[] = {".txt", ".jpg", ".pdf", ".png", ".c", ".mp3", ".html", ""};
-
-struct Dirent64 {
-    uint64_t d_ino;
-    int64_t d_off;
-    unsigned short d_reclen;
-    unsigned char d_type;
-    char d_name[];
-};
-
-std::string MakeFolder(const std::string& base, int count) {
-    std::string path = base + "/listing-" + std::to_string(count);
-    if (std::filesystem::exists(path + "/.complete"))
-        return path;
-    std::filesystem::remove_all(path);
-    std::filesystem::create_directories(path);
-    int dir = ::open(path.c_str(), O_RDONLY | O_DIRECTORY);
-    std::vector<std::string> bases;
-    for (int i = 0; i < count; ++i) {
-        std::string name = "Document " + std::to_string(i) + kExtensions[i % 8];
-        if (i % 1000 == 999) {
-            ::mkdirat(dir, name.c_str(), 0755);
-            continue;
-        }
-        size_t kind = static_cast<size_t>(i % 8);
-        if (bases.size() <= kind || i % kLinksPerFile < 8) {
-            int fd = ::openat(dir, name.c_str(), O_CREAT | O_WRONLY, 0644);
-            ::close(fd);
-            if (bases.size() <= kind)
-                bases.push_back(name);
-            else
-                bases[kind] = name;
-            continue;
-        }
-        ::linkat(dir, bases[kind].c_str(), dir, name.c_str(), 0);
-    }
-    ::close(dir);
-    std::ofstream(path + "/.complete") << "made\n";
-    return path;
-}
-
-double Seconds(std::chrono::steady_clock::time_point start) {
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
-
-using Key = std::vector<uint8_t>;
-
-Key CollationKey(const std::u16string& text) {
-    Key key(text.size() * 4 + 16);
-    auto* chars = reinterpret_cast<const UniChar*>(text.data());
-    BCIndex needed =
-        UCGetCollationKey(kUCCollateStandardOptions, chars, static_cast<BCIndex>(text.size()),
-                          key.data(), static_cast<BCIndex>(key.size()));
-    if (needed > static_cast<BCIndex>(key.size())) {
-        key.resize(static_cast<size_t>(needed));
-        UCGetCollationKey(kUCCollateStandardOptions, chars, static_cast<BCIndex>(text.size()),
-                          key.data(), needed);
-    }
-    key.resize(static_cast<size_t>(needed));
-    return key;
-}
-
-size_t Baseline(const std::string& path) {
-    int fd = ::open(path.c_str(), O_RDONLY | O_DIRECTORY);
-    std::vector<Key> keys;
-    alignas(Dirent64) char buffer[64 * 1024];
-    for (long got; (got = ::syscall(SYS_getdents64, fd, buffer, sizeof buffer)) > 0;) {
-        for (long at = 0; at < got;) {
-            auto* entry = reinterpret_cast<Dirent64*>(buffer + at);
-            at += entry->d_reclen;
-            if (entry->d_name[0] != '.')
-                keys.push_back(CollationKey(basalt::files::DisplayName(entry->d_name)));
-        }
-    }
-    ::close(fd);
-    std::sort(keys.begin(), keys.end());
-    return keys.size();
-}
-
 struct Listed {
     NodeRef node;
     const uint8_t* key;
@@ -143,17 +66,6 @@ size_t Service(NodeRef folder, std::vector<Listed>& listed) {
         return order != 0 ? order < 0 : a.keyLength < b.keyLength;
     });
     return selectable;
-}
-
-long ResidentBytes() {
-    long pages = 0, resident = 0;
-    std::ifstream("/proc/self/statm") >> pages >> resident;
-    return resident * ::sysconf(_SC_PAGESIZE);
-}
-
-double Median(std::vector<double> values) {
-    std::sort(values.begin(), values.end());
-    return values[values.size() / 2];
 }
 
 double Measure(const std::string& folderPath, int count) {

@@ -83,11 +83,15 @@ StatusCode TKelNodeObservatory::SetTickleControl(ControlRef control) {
 StatusCode TKelNodeObservatory::RegisterContainerObserver(const TKelNode& container,
                                                           INodeObserver& observer) {
     const NodeNotificationClient client = {&observer, eventQueue, Tickler};
+    registered.insert(&observer);
     return NodeRegisterChildChangedNotification(container.PeekNodeRef(), &client, 0);
 }
 
 StatusCode TKelNodeObservatory::UnregisterContainerObserver(const TKelNode& container,
                                                             INodeObserver& observer) {
+    if (auto found = registered.find(&observer); found != registered.end()) {
+        registered.erase(found);
+    }
     return NodeUnRegisterChildChangedNotification(container.PeekNodeRef(), &observer);
 }
 
@@ -174,7 +178,7 @@ void TKelNodeObservatory::Dispatch(NodeEventRef event) {
     auto* observer = static_cast<INodeObserver*>(clientRef);
     TKelNode child = AdoptedNode(event, NodeEventGetChild);
     auto parent = [&] { return AdoptedNode(event, NodeEventGetParent); };
-    if (observer == nullptr) {
+    if (observer == nullptr || !registered.contains(observer)) {
         return;
     }
     switch (kind) {

@@ -14,6 +14,7 @@
 
 #include <atomic>
 #include <basalt/BasaltToolbox.h>
+#include <unordered_set>
 
 inline constexpr EventTypeSpec kNodeEventSpec = {0x6B656C73 /* "kels" */, 32768};
 
@@ -45,6 +46,9 @@ private:
     ControlRef tickleControl = nullptr;
     EventHandlerRef tickleHandler = nullptr;
     NodeEventQueueRef eventQueue = nullptr;
+    // The observers registered now, main thread only: an event queued before its observer
+    // unregistered (and was perhaps deleted) is dropped.
+    std::unordered_multiset<const INodeObserver*> registered;
     // A wake-up is on its way and not yet consumed; written by both threads.
     std::atomic<bool> tickled{false};
     // Where wake-ups go, read by the watcher thread under gMutex.
