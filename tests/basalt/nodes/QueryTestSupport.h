@@ -10,6 +10,7 @@
 #include "basalt/types/BMQuery.h"
 #include "basalt/types/BUTypes.h"
 #include "tests/support/TestEnvironment.h"
+#include "tests/support/WaitUntil.h"
 
 #include <chrono>
 #include <condition_variable>
@@ -21,16 +22,7 @@ namespace querytest {
 
 using nodetest::Held;
 
-// Polls until the condition holds or a generous deadline passes.
-inline bool WaitUntil(const std::function<bool()>& condition) {
-    auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(30);
-    while (!condition()) {
-        if (std::chrono::steady_clock::now() > deadline)
-            return false;
-        std::this_thread::sleep_for(std::chrono::milliseconds(2));
-    }
-    return true;
-}
+using keltest::WaitUntil;
 
 struct Batching {
     uint32_t firstCount = 25;

@@ -6,6 +6,7 @@
 #include "basalt/nodes/NodeQueryState.h"
 #include "basalt/types/BUTypes.h"
 #include "tests/support/TestEnvironment.h"
+#include "tests/support/WaitUntil.h"
 
 #include <chrono>
 #include <gtest/gtest.h>
@@ -87,21 +88,12 @@ protected:
     void SetUp() override { root_ = keltest::MakeScratchFolder("perform"); }
     void TearDown() override {
         holder_ = TKelNode();
-        EXPECT_TRUE(WaitUntil([] { return basalt::nodes::RunningQueryWalks() == 0; }));
-    }
-
-    static bool WaitUntil(const std::function<bool()>& condition) {
-        auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(30);
-        while (!condition()) {
-            if (std::chrono::steady_clock::now() > deadline)
-                return false;
-            std::this_thread::sleep_for(std::chrono::milliseconds(2));
-        }
-        return true;
+        EXPECT_TRUE(keltest::WaitUntil([] { return basalt::nodes::RunningQueryWalks() == 0; }));
     }
 
     std::vector<std::u16string> Hits(const TKelNode& hits) {
-        EXPECT_TRUE(WaitUntil([&] { return !NodeQueryIsGathering(holder_.PeekNodeRef()); }));
+        EXPECT_TRUE(
+            keltest::WaitUntil([&] { return !NodeQueryIsGathering(holder_.PeekNodeRef()); }));
         std::vector<std::u16string> names;
         NodeIteratorRef iterator = nullptr;
         if (NewNodeIterator(hits.PeekNodeRef(), &iterator, 0, false) != noErr)
