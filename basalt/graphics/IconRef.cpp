@@ -1,9 +1,9 @@
 // Icon references: the system icons by type, icons by freedesktop name, and their counts.
 
+#include "basalt/graphics/IconPictures.h"
 #include "basalt/graphics/IconRefObject.h"
-#include "basalt/graphics/IconTheme.h"
-#include "basalt/graphics/PixbufSurface.h"
 
+#include <mutex>
 #include <unordered_map>
 
 using basalt::graphics::DrawnIcon;
@@ -114,33 +114,8 @@ private:
 
 } // namespace
 
-OpaqueIconRef::~OpaqueIconRef() {
-    for (auto& entry : pictures_)
-        cairo_surface_destroy(entry.second);
-}
-
 cairo_surface_t* OpaqueIconRef::PictureFor(int pixelSize) {
-    std::lock_guard lock(mutex_);
-    if (auto found = pictures_.find(pixelSize); found != pictures_.end())
-        return found->second;
-    cairo_surface_t* picture = nullptr;
-    for (const std::string& name : names) {
-        const auto file = basalt::graphics::IconThemeSet::Default().Find(name, pixelSize);
-        if (!file)
-            continue;
-        GdkPixbuf* pixbuf =
-            gdk_pixbuf_new_from_file_at_size(file->c_str(), pixelSize, pixelSize, nullptr);
-        if (pixbuf == nullptr)
-            continue;
-        picture = basalt::graphics::SurfaceFromPixbuf(pixbuf);
-        g_object_unref(pixbuf);
-        if (cairo_surface_status(picture) == CAIRO_STATUS_SUCCESS)
-            break;
-        cairo_surface_destroy(picture);
-        picture = nullptr;
-    }
-    pictures_.emplace(pixelSize, picture);
-    return picture;
+    return basalt::graphics::IconPicture(key, names, pixelSize);
 }
 
 extern "C" {

@@ -1,34 +1,14 @@
 #include "basalt/gridbrowser/CellDrawing.h"
 
+#include "basalt/gridbrowser/CellDate.h"
 #include "basalt/gridbrowser/GridBrowserView.h"
 
-#include <memory>
 #include <string>
-#include <unicode/udat.h>
-#include <unicode/uloc.h>
 
 namespace basalt::gridbrowser {
 namespace {
 
 constexpr BGFloat kPadding = 4;
-// Seconds from 1904-01-01 to 1970-01-01.
-constexpr int64_t kEpochOffset = 2082844800;
-
-struct DateFormatCloser {
-    void operator()(UDateFormat* format) const { udat_close(format); }
-};
-
-UDateFormat* SharedDateFormat() {
-    static std::unique_ptr<UDateFormat, DateFormatCloser> format = [] {
-        UErrorCode status = U_ZERO_ERROR;
-        // The dates given are local already, so they are shown as they are, in UTC.
-        UDateFormat* made =
-            udat_open(UDAT_SHORT, UDAT_MEDIUM, uloc_getDefault(), u"UTC", -1, nullptr, 0, &status);
-        return std::unique_ptr<UDateFormat, DateFormatCloser>(U_SUCCESS(status) ? made : nullptr);
-    }();
-    return format.get();
-}
-
 std::u16string ToU16(const std::string& ascii) {
     return {ascii.begin(), ascii.end()};
 }
@@ -41,20 +21,6 @@ void DrawOwnedText(BGContextRef context, const std::u16string& text, BGRect rect
         nullptr, reinterpret_cast<const UniChar*>(text.data()), BCIndex(text.size()));
     DrawCellText(context, string, rect, flags, look);
     BCRelease(string);
-}
-
-std::u16string FormatDate(LongDateTime date) {
-    UDateFormat* format = SharedDateFormat();
-    if (format == nullptr)
-        return {};
-    UDate when = double(date - kEpochOffset) * 1000.0;
-    std::u16string text(64, u'\0');
-    UErrorCode status = U_ZERO_ERROR;
-    int32_t length = udat_format(format, when, text.data(), int32_t(text.size()), nullptr, &status);
-    if (U_FAILURE(status))
-        return {};
-    text.resize(size_t(length));
-    return text;
 }
 
 void DrawCellText(BGContextRef context, BCStringRef text, BGRect rect,
@@ -105,7 +71,8 @@ void DrawCell(BGContextRef context, const CellData& cell, GridBrowserPropertyTyp
     }
     case kGridBrowserDateTimeType:
         if (cell.Date())
-            DrawOwnedText(context, FormatDate(*cell.Date()), rect, flags, look);
+            DrawOwnedText(context, FormatDate(*cell.Date(), rect.size.width - 2 * kPadding), rect,
+                          flags, look);
         return;
     default:
         if (cell.Text() != nullptr)

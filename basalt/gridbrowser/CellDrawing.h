@@ -23,7 +23,4 @@ void DrawOwnedText(BGContextRef context, const std::u16string& text, BGRect rect
                    GridBrowserPropertyFlags flags, const CellLook& look);
 void DrawCellIcon(BGContextRef context, IconRef icon, BGRect rect, const CellLook& look);
 
-// "22 Nov 2026, 10:52" in the user's locale.
-std::u16string FormatDate(LongDateTime date);
-
 } // namespace basalt::gridbrowser

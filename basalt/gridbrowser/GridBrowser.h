@@ -253,7 +253,8 @@ StatusCode AddGridBrowserListViewColumn(ControlRef control,
                                         uint32_t position);
 StatusCode RemoveGridBrowserTableViewColumn(ControlRef control, GridBrowserPropertyID column);
 StatusCode GetGridBrowserTableViewColumnCount(ControlRef control, uint32_t* count);
-// The column that shows disclosure triangles; 0 shows none.
+// The column that shows disclosure triangles on its container rows; 0 shows none. expandableRows
+// is kept and read back but hides nothing: callers set the column with it false.
 StatusCode SetGridBrowserListViewDisclosureColumn(ControlRef control, GridBrowserPropertyID column,
                                                   bool expandableRows);
 StatusCode GetGridBrowserListViewDisclosureColumn(ControlRef control, GridBrowserPropertyID* column,

@@ -99,7 +99,7 @@ void GridBrowserView::DrawListRow(BGContextRef context, const Row& row, BGFloat 
             DrawRowBackground(context, cell, row.id, index, emphasised);
         if (disclosure) {
             BGFloat indent = 2 + row.depth * kIndent;
-            if (expandableRows && AskBool(row.id, kGridBrowserItemIsContainerProperty, false)) {
+            if (AskBool(row.id, kGridBrowserItemIsContainerProperty, false)) {
                 BTThemeButtonDrawInfo info{0, look.state, BTThemeButtonValue(tree_.IsOpen(row.id)),
                                            0};
                 BGRect triangle =

@@ -146,7 +146,7 @@ bool GridBrowserView::KeyRight() {
     if (lead_ == 0 || !IsSelected(lead_))
         return true;
     if (!tree_.IsOpen(lead_)) {
-        if (expandableRows && AskBool(lead_, kGridBrowserItemIsContainerProperty, false) &&
+        if (disclosureColumn != 0 && AskBool(lead_, kGridBrowserItemIsContainerProperty, false) &&
             AskBool(lead_, kGridBrowserContainerIsOpenableProperty, true))
             OpenContainer(lead_);
         return true;

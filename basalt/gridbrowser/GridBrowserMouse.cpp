@@ -209,7 +209,7 @@ void GridBrowserView::ClickListRow(BGPoint local, uint32_t modifiers, double tim
     BGFloat x = Bounds().origin.x - scroll_.x;
     for (const ListColumn& column : columns_) {
         bool inside = local.x >= x && local.x < x + column.width;
-        if (inside && column.desc.propertyID == disclosureColumn && expandableRows) {
+        if (inside && column.desc.propertyID == disclosureColumn) {
             BGFloat triangle = x + 2 + row.depth * kIndent;
             if (local.x >= triangle && local.x < triangle + kTriangleWidth &&
                 AskBool(row.id, kGridBrowserItemIsContainerProperty, false)) {

@@ -93,6 +93,7 @@ public:
     std::vector<ListColumn>& Columns() { return columns_; }
     ListColumn* FindColumn(GridBrowserPropertyID property);
     GridBrowserPropertyID disclosureColumn = 0;
+    // Only read back: the column alone decides where triangles show.
     bool expandableRows = false;
     void ColumnsChanged();
 

@@ -1,3 +1,4 @@
+#include "basalt/graphics/IconRefObject.h"
 #include "tests/basalt/graphics/PixelProbe.h"
 
 #include <gtest/gtest.h>
@@ -95,6 +96,24 @@ TEST(IconRef, NamesNoThemeHasAreDrawnAndShareOneReference) {
     BGContextRelease(context);
     ReleaseIconRef(icon);
     ReleaseIconRef(again);
+}
+
+// A list view releases its rows' icons after each frame; the next frame must not load the
+// theme's pictures again.
+TEST(IconRef, PicturesOutliveTheLastReference) {
+    IconRef icon = nullptr;
+    ASSERT_EQ(GetIconRef(kBTSystemVolume, kBTSystemIconsCreator, kBTIconGenericFolder, &icon),
+              noErr);
+    cairo_surface_t* picture = icon->PictureFor(16);
+    ASSERT_NE(picture, nullptr);
+    cairo_surface_reference(picture);
+    ASSERT_EQ(ReleaseIconRef(icon), noErr);
+    ASSERT_EQ(GetIconRef(kBTSystemVolume, kBTSystemIconsCreator, kBTIconGenericFolder, &icon),
+              noErr);
+    EXPECT_EQ(icon->PictureFor(16), picture);
+    EXPECT_NE(icon->PictureFor(32), picture);
+    cairo_surface_destroy(picture);
+    ReleaseIconRef(icon);
 }
 
 } // namespace

@@ -86,7 +86,8 @@ void FakeSource::AddFileColumns() {
     AddGridBrowserListViewColumn(control, &column, 1);
     SetGridBrowserTableViewNamedColumnWidth(control, kGridBrowserNameProperty, 228);
     SetGridBrowserTableViewNamedColumnWidth(control, kGridBrowserDateProperty, 200);
-    SetGridBrowserListViewDisclosureColumn(control, kGridBrowserNameProperty, true);
+    // Callers set the column with expandableRows false; the triangles must show all the same.
+    SetGridBrowserListViewDisclosureColumn(control, kGridBrowserNameProperty, false);
     BCRelease(name);
     BCRelease(date);
 }

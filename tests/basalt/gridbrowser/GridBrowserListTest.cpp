@@ -77,6 +77,23 @@ TEST_F(ListTest, TargetRowsAreSortedByNameIgnoringCase) {
     EXPECT_EQ(target, FakeSource::kRoot);
 }
 
+// A source that lists a folder again (a second open of the same container) must not show any
+// of its rows twice, nor move a row listed under another container.
+TEST_F(ListTest, RowsAddedAgainAreListedOnce) {
+    OpenGridBrowserContainer(browser.control, apples);
+    HeadlessDriver::RunUntilIdle();
+    const auto before = Rows();
+    std::vector<GridBrowserItemID> again{cherry, banana, cherry, seed};
+    EXPECT_EQ(AddGridBrowserItems(browser.control, FakeSource::kRoot, uint32_t(again.size()),
+                                  again.data(), 0),
+              noErr);
+    EXPECT_EQ(AddGridBrowserItems(browser.control, apples, 1, &seed, 0), noErr);
+    EXPECT_EQ(Rows(), before);
+    uint32_t count = 0;
+    GetGridBrowserItemCount(browser.control, 0, true, kGridBrowserItemAnyState, &count);
+    EXPECT_EQ(count, before.size());
+}
+
 TEST_F(ListTest, SettingATargetClosesTheOldContainersDeepestFirstThenOpensTheNew) {
     OpenGridBrowserContainer(browser.control, apples);
     OpenGridBrowserContainer(browser.control, core);
