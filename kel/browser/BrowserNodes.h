@@ -22,6 +22,3 @@ inline TKelNode OriginalOfHit(const TKelNode& node) {
     node.GetOriginal(false, original);
     return original;
 }
-
-// The control shows disclosure triangles only where rows may expand.
-inline constexpr bool kRowsExpand = true;

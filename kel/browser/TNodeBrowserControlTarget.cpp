@@ -119,9 +119,9 @@ StatusCode TNodeBrowserControl::ShowTargetPathInControl(const GridItemIDs& ids) 
 
 void TNodeBrowserControl::SetDisclosureColumnFromObserver() {
     if (observer->NodeBrowserControlWantsDisclosureTrianglesInListView()) {
-        SetGridBrowserListViewDisclosureColumn(control, kNameProperty, kRowsExpand);
+        SetGridBrowserListViewDisclosureColumn(control, kNameProperty, false);
     } else {
-        SetGridBrowserListViewDisclosureColumn(control, 0, kRowsExpand);
+        SetGridBrowserListViewDisclosureColumn(control, 0, false);
         SetGridBrowserTableViewNamedColumnWidth(control, kNameProperty,
                                                 kColumnWidthWithoutDisclosure);
     }

@@ -81,7 +81,7 @@ void TNodeBrowserControl::AddListColumns() {
     AddListColumn(control, Column(kNameProperty, kGridBrowserIconAndTextType, 0xF0000, 150),
                   "Name Column Title", 0);
     if (observer->NodeBrowserControlWantsDisclosureTrianglesInListView()) {
-        SetGridBrowserListViewDisclosureColumn(control, kNameProperty, kRowsExpand);
+        SetGridBrowserListViewDisclosureColumn(control, kNameProperty, false);
         SetGridBrowserTableViewNamedColumnWidth(control, kNameProperty, kNameWidthWithDisclosure);
     } else {
         SetGridBrowserTableViewNamedColumnWidth(control, kNameProperty,
