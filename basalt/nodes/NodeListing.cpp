@@ -3,6 +3,7 @@
 #include "basalt/files/BFLongPath.h"
 #include "basalt/nodes/NodeIterator.h"
 #include "basalt/nodes/NodeQueryState.h"
+#include "basalt/nodes/NodeSortKeys.h"
 #include "basalt/nodes/NodeVolumes.h"
 
 #include <algorithm>
@@ -150,6 +151,7 @@ StatusCode NewNodeIterator(NodeRef container, NodeIteratorRef* iterator, uint32_
     auto made = std::make_unique<OpaqueNodeIterator>();
     if (StatusCode status = ListChildren(container, made->children))
         return status;
+    PrepareDisplaySortKeys(made->children);
     *iterator = made.release();
     return noErr;
 }

@@ -7,9 +7,11 @@
 #include "basalt/nodes/NodeStat.h"
 #include "basalt/nodes/NodeVolumes.h"
 
+#include <algorithm>
 #include <chrono>
 #include <climits>
 #include <cstring>
+#include <iterator>
 #include <poll.h>
 #include <sys/inotify.h>
 #include <system_error>
@@ -37,14 +39,33 @@ int AddWatch(int inotify, const std::string& path, uint32_t mask) {
     return ::inotify_add_watch(inotify, proxy.c_str(), mask);
 }
 
-std::set<std::string> ChildNames(NodeRef container) {
-    std::set<std::string> names;
+// Sorted, as the folder read gives them: a large folder costs one vector, not a tree node per name.
+std::vector<std::string> ChildNames(NodeRef container) {
+    std::vector<std::string> names;
     std::vector<NodeEntry> entries;
     if (ReadFolderEntries(PathOf(container), entries) == noErr) {
+        names.reserve(entries.size());
         for (NodeEntry& entry : entries)
-            names.insert(std::move(entry.name));
+            names.push_back(std::move(entry.name));
     }
     return names;
+}
+
+template <typename Names>
+bool Contains(const Names& sorted, std::string_view name) {
+    return std::binary_search(sorted.begin(), sorted.end(), name);
+}
+
+void InsertName(std::vector<std::string>& sorted, const std::string& name) {
+    auto at = std::lower_bound(sorted.begin(), sorted.end(), name);
+    if (at == sorted.end() || *at != name)
+        sorted.insert(at, name);
+}
+
+void EraseName(std::vector<std::string>& sorted, const std::string& name) {
+    auto at = std::lower_bound(sorted.begin(), sorted.end(), name);
+    if (at != sorted.end() && *at == name)
+        sorted.erase(at);
 }
 
 void DrainMountInfo(int fd) {
@@ -171,31 +192,38 @@ void NodeWatcher::Announce(NodeRef container, uint32_t kind, NodeRef child, Node
 // that is gone from the folder is in some. So a change whose event was lost is made good.
 void NodeWatcher::SyncLocked(NodeRef container, Watched& watched, Touched& touched) {
     if (container->IsFileSystem()) {
-        std::set<std::string> now = ChildNames(container);
+        std::vector<std::string> now = ChildNames(container);
         std::vector<NodeRef> held = InternedChildren(container);
-        std::set<std::string> heldNames;
+        // Views into the held nodes' names, valid until they are released below.
+        std::vector<std::string_view> heldNames;
+        heldNames.reserve(held.size());
         for (NodeRef child : held) {
-            heldNames.insert(child->name);
+            heldNames.push_back(child->name);
             Forget(child);
         }
-        ReleaseAll(held);
+        std::sort(heldNames.begin(), heldNames.end());
         Forget(container);
         for (const std::string& name : now) {
-            bool unheld = heldNames.count(name) == 0 && !name.starts_with(".") &&
+            bool unheld = !Contains(heldNames, name) && !name.starts_with(".") &&
                           !IsListedHidden(container, name);
-            if (watched.names.count(name) == 0 || unheld) {
+            if (unheld || !Contains(watched.names, name)) {
                 NodeHolder child(Intern(container, name, NodeKind::Unknown));
                 Send(container, kNodeEventChildAdded, child.Get(), container, 0, touched);
             }
         }
-        heldNames.insert(watched.names.begin(), watched.names.end());
-        for (const std::string& name : heldNames) {
-            if (now.count(name) == 0) {
+        std::vector<std::string_view> known;
+        std::set_union(heldNames.begin(), heldNames.end(), watched.names.begin(),
+                       watched.names.end(), std::back_inserter(known));
+        for (std::string_view name : known) {
+            if (!Contains(now, name)) {
                 NodeHolder child(Existing(container, name));
                 if (child)
                     Send(container, kNodeEventDeleted, child.Get(), nullptr, 0, touched);
             }
         }
+        known.clear();
+        heldNames.clear();
+        ReleaseAll(held);
         watched.names = std::move(now);
     }
     Send(container, kNodeEventSyncComplete, container, nullptr, 0, touched);
@@ -305,13 +333,13 @@ void NodeWatcher::HandleEvent(int wd, uint32_t mask, const std::string& name, To
         ReleaseAll(children);
     }
     if (mask & (IN_CREATE | IN_MOVED_TO)) {
-        watched.names.insert(name);
+        InsertName(watched.names, name);
         NodeHolder child(
             Intern(container, name, (mask & IN_ISDIR) ? NodeKind::Folder : NodeKind::Unknown));
         Forget(child.Get());
         Send(container, kNodeEventChildAdded, child.Get(), container, 0, touched);
     } else if (mask & (IN_DELETE | IN_MOVED_FROM)) {
-        watched.names.erase(name);
+        EraseName(watched.names, name);
         NodeHolder child(Existing(container, name));
         if (child) {
             Forget(child.Get());

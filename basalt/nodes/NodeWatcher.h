@@ -40,7 +40,7 @@ private:
     struct Watched {
         int wd = -1;
         std::vector<Registration> registrations;
-        std::set<std::string> names; // the children seen, to tell what a sync changed
+        std::vector<std::string> names; // the children seen, sorted, to tell what a sync changed
     };
     using Touched = std::set<std::pair<NodeEventQueueRef, NodeEventTickler>>;
 

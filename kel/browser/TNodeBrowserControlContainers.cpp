@@ -121,6 +121,9 @@ void TNodeBrowserControl::PopulateContainerData(TContainerData& data) {
     for (; !child.IsEmpty(); child = iterator.Next()) {
         if (filter->CanSee(child)) {
             data.children.push_back(child);
+            // The folder was just read: asking the file system again per row for the sort that
+            // follows would stat every entry of a large folder.
+            sortValidity.insert_or_assign(child.PeekNodeRef(), true);
         }
     }
     if (!data.children.empty()) {
