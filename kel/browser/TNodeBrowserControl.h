@@ -22,7 +22,7 @@
 #include <vector>
 
 class GridItemIDs;
-class __KelDialog;
+struct __KelDialog;
 class TKelPrefs;
 
 inline constexpr unsigned long kListViewStyle = kGridBrowserListView;
