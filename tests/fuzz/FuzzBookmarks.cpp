@@ -8,6 +8,8 @@
 #include "basalt/nodes/NodeProperties.h"
 
 #include <cstdint>
+#include <cstdlib>
+#include <filesystem>
 #include <string_view>
 
 namespace {
