@@ -970,7 +970,8 @@ BASALT_EXPORT StatusCode TrackMouseLocation(GrafPtr inPort, Point* outPt,
                                             MouseTrackingResult* outResult);
 
 /* Custom view classes. A class registers the "btob" events it answers; BTObjectCreate makes
-   an object of it, sending construct, then initialise with the given event. */
+   an object of it, sending construct, then initialise with the given event. Initialise and
+   destruct carry the instance that construct stored, in "btoi" of type "void". */
 typedef struct OpaqueBTObjectClassRef* BTObjectClassRef;
 typedef struct OpaqueBTObjectRef* BTObjectRef;
 BASALT_EXPORT StatusCode BTObjectRegisterSubclass(

@@ -199,18 +199,41 @@ std::optional<Problem> ReadState(const Context& context, const json& entry, cons
 std::optional<Problem> BuildControls(const Context& context, const json& list, View& parent,
                                      Window& window, const std::string& where);
 
+// A control of a built-in kind, or with "kind": "object", a view of the registered custom class
+// named by "class".
+std::optional<Problem> MakeControl(const Context& context, const json& entry,
+                                   const std::string& what, std::shared_ptr<View>* out) {
+    std::string kindName = entry["kind"].get<std::string>();
+    if (kindName != "object") {
+        std::optional<OSType> kind = KindFromName(kindName);
+        if (!kind)
+            return context.Fail(errUnknownControl,
+                                what + ": unknown control kind \"" + kindName + "\"");
+        *out = MakeView(*kind);
+        return std::nullopt;
+    }
+    if (!entry.contains("class") || !entry["class"].is_string())
+        return context.Fail(errLayoutFile, what + ": an \"object\" needs a \"class\" id");
+    std::string classID = entry["class"].get<std::string>();
+    StringHolder id(MakeBCString(FromUTF8(classID)));
+    BTObjectRef object = nullptr;
+    if (StatusCode status = BTObjectCreate(id.get(), nullptr, &object); status != noErr)
+        return context.Fail(status, what + ": no view of class \"" + classID + "\" could be made");
+    View* view = View::From(reinterpret_cast<ControlRef>(object));
+    *out = view->Shared();
+    ReleaseLoose(view);
+    return std::nullopt;
+}
+
 std::optional<Problem> BuildControl(const Context& context, const json& entry, View& parent,
                                     Window& window, const std::string& what) {
     if (!entry.is_object())
         return context.Fail(errLayoutFile, what + ": must be an object");
     if (!entry.contains("kind") || !entry["kind"].is_string())
         return context.Fail(errLayoutFile, what + ": has no \"kind\"");
-    std::string kindName = entry["kind"].get<std::string>();
-    std::optional<OSType> kind = KindFromName(kindName);
-    if (!kind)
-        return context.Fail(errUnknownControl,
-                            what + ": unknown control kind \"" + kindName + "\"");
-    std::shared_ptr<View> view = MakeView(*kind);
+    std::shared_ptr<View> view;
+    if (auto problem = MakeControl(context, entry, what, &view))
+        return problem;
     BGRect frame{};
     if (!entry.contains("frame"))
         return context.Fail(errLayoutFile, what + ": has no \"frame\"");

@@ -1,7 +1,9 @@
 // Custom view classes. A registered class is a handler (with its data) for the events the
 // class answers; an object of the class is a view whose target carries that handler below any
 // installed later. Making one sends "btob" 1 (construct: the handler stores its instance in
-// "btoi") and "btob" 2 (initialise); disposing of it sends "btob" 3.
+// "btoi") and "btob" 2 (initialise); disposing of it sends "btob" 3. The later events carry the
+// instance in "btoi" (type "void"), since a class handler's data is the class's, not the
+// object's.
 
 #include "basalt/toolbox/views/UnicodeText.h"
 #include "basalt/toolbox/views/View.h"
@@ -49,6 +51,7 @@ void SendDestruct(View& view) {
         return;
     view.classChain.clear();
     EventHolder destruct(kEventClassObject, kEventObjectDestruct);
+    SetParam(destruct.get(), kEventParamObject, typeVoidPtr, view.objectInstance);
     SendEventToEventTargetWithOptions(destruct.get(), view.Target(), kEventTargetDontPropagate);
     view.objectInstance = nullptr;
 }
@@ -109,6 +112,7 @@ StatusCode BTObjectCreate(BCStringRef inClassID, EventRef inConstructData, BTObj
     EventHolder initialize(initializeEvent);
     initialize.get()->eventClass = kEventClassObject;
     initialize.get()->kind = kEventObjectInitialize;
+    SetParam(initialize.get(), kEventParamObject, typeVoidPtr, view->objectInstance);
     status = SendEventToEventTargetWithOptions(initialize.get(), view->Target(),
                                                kEventTargetDontPropagate);
     if (status != noErr && status != eventNotHandledErr) {

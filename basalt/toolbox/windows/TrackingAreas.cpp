@@ -30,7 +30,8 @@ void UpdateTrackingAreas(View& root, BGPoint local) {
         auto view = area->view.lock();
         if (view == nullptr)
             continue;
-        bool inside = BGRectContainsPoint(area->rect, view->FromWindow(local));
+        BGRect rect = area->wholeView ? view->Bounds() : area->rect;
+        bool inside = BGRectContainsPoint(rect, view->FromWindow(local));
         if (inside == area->inside)
             continue;
         area->inside = inside;
@@ -61,6 +62,7 @@ StatusCode BTViewNewTrackingArea(BTViewRef inView, BTShapeRef inShape, BTViewTra
     auto area = std::make_shared<OpaqueTrackingAreaRef>();
     area->view = view->Shared();
     area->rect = inShape != nullptr ? inShape->rect : view->Bounds();
+    area->wholeView = inShape == nullptr;
     area->id = inID;
     view->trackingAreas.push_back(area);
     *outRef = area.get();
@@ -71,6 +73,7 @@ StatusCode BTViewChangeTrackingArea(BTViewTrackingAreaRef inArea, BTShapeRef inS
     if (inArea == nullptr || inShape == nullptr)
         return paramErr;
     inArea->rect = inShape->rect;
+    inArea->wholeView = false;
     return noErr;
 }
 

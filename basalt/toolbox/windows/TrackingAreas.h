@@ -8,6 +8,8 @@
 struct OpaqueTrackingAreaRef {
     std::weak_ptr<basalt::toolbox::View> view;
     BGRect rect{};
+    // An area made without a shape covers the view's bounds, whatever they become.
+    bool wholeView = false;
     BTViewTrackingAreaID id = 0;
     bool inside = false;
 };

@@ -74,3 +74,12 @@ TEST_F(ClassicEvents, OnlyEventsWithAClassicFormConvert) {
     EXPECT_EQ(record.message, reinterpret_cast<uintptr_t>(window));
     EXPECT_TRUE(record.modifiers & activeFlag);
 }
+
+TEST_F(ClassicEvents, NavigationKeysTranslateToTheirControlCharacters) {
+    uint32_t state = 0;
+    EXPECT_EQ(KeyTranslate(nullptr, kVK_Home, &state), 0x01u);
+    EXPECT_EQ(KeyTranslate(nullptr, kVK_End, &state), 0x04u);
+    EXPECT_EQ(KeyTranslate(nullptr, kVK_PageUp, &state), 0x0Bu);
+    EXPECT_EQ(KeyTranslate(nullptr, kVK_PageDown, &state), 0x0Cu);
+    EXPECT_EQ(KeyTranslate(nullptr, kVK_DownArrow, &state), 0x1Fu);
+}

@@ -140,3 +140,20 @@ TEST_F(ContainerTest, TrackingAreasReportTheMouseEnteringAndLeaving) {
     HeadlessDriver::RunUntilIdle();
     EXPECT_EQ(log, "23 24 ");
 }
+
+TEST_F(ContainerTest, AnAreaWithoutAShapeFollowsTheViewsSize) {
+    ControlRef pane = Make(window, kControlKindUserPane, BGRectMake(100, 100, 0, 0));
+    BTViewTrackingAreaRef area = nullptr;
+    ASSERT_EQ(BTViewNewTrackingArea(pane, nullptr, 7, &area), noErr);
+    BGRect grown = BGRectMake(100, 100, 60, 30);
+    BTViewSetFrame(pane, &grown);
+    std::string log;
+    const EventTypeSpec tracking[] = {{kEventClassControl, kEventControlTrackingAreaEntered},
+                                      {kEventClassControl, kEventControlTrackingAreaExited}};
+    InstallEventHandler(GetControlEventTarget(pane), Log, 2, tracking, &log, nullptr);
+    HeadlessDriver::MoveTo(window, {150, 120});
+    HeadlessDriver::MoveTo(window, {170, 120});
+    HeadlessDriver::RunUntilIdle();
+    EXPECT_EQ(log, "23 24 ");
+    BTViewDisposeTrackingArea(area);
+}

@@ -116,3 +116,48 @@ TEST(LayoutFile, OutlandishNumbersAreKeptInBounds) {
     EXPECT_EQ(BTWindowFlush(window), noErr);
     DisposeWindow(window);
 }
+
+namespace {
+
+StatusCode ConstructTag(EventHandlerCallRef, EventRef event, void*) {
+    static int instance = 0;
+    if (GetEventKind(event) != kEventObjectConstruct)
+        return eventNotHandledErr;
+    void* stored = &instance;
+    return SetEventParameter(event, kEventParamObject, typeVoidPtr, sizeof stored, &stored);
+}
+
+} // namespace
+
+TEST(LayoutFile, ObjectsAreViewsOfRegisteredClasses) {
+    StringHolder classID(MakeBCString(u"com.example.LayoutTag"));
+    StringHolder base(MakeBCString(u"" kBTViewClassID));
+    const EventTypeSpec construct = {kEventClassObject, kEventObjectConstruct};
+    ASSERT_EQ(BTObjectRegisterSubclass(classID.get(), base.get(), 0, ConstructTag, 1, &construct,
+                                       nullptr, nullptr),
+              noErr);
+    WindowRef window = nullptr;
+    ASSERT_EQ(Build(R"({"windows": {"Main": {"frame": [0, 0, 200, 100], "controls": [
+        {"kind": "object", "class": "com.example.LayoutTag", "id": ["kels", 4],
+         "frame": [10, 10, 50, 20]}]}}})",
+                    u"Main", &window),
+              noErr);
+    ControlRef tag = nullptr;
+    const ControlID id = {0x6B656C73 /* "kels" */, 4};
+    ASSERT_EQ(GetControlByID(window, &id, &tag), noErr);
+    EXPECT_NE(BTObjectDynamicCast(reinterpret_cast<BTObjectRef>(tag), classID.get()), nullptr);
+    BGRect frame{};
+    BTViewGetFrame(tag, &frame);
+    EXPECT_EQ(frame.size.width, 50);
+    DisposeWindow(window);
+
+    EXPECT_EQ(Build(R"({"windows": {"Main": {"frame": [0, 0, 9, 9], "controls": [
+        {"kind": "object", "class": "com.example.Unheard", "frame": [0, 0, 1, 1]}]}}})",
+                    u"Main", &window),
+              eventClassInvalidErr);
+    EXPECT_NE(LastError().find("no view of class \"com.example.Unheard\""), std::string::npos);
+    EXPECT_EQ(Build(R"({"windows": {"Main": {"frame": [0, 0, 9, 9], "controls": [
+        {"kind": "object", "frame": [0, 0, 1, 1]}]}}})",
+                    u"Main", &window),
+              errLayoutFile);
+}

@@ -18,6 +18,14 @@ struct Instance {
 
 std::string* gDestroyed;
 
+// The instance that the later object events carry, null if they carry none.
+Instance* InstanceOf(EventRef event) {
+    Instance* instance = nullptr;
+    GetEventParameter(event, kEventParamObject, typeVoidPtr, nullptr, sizeof instance, nullptr,
+                      &instance);
+    return instance;
+}
+
 StatusCode ClassHandler(EventHandlerCallRef call, EventRef event, void*) {
     if (GetEventClass(event) == kEventClassObject) {
         switch (GetEventKind(event)) {
@@ -27,9 +35,13 @@ StatusCode ClassHandler(EventHandlerCallRef call, EventRef event, void*) {
             return noErr;
         }
         case kEventObjectInitialize:
+            if (Instance* instance = InstanceOf(event))
+                instance->log += "initialised";
             return CallNextEventHandler(call, event);
         case kEventObjectDestruct:
-            *gDestroyed += "destroyed";
+            if (Instance* instance = InstanceOf(event))
+                *gDestroyed += "destroyed " + instance->log;
+            delete InstanceOf(event);
             return noErr;
         }
     }
@@ -89,8 +101,7 @@ TEST(CustomViews, ObjectsAreMadeDrawnClickedAndDestroyedThroughEvents) {
     EXPECT_EQ(events, "4 151 1 4 ");
 
     DisposeControl(view);
-    EXPECT_EQ(destroyed, "destroyed");
-    delete instance;
+    EXPECT_EQ(destroyed, "destroyed initialised");
     DisposeWindow(window);
 }
 
