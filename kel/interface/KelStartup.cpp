@@ -2,6 +2,8 @@
 
 #include "kel/foundation/KelBundle.h"
 #include "kel/nodes/TKelNode.h"
+#include "kel/widgets/BTSidebar.h"
+#include "kel/widgets/views/BTScopeButton.h"
 
 bool gKelInitialized = false;
 TStringRef* kSlashStr = nullptr;
@@ -27,6 +29,8 @@ void _InitializeKel() {
     kColonStr = MakeCharacterString(u':');
     if (KelBundle::KelGetBundle() != nullptr) {
         gCommandKeys = new TStringRef(KelBundle::GetStringResource(BCSTR("Command Keys")));
+        _BTSidebarRegisterClass();
+        _BTScopeButtonRegisterClass();
     }
     TKelNode::InitializeCatalog();
 }
