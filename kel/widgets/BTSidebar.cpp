@@ -4,7 +4,6 @@
 #include "kel/widgets/views/BTSidebarItemsView.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace {
 
@@ -19,11 +18,6 @@ constexpr float kBackgroundGrey = 0.9216f;
 
 BCStringRef BTSidebar::ClassID() {
     return BCSTR("com.velmo.BTSidebarView");
-}
-
-StatusCode BTSidebar::Construct(ControlRef object, TObject** out) {
-    *out = new BTSidebar(object);
-    return noErr;
 }
 
 BTSidebar::BTSidebar(ControlRef control) : TView(control) {
@@ -98,12 +92,7 @@ StatusCode BTSidebar::GetRegion(short part, RgnHandle region) {
         return eventNotHandledErr;
     int32_t outset = 0;
     GetThemeMetric(kBTThemeMetricFocusRectOutset, &outset);
-    BGRect bounds = Bounds();
-    Rect whole{int16_t(std::floor(bounds.origin.y) - outset),
-               int16_t(std::floor(bounds.origin.x) - outset),
-               int16_t(std::ceil(BGRectGetMaxY(bounds)) + outset),
-               int16_t(std::ceil(BGRectGetMaxX(bounds)) + outset)};
-    RectRgn(region, &whole);
+    SetRegionToBounds(region, int16_t(outset));
     return noErr;
 }
 
@@ -158,12 +147,7 @@ void BTSidebar::ResetItemsInScrollView() {
 }
 
 StatusCode _BTSidebarRegisterClass() {
-    static const StatusCode registered = [] {
-        TObject::RegisterSubclass(BTSidebar::ClassID(), BCSTR(kBTViewClassID),
-                                  BTSidebar::Construct);
-        return noErr;
-    }();
-    return registered;
+    return RegisterViewClassOnce<BTSidebar>();
 }
 
 StatusCode _BTSidebarConstrainFrame(ControlRef view, BGRect* frame) {

@@ -22,7 +22,6 @@ class TNodeFilter;
 class BTSidebar : public TView, public INodeObserver {
 public:
     static BCStringRef ClassID();
-    static StatusCode Construct(ControlRef object, TObject** out);
 
     explicit BTSidebar(ControlRef control);
     ~BTSidebar() override;

@@ -1,7 +1,7 @@
 #include "kel/widgets/views/BTScopeButton.h"
 
-#include "kel/foundation/KelBundle.h"
 #include "kel/foundation/TStringRef.h"
+#include "kel/widgets/views/BundleImage.h"
 
 #include <algorithm>
 #include <cmath>
@@ -18,11 +18,7 @@ struct ThreePieces {
 
 ThreePieces LoadPieces(const std::string& state) {
     auto load = [&](const char* piece) {
-        std::string name = "_internal_scope-" + state + "-" + piece + ".png";
-        return KelBundle::GetImageFromPNG(
-            TStringRef(BCStringCreateWithCString(nullptr, name.c_str(), kBCStringEncodingUTF8),
-                       false)
-                .AsBCStringRef());
+        return LoadBundleImage("_internal_scope-" + state + "-" + piece + ".png");
     };
     return {load("left"), load("mid"), load("right")};
 }
@@ -62,11 +58,6 @@ BGSize SizeOf(BGImageRef image) {
 
 BCStringRef BTScopeButton::ClassID() {
     return BCSTR("com.velmo.BTScopeButton");
-}
-
-StatusCode BTScopeButton::Construct(ControlRef object, TObject** out) {
-    *out = new BTScopeButton(object);
-    return noErr;
 }
 
 BTScopeButton::BTScopeButton(ControlRef control) : TView(control) {
@@ -141,11 +132,7 @@ short BTScopeButton::HitTest(const BGPoint& point) {
 StatusCode BTScopeButton::GetRegion(short part, RgnHandle region) {
     if (part != kControlStructureMetaPart || region == nullptr)
         return eventNotHandledErr;
-    BGRect bounds = Bounds();
-    Rect whole{int16_t(std::floor(bounds.origin.y)), int16_t(std::floor(bounds.origin.x)),
-               int16_t(std::ceil(BGRectGetMaxY(bounds))),
-               int16_t(std::ceil(BGRectGetMaxX(bounds)))};
-    RectRgn(region, &whole);
+    SetRegionToBounds(region, 0);
     return noErr;
 }
 
@@ -190,10 +177,5 @@ void BTScopeButton::Draw(RgnHandle, BGContextRef context) {
 }
 
 StatusCode _BTScopeButtonRegisterClass() {
-    static const StatusCode registered = [] {
-        TObject::RegisterSubclass(BTScopeButton::ClassID(), BCSTR(kBTViewClassID),
-                                  BTScopeButton::Construct);
-        return noErr;
-    }();
-    return registered;
+    return RegisterViewClassOnce<BTScopeButton>();
 }

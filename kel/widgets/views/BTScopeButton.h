@@ -12,7 +12,6 @@ enum ScopeButtonState { kScopeIdle = 0, kScopePressed = 1, kScopeHovered = 2, kS
 class BTScopeButton : public TView {
 public:
     static BCStringRef ClassID();
-    static StatusCode Construct(ControlRef object, TObject** out);
 
     explicit BTScopeButton(ControlRef control);
     ~BTScopeButton() override;

@@ -24,19 +24,10 @@ BCStringRef BTSidebarItemsView::ClassID() {
     return BCSTR("com.velmo.BTSidebarItemsView");
 }
 
-StatusCode BTSidebarItemsView::Construct(ControlRef object, TObject** out) {
-    *out = new BTSidebarItemsView(object);
-    return noErr;
-}
-
 StatusCode BTSidebarItemsView::Create(BTSidebar* sidebar, ControlRef* out) {
     if (sidebar == nullptr || out == nullptr)
         return paramErr;
-    static const bool registered = [] {
-        TObject::RegisterSubclass(ClassID(), BCSTR(kBTViewClassID), Construct);
-        return true;
-    }();
-    (void)registered;
+    RegisterViewClassOnce<BTSidebarItemsView>();
     EventRef initialize = CreateInitializationEvent();
     if (initialize == nullptr)
         return eventInternalErr;

@@ -18,7 +18,6 @@ public:
     static BCStringRef ClassID();
     // Makes the items view of sidebar, registering the class on first use.
     static StatusCode Create(BTSidebar* sidebar, ControlRef* out);
-    static StatusCode Construct(ControlRef object, TObject** out);
 
     explicit BTSidebarItemsView(ControlRef control);
     ~BTSidebarItemsView() override;

@@ -1,29 +1,23 @@
 // Drawing the sidebar's rows: the selection picture, the icon, the name and the eject button of
 // each row, with a line between the two sections.
 
-#include "kel/foundation/KelBundle.h"
 #include "kel/nodes/TNodeFilter.h"
 #include "kel/widgets/BTSidebar.h"
 #include "kel/widgets/views/BTSidebarItemsView.h"
+#include "kel/widgets/views/BundleImage.h"
 
 #include <cmath>
 
 namespace {
 
 // Loaded on first use and kept for the process.
-BGImageRef BundleImage(const char* name) {
-    return KelBundle::GetImageFromPNG(
-        TStringRef(BCStringCreateWithCString(nullptr, name, kBCStringEncodingUTF8), false)
-            .AsBCStringRef());
-}
-
 struct ItemImages {
-    BGImageRef blueSelection = BundleImage("_internal_BlueSelection.png");
-    BGImageRef greySelection = BundleImage("_internal_GreySelection.png");
-    BGImageRef ejectClick = BundleImage("_internal_mb_eject_click.png");
-    BGImageRef ejectRoll = BundleImage("_internal_mb_eject_roll.png");
-    BGImageRef ejectWhite = BundleImage("_internal_mb_eject_white.png");
-    BGImageRef ejectGray = BundleImage("_internal_mb_eject_gray.png");
+    BGImageRef blueSelection = LoadBundleImage("_internal_BlueSelection.png");
+    BGImageRef greySelection = LoadBundleImage("_internal_GreySelection.png");
+    BGImageRef ejectClick = LoadBundleImage("_internal_mb_eject_click.png");
+    BGImageRef ejectRoll = LoadBundleImage("_internal_mb_eject_roll.png");
+    BGImageRef ejectWhite = LoadBundleImage("_internal_mb_eject_white.png");
+    BGImageRef ejectGray = LoadBundleImage("_internal_mb_eject_gray.png");
 };
 
 const ItemImages& Images() {

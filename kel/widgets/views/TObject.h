@@ -22,6 +22,12 @@ public:
 
     static StatusCode RegisterSubclass(BCStringRef classId, BCStringRef baseClassId,
                                        ConstructProc construct);
+    // The construct function of a class whose instances are T.
+    template <class T>
+    static StatusCode ConstructAs(ControlRef object, TObject** out) {
+        *out = new T(object);
+        return noErr;
+    }
     // A "btob" 2 event stamped now, for BTObjectCreate to pass on; null if none can be had.
     static EventRef CreateInitializationEvent();
 

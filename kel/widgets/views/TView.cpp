@@ -85,6 +85,15 @@ BGRect TView::Bounds() const {
     return bounds;
 }
 
+void TView::SetRegionToBounds(RgnHandle region, int16_t outset) const {
+    BGRect bounds = Bounds();
+    Rect whole{int16_t(std::floor(bounds.origin.y) - outset),
+               int16_t(std::floor(bounds.origin.x) - outset),
+               int16_t(std::ceil(BGRectGetMaxY(bounds)) + outset),
+               int16_t(std::ceil(BGRectGetMaxX(bounds)) + outset)};
+    RectRgn(region, &whole);
+}
+
 void TView::ChangeAutoInvalidateFlags(uint32_t set, uint32_t clear) {
     autoInvalidateFlags = (autoInvalidateFlags | set) & ~clear;
 }

@@ -21,6 +21,16 @@ constexpr uint64_t ViewKind(const char (&signature)[5], const char (&kind)[5]) {
     return code(signature) << 32 | code(kind);
 }
 
+// Registers the view class T (with its ClassID) once per process; later calls do nothing.
+template <class T>
+StatusCode RegisterViewClassOnce() {
+    static const StatusCode registered = [] {
+        TObject::RegisterSubclass(T::ClassID(), BCSTR(kBTViewClassID), TObject::ConstructAs<T>);
+        return noErr;
+    }();
+    return registered;
+}
+
 class TView : public TObject {
 public:
     enum Interface { kKeyboardFocusInterface = 2, kTrackingAreaInterface = 3 };
@@ -74,6 +84,8 @@ public:
     bool IsEnabled() const { return IsControlEnabled(GetViewRef()); }
     bool IsActive() const { return IsControlActive(GetViewRef()); }
     void ChangeAutoInvalidateFlags(uint32_t set, uint32_t clear);
+    // The bounds as a whole-number region, grown by outset on each side.
+    void SetRegionToBounds(RgnHandle region, int16_t outset) const;
 
 private:
     static StatusCode ViewEventHandler(EventHandlerCallRef call, EventRef event, void* data);

@@ -17,10 +17,6 @@ class TSwatch : public TView {
 public:
     explicit TSwatch(ControlRef control) : TView(control) { ++gLiving; }
     ~TSwatch() override { --gLiving; }
-    static StatusCode Construct(ControlRef object, TObject** out) {
-        *out = new TSwatch(object);
-        return noErr;
-    }
     uint64_t GetKind() override { return ViewKind("kelt", "Swch"); }
     StatusCode Initialize(TBasaltEvent&) override {
         initialized = true;
@@ -42,8 +38,8 @@ BCStringRef SwatchClass() {
 } // namespace
 
 TEST(TViewTest, EventsReachTheInstanceFromConstructionToDestruction) {
-    static const StatusCode registered =
-        TObject::RegisterSubclass(SwatchClass(), BCSTR(kBTViewClassID), TSwatch::Construct);
+    static const StatusCode registered = TObject::RegisterSubclass(
+        SwatchClass(), BCSTR(kBTViewClassID), TObject::ConstructAs<TSwatch>);
     ASSERT_EQ(registered, noErr);
     BTObjectRef object = nullptr;
     ASSERT_EQ(BTObjectCreate(SwatchClass(), nullptr, &object), noErr);
