@@ -1,7 +1,6 @@
 #include "kel/widgets/views/BTScopeButton.h"
 
 #include "kel/foundation/TStringRef.h"
-#include "kel/widgets/views/BundleImage.h"
 
 #include <algorithm>
 #include <cmath>
@@ -13,12 +12,12 @@ namespace {
 constexpr ControlPartCode kPressedPart = 11;
 
 struct ThreePieces {
-    BGImageRef left, middle, right;
+    BundlePicture left, middle, right;
 };
 
 ThreePieces LoadPieces(const std::string& state) {
     auto load = [&](const char* piece) {
-        return LoadBundleImage("_internal_scope-" + state + "-" + piece + ".png");
+        return LoadBundlePicture("_internal_scope-" + state + "-" + piece);
     };
     return {load("left"), load("mid"), load("right")};
 }
@@ -46,12 +45,6 @@ BGFloat TextWidth(BCStringRef text, const BTThemeTextInfo& info) {
     if (text != nullptr)
         BTThemeGetTextDimensions(text, 0, &info, &width, nullptr, nullptr);
     return width;
-}
-
-BGSize SizeOf(BGImageRef image) {
-    return image != nullptr
-               ? BGSize{BGFloat(BGImageGetWidth(image)), BGFloat(BGImageGetHeight(image))}
-               : BGSize{0, 0};
 }
 
 } // namespace
@@ -112,8 +105,8 @@ ScopeButtonState BTScopeButton::State() const {
     return hovering ? kScopeHovered : kScopeIdle;
 }
 
-void BTScopeButton::GetButtonImages(ScopeButtonState state, BGImageRef* left, BGImageRef* middle,
-                                    BGImageRef* right) {
+void BTScopeButton::GetButtonImages(ScopeButtonState state, BundlePicture* left,
+                                    BundlePicture* middle, BundlePicture* right) {
     const ThreePieces& pieces = state == kScopePressed   ? Images().press
                                 : state == kScopeHovered ? Images().roll
                                                          : Images().select;
@@ -139,10 +132,10 @@ StatusCode BTScopeButton::GetRegion(short part, RgnHandle region) {
 // Sized for the emphasised font, which is the wider: the text of a selected button fits whole
 // in its picture instead of being cut.
 StatusCode BTScopeButton::GetOptimalSizeSelf(BGSize* size, float*) {
-    BGImageRef left = nullptr;
+    BundlePicture left;
     GetButtonImages(kScopePressed, &left, nullptr, nullptr);
     TStringRef text(BTViewCopyText(GetViewRef()), false);
-    BGSize piece = SizeOf(left);
+    BGSize piece = left.size;
     BGFloat width =
         std::max(TextWidth(text.AsBCStringRef(), TextInfo(kBTThemeFontScope)),
                  TextWidth(text.AsBCStringRef(), TextInfo(kBTThemeFontScopeEmphasized)));
@@ -155,18 +148,18 @@ void BTScopeButton::Draw(RgnHandle, BGContextRef context) {
     bool pictured = state != kScopeIdle;
     BTThemeTextInfo info = TextInfo(pictured ? kBTThemeFontScopeEmphasized : kBTThemeFontScope);
     TStringRef text(BTViewCopyText(GetViewRef()), false);
-    BGImageRef left = nullptr, middle = nullptr, right = nullptr;
+    BundlePicture left, middle, right;
     GetButtonImages(state, &left, &middle, &right);
     // In a frame too narrow for the text, the text is cut and the picture stays whole.
-    BGFloat room = Bounds().size.width - SizeOf(left).width - SizeOf(right).width + 2.0;
+    BGFloat room = Bounds().size.width - left.size.width - right.size.width + 2.0;
     BGFloat width = std::min(TextWidth(text.AsBCStringRef(), info), std::max<BGFloat>(room, 0));
-    BGRect leftRect = {{0, 0}, SizeOf(left)};
-    BGRect middleRect = BGRectMake(BGRectGetMaxX(leftRect), 0, width - 2.0, SizeOf(middle).height);
-    BGRect rightRect = {{BGRectGetMaxX(middleRect), 0}, SizeOf(right)};
+    BGRect leftRect = {{0, 0}, left.size};
+    BGRect middleRect = BGRectMake(BGRectGetMaxX(leftRect), 0, width - 2.0, middle.size.height);
+    BGRect rightRect = {{BGRectGetMaxX(middleRect), 0}, right.size};
     if (pictured) {
-        BTViewDrawBGImage(context, &leftRect, left);
-        BTViewDrawBGImage(context, &middleRect, middle);
-        BTViewDrawBGImage(context, &rightRect, right);
+        BTViewDrawBGImage(context, &leftRect, left.image);
+        BTViewDrawBGImage(context, &middleRect, middle.image);
+        BTViewDrawBGImage(context, &rightRect, right.image);
     }
     bool active = BTViewIsActive(GetViewRef());
     BGFloat grey = pictured ? (active ? 1.0 : 0.9) : (active ? 0.25 : 0.35);

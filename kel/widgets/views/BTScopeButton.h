@@ -5,6 +5,7 @@
 // exclusive. Idle it shows plain text; pressed, selected or under the mouse it shows a
 // three-piece picture behind the text.
 
+#include "kel/widgets/views/BundlePicture.h"
 #include "kel/widgets/views/TView.h"
 
 enum ScopeButtonState { kScopeIdle = 0, kScopePressed = 1, kScopeHovered = 2, kScopeSelected = 3 };
@@ -26,8 +27,8 @@ public:
 
     ScopeButtonState State() const;
     // The pictures of a state; the idle state gives those of the selected one, for their sizes.
-    static void GetButtonImages(ScopeButtonState state, BGImageRef* left, BGImageRef* middle,
-                                BGImageRef* right);
+    static void GetButtonImages(ScopeButtonState state, BundlePicture* left, BundlePicture* middle,
+                                BundlePicture* right);
 
 private:
     static StatusCode EventHandler(EventHandlerCallRef call, EventRef event, void* data);

@@ -4,7 +4,7 @@
 #include "kel/nodes/TNodeFilter.h"
 #include "kel/widgets/BTSidebar.h"
 #include "kel/widgets/views/BTSidebarItemsView.h"
-#include "kel/widgets/views/BundleImage.h"
+#include "kel/widgets/views/BundlePicture.h"
 
 #include <cmath>
 
@@ -12,12 +12,12 @@ namespace {
 
 // Loaded on first use and kept for the process.
 struct ItemImages {
-    BGImageRef blueSelection = LoadBundleImage("_internal_BlueSelection.png");
-    BGImageRef greySelection = LoadBundleImage("_internal_GreySelection.png");
-    BGImageRef ejectClick = LoadBundleImage("_internal_mb_eject_click.png");
-    BGImageRef ejectRoll = LoadBundleImage("_internal_mb_eject_roll.png");
-    BGImageRef ejectWhite = LoadBundleImage("_internal_mb_eject_white.png");
-    BGImageRef ejectGray = LoadBundleImage("_internal_mb_eject_gray.png");
+    BGImageRef blueSelection = LoadBundlePicture("_internal_BlueSelection").image;
+    BGImageRef greySelection = LoadBundlePicture("_internal_GreySelection").image;
+    BGImageRef ejectClick = LoadBundlePicture("_internal_mb_eject_click").image;
+    BGImageRef ejectRoll = LoadBundlePicture("_internal_mb_eject_roll").image;
+    BGImageRef ejectWhite = LoadBundlePicture("_internal_mb_eject_white").image;
+    BGImageRef ejectGray = LoadBundlePicture("_internal_mb_eject_gray").image;
 };
 
 const ItemImages& Images() {

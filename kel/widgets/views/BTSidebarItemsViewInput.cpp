@@ -88,6 +88,8 @@ void BTSidebarItemsView::SetClientRoot(int row, unsigned long modifiers) {
 
 void BTSidebarItemsView::TrackItemButton(const SidebarItem* item, int row,
                                          const BGRect& buttonBounds) {
+    // Held here: the rows may be read again while the mouse is followed.
+    TKelNode node = item->node;
     trackingRow = pressedRow = row;
     InvalidateItems(row, 0);
     WindowRef window = GetControlOwner(GetViewRef());
@@ -117,7 +119,7 @@ void BTSidebarItemsView::TrackItemButton(const SidebarItem* item, int row,
         InvalidateItems(hoverRow, 0);
     trackingRow = 0;
     OpaqueNodeRef* volume = nullptr;
-    if (inside && NodeFollowAlias(item->node.PeekNodeRef(), true, &volume) == noErr) {
+    if (inside && NodeFollowAlias(node.PeekNodeRef(), true, &volume) == noErr) {
         // The row goes when the service reports the list without the volume.
         VolumeEject(volume);
         DisposeNode(volume);
