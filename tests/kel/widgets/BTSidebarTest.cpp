@@ -2,6 +2,7 @@
 // them, a click tells the dialog, and the dialog's location selects a row.
 
 #include "SidebarWindow.h"
+#include "kel/nodes/TNodeFilter.h"
 #include "tests/kel/nodes/KelNodeTesting.h"
 
 using basalt::headless::HeadlessDriver;
@@ -138,4 +139,21 @@ TEST_F(BTSidebarTest, TheSplitterSnapsTheWidthToIconsNamesOrClosed) {
     GetRootControl(window, &root);
     EXPECT_EQ(_BTSidebarConstrainFrame(root, &frame), paramErr);
     EXPECT_EQ(_BTSidebarSetFilter(root, nullptr), paramErr);
+}
+
+TEST_F(BTSidebarTest, RowsTheDialogsFilterRefusesCannotBeChosen) {
+    MakeSidebar(kTall);
+    TKelClient client{nullptr, nullptr, nullptr, nullptr, NodeCode("bfrf")};
+    NodeFilterMaskSet filesOnly;
+    filesOnly.select = kNodeSpeciesFile | kNodeSpeciesRoot;
+    TNodeFilter filter(client, 0, filesOnly, nullptr, 0);
+    ASSERT_EQ(_BTSidebarSetFilter(view, &filter), noErr);
+    HeadlessDriver::ClickAt(window, RowPoint(RowNamed("Desktop")));
+    HeadlessDriver::RunUntilIdle();
+    EXPECT_TRUE(told.empty());
+    EXPECT_EQ(items->SelectedRow(), 0);
+    HeadlessDriver::ClickAt(window, RowPoint(1));
+    HeadlessDriver::RunUntilIdle();
+    EXPECT_EQ(items->SelectedRow(), 1) << "the computer can always be chosen";
+    _BTSidebarSetFilter(view, nullptr);
 }
