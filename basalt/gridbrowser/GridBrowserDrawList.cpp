@@ -1,5 +1,6 @@
 // Drawing list view: the header with its sort indicator, then only the rows in sight, each
-// cell asked of the data source as it is drawn, then the scroll bar and the focus ring.
+// cell asked of the data source as it is drawn, the rubber band over them, then the scroll bar
+// and the focus ring.
 
 #include "basalt/gridbrowser/CellDrawing.h"
 #include "basalt/gridbrowser/GridBrowserView.h"
@@ -73,6 +74,7 @@ void GridBrowserView::DrawList(BGContextRef context) {
                               0, index, false);
         }
     }
+    DrawBand(context);
     BGContextRestoreGState(context);
     DrawHeader(context);
 }

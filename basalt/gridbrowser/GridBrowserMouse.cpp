@@ -35,18 +35,20 @@ StatusCode GridBrowserView::Track(EventRef event) {
     if (toolbox::Window* window = OwnerWindow())
         window->SetFocus(this, kControlEditTextPart);
     drag_ = DragKind::None;
-    if (ClickBar(local) || StartColumnResize(local))
-        return drag_ == DragKind::None ? noErr : eventNotHandledErr;
-    double time = clock();
-    if (style_ == kGridBrowserListView) {
-        if (local.y < Bounds().origin.y + HeaderHeight())
-            ClickHeader(local);
-        else
-            ClickListRow(local, modifiers, time);
-    } else {
-        ClickColumn(local, modifiers, time);
+    EndBand();
+    if (!ClickBar(local) && !StartColumnResize(local)) {
+        double time = clock();
+        if (style_ == kGridBrowserListView) {
+            if (local.y < Bounds().origin.y + HeaderHeight())
+                ClickHeader(local);
+            else
+                ClickListRow(local, modifiers, time);
+        } else {
+            ClickColumn(local, modifiers, time);
+        }
     }
-    return noErr;
+    // A drag goes on through the window's tracking, which needs a part to follow.
+    return drag_ == DragKind::None || OwnerWindow() == nullptr ? noErr : eventNotHandledErr;
 }
 
 ControlPartCode GridBrowserView::HitTest(BGPoint) {
@@ -56,12 +58,15 @@ ControlPartCode GridBrowserView::HitTest(BGPoint) {
 
 ControlPartCode GridBrowserView::PerformClick(ControlPartCode, uint32_t) {
     drag_ = DragKind::None;
+    EndBand();
     return kControlNoPart;
 }
 
 bool GridBrowserView::Drag(BGPoint local) {
     BGFloat moved = local.x - dragStart_;
     switch (drag_) {
+    case DragKind::Band:
+        return DragBand(local);
     case DragKind::ListColumn: {
         if (dragColumn_ >= columns_.size())
             return false;
@@ -199,10 +204,20 @@ bool GridBrowserView::ClickHeader(BGPoint local) {
 }
 
 void GridBrowserView::ClickListRow(BGPoint local, uint32_t modifiers, double time) {
+    auto keep = Shared();
+    std::unordered_set<GridBrowserItemID> before = selected_;
     std::optional<size_t> index = RowAt(local);
     if (!index) {
-        anchor_ = lead_ = 0;
-        ChangeSelection({});
+        if (!BGRectContainsPoint(RowArea(), local))
+            return;
+        // The empty space below the rows: a plain press lets go of the selection, a press
+        // with shift or command keeps it for the band to add to.
+        if ((modifiers & (cmdKey | shiftKey)) == 0) {
+            anchor_ = lead_ = 0;
+            ChangeSelection({});
+        }
+        if (OwnerWindow() != nullptr)
+            BeginBand(local, modifiers, std::move(before));
         return;
     }
     Row row = Rows()[*index];
@@ -224,7 +239,8 @@ void GridBrowserView::ClickListRow(BGPoint local, uint32_t modifiers, double tim
             return;
         x += column.width;
     }
-    ClickRow(row.id, modifiers, time);
+    if (!ClickRow(row.id, modifiers, time) && OwnerWindow() != nullptr)
+        BeginBand(local, modifiers, std::move(before));
 }
 
 void GridBrowserView::ClickColumn(BGPoint local, uint32_t modifiers, double time) {
@@ -253,11 +269,11 @@ void GridBrowserView::ClickColumn(BGPoint local, uint32_t modifiers, double time
     }
 }
 
-void GridBrowserView::ClickRow(GridBrowserItemID item, uint32_t modifiers, double time) {
+bool GridBrowserView::ClickRow(GridBrowserItemID item, uint32_t modifiers, double time) {
     auto keep = Shared();
     if (!Selectable(item)) {
         Send(item, kGridBrowserUnselectableItemClicked);
-        return;
+        return false;
     }
     bool plain = (modifiers & (cmdKey | shiftKey)) == 0;
     bool twice = plain && item == lastClickItem_ && time - lastClickTime_ <= kDoubleClickTime;
@@ -283,6 +299,7 @@ void GridBrowserView::ClickRow(GridBrowserItemID item, uint32_t modifiers, doubl
     }
     if (twice)
         Send(item, kGridBrowserItemDoubleClicked);
+    return twice;
 }
 
 bool GridBrowserView::TrackPreview(BGPoint local, uint32_t modifiers) {

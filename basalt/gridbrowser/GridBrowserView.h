@@ -43,6 +43,7 @@ public:
     static constexpr BGFloat kTriangleWidth = 14;
 
     GridBrowserView();
+    ~GridBrowserView() override;
     // The view behind a control of this kind; null for any other control.
     static GridBrowserView* FromControl(ControlRef control);
 
@@ -157,11 +158,21 @@ private:
     bool ClickHeader(BGPoint local);
     void ClickListRow(BGPoint local, uint32_t modifiers, double time);
     void ClickColumn(BGPoint local, uint32_t modifiers, double time);
-    void ClickRow(GridBrowserItemID item, uint32_t modifiers, double time);
+    // True when the click made a double click.
+    bool ClickRow(GridBrowserItemID item, uint32_t modifiers, double time);
     bool ClickBar(BGPoint local);
     bool StartColumnResize(BGPoint local);
     std::optional<size_t> RowAt(BGPoint local);
     bool TrackPreview(BGPoint local, uint32_t modifiers);
+
+    // rubber band of list view (GridBrowserBand.cpp)
+    void BeginBand(BGPoint local, uint32_t modifiers, std::unordered_set<GridBrowserItemID> before);
+    bool DragBand(BGPoint local);
+    void ApplyBand();
+    void EndBand();
+    void DrawBand(BGContextRef context);
+    void AutoScroll(bool wanted);
+    static void AutoScrollTick(EventLoopTimerRef timer, void* view);
 
     // keys (GridBrowserKeys.cpp)
     bool HandleKey(uint32_t code, uint32_t modifiers, char16_t typed);
@@ -214,13 +225,25 @@ private:
     TypeSelect typeSelect_;
 
     // mouse state
-    enum class DragKind { None, ListColumn, SharedWidth, Thumb, Header };
+    enum class DragKind { None, ListColumn, SharedWidth, Thumb, Band };
     DragKind drag_ = DragKind::None;
     size_t dragColumn_ = 0;
     BGFloat dragStart_ = 0;
     BGFloat dragOrigin_ = 0;
     GridBrowserItemID lastClickItem_ = 0;
     double lastClickTime_ = -1e9;
+
+    // A press in the rows of list view that may become a rubber band. Its start is kept in
+    // content coordinates so that it stays put while the rows scroll under it.
+    struct Band {
+        BGPoint start;
+        BGPoint last;                               // the mouse, in the view
+        std::unordered_set<GridBrowserItemID> base; // what the band adds to or toggles in
+        bool toggle = false;
+        bool moved = false; // far enough from the press to be a band
+    };
+    std::optional<Band> band_;
+    EventLoopTimerRef autoScroll_ = nullptr;
 };
 
 } // namespace basalt::gridbrowser

@@ -212,4 +212,25 @@ uint32_t PixelAt(WindowRef window, BGPoint local) {
     return reinterpret_cast<const uint32_t*>(data + y * stride)[x];
 }
 
+void PostMouse(WindowRef window, EventKind kind, BGPoint local, uint32_t modifiers) {
+    Rect content{};
+    GetWindowBounds(window, kWindowContentRgn, &content);
+    BGPoint global = {local.x + content.left, local.y + content.top};
+    EventRef event = nullptr;
+    CreateEvent(nullptr, kEventClassMouse, kind, GetCurrentEventTime(), 0, &event);
+    SetEventParameter(event, kEventParamMouseLocation, typeBTPoint, sizeof global, &global);
+    SetEventParameter(event, kEventParamKeyModifiers, typeUInt32, sizeof modifiers, &modifiers);
+    SetEventParameter(event, kEventParamWindowRef, typeWindowRef, sizeof window, &window);
+    uint16_t button = 1;
+    SetEventParameter(event, kEventParamMouseButton, typeMouseButton, sizeof button, &button);
+    PostEventToQueue(GetMainEventQueue(), event, kEventPriorityStandard);
+    ReleaseEvent(event);
+}
+
+bool RunUntil(const std::function<bool()>& condition) {
+    for (int i = 0; i < 200 && !condition(); ++i)
+        basalt::headless::HeadlessDriver::RunFor(0.025);
+    return condition();
+}
+
 } // namespace gridtest

@@ -7,6 +7,7 @@
 #include "basalt/backend/headless/HeadlessDriver.h"
 #include "basalt/gridbrowser/GridBrowser.h"
 
+#include <functional>
 #include <map>
 #include <set>
 #include <string>
@@ -78,5 +79,13 @@ std::vector<GridBrowserItemID> TakeIds(Handle handle);
 
 // The colour (0xAARRGGBB) of a point of the window's content as last drawn.
 uint32_t PixelAt(WindowRef window, BGPoint local);
+
+// Posts one mouse event at a point of the window's content, for presses held across loop runs
+// (the driver's Drag releases at once).
+void PostMouse(WindowRef window, EventKind kind, BGPoint local, uint32_t modifiers = 0);
+
+// Runs the loop until the condition holds or a generous deadline passes; the condition's last
+// answer.
+bool RunUntil(const std::function<bool()>& condition);
 
 } // namespace gridtest
