@@ -50,13 +50,56 @@ BGFloat GridBrowserView::ContentHeight() {
     return BGFloat(Rows().size()) * rowHeight;
 }
 
-bool GridBrowserView::VerticalBarShown() {
-    return style_ == kGridBrowserListView && ContentHeight() > RowArea().size.height;
-}
-
 BGRect GridBrowserView::VerticalBar() {
     BGRect area = RowArea();
     return BGRectMake(BGRectGetMaxX(area), area.origin.y, kBarWidth, area.size.height);
+}
+
+ScrollBar GridBrowserView::Bar(BarKind kind, size_t column) {
+    ScrollBar bar;
+    BGRect bounds = Bounds();
+    switch (kind) {
+    case BarKind::Rows:
+        if (style_ == kGridBrowserListView)
+            bar = {VerticalBar(), ContentHeight(), RowArea().size.height, scroll_.y};
+        break;
+    case BarKind::Sideways: {
+        BGFloat visible = HorizontalVisible();
+        BGRect track =
+            BGRectMake(bounds.origin.x, BGRectGetMaxY(bounds) - kBarWidth, visible, kBarWidth);
+        bar = {track, HorizontalContent(), visible, scroll_.x};
+        break;
+    }
+    case BarKind::Column:
+        if (style_ == kGridBrowserColumnView && column < path_.size()) {
+            BGRect area = ColumnRowArea(column);
+            BGRect track = BGRectMake(BGRectGetMaxX(area) - kBarWidth - 1, area.origin.y, kBarWidth,
+                                      area.size.height);
+            BGFloat content = BGFloat(tree_.Children(path_[column]).size()) * rowHeight;
+            bar = {track, content, area.size.height, ColumnScroll(column)};
+        }
+        break;
+    }
+    return bar;
+}
+
+void GridBrowserView::ScrollBarTo(BarKind kind, size_t column, BGFloat position) {
+    switch (kind) {
+    case BarKind::Rows:
+        ScrollTo({scroll_.x, position});
+        return;
+    case BarKind::Sideways:
+        ScrollTo({position, scroll_.y});
+        return;
+    case BarKind::Column: {
+        ScrollBar bar = Bar(kind, column);
+        if (column < path_.size())
+            ColumnScroll(column) =
+                std::clamp<BGFloat>(position, 0, std::max<BGFloat>(0, bar.content - bar.visible));
+        SetNeedsDisplay();
+        return;
+    }
+    }
 }
 
 size_t GridBrowserView::ColumnCount() const {

@@ -36,7 +36,7 @@ StatusCode GridBrowserView::Track(EventRef event) {
         window->SetFocus(this, kControlEditTextPart);
     drag_ = DragKind::None;
     EndBand();
-    if (!ClickBar(local) && !StartColumnResize(local)) {
+    if (!StartColumnResize(local) && !ClickBar(local)) {
         double time = clock();
         if (style_ == kGridBrowserListView) {
             if (local.y < Bounds().origin.y + HeaderHeight())
@@ -85,12 +85,9 @@ bool GridBrowserView::Drag(BGPoint local) {
         SetNeedsDisplay();
         return true;
     case DragKind::Thumb: {
-        BGRect track = VerticalBar();
-        BGFloat content = ContentHeight();
-        BGFloat visible = RowArea().size.height;
-        BGFloat length = std::max<BGFloat>(20, track.size.height * visible / content);
-        BGFloat room = std::max<BGFloat>(1, track.size.height - length);
-        ScrollTo({scroll_.x, dragOrigin_ + (local.y - dragStart_) * (content - visible) / room});
+        ScrollBar bar = Bar(dragBar_, dragColumn_);
+        BGFloat along = bar.Vertical() ? local.y : local.x;
+        ScrollBarTo(dragBar_, dragColumn_, bar.PositionAfterDrag(dragOrigin_, along - dragStart_));
         return true;
     }
     default:
@@ -120,33 +117,32 @@ bool GridBrowserView::Wheel(BGPoint local, int32_t lines) {
 
 // ---- Bars and edges --------------------------------------------------------------------------
 
+// A click in a bar's track pages; a press on its thumb drags it.
 bool GridBrowserView::ClickBar(BGPoint local) {
-    BGRect bounds = Bounds();
-    if (HorizontalBarShown() && local.y >= BGRectGetMaxY(bounds) - kBarWidth) {
-        // A click in the bottom bar brings that part of the columns to the middle.
-        BGFloat visible = HorizontalVisible();
-        BGFloat fraction = (local.x - bounds.origin.x) / std::max<BGFloat>(1, visible);
-        ScrollTo({fraction * HorizontalContent() - visible / 2, scroll_.y});
-        return true;
+    std::vector<std::pair<BarKind, size_t>> bars = {{BarKind::Sideways, 0}, {BarKind::Rows, 0}};
+    for (size_t column = 0; column < path_.size(); ++column)
+        bars.emplace_back(BarKind::Column, column);
+    for (auto [kind, column] : bars) {
+        ScrollBar bar = Bar(kind, column);
+        switch (bar.PartAt(local)) {
+        case ScrollBar::Part::None:
+            continue;
+        case ScrollBar::Part::Before:
+            ScrollBarTo(kind, column, bar.position - bar.visible);
+            return true;
+        case ScrollBar::Part::After:
+            ScrollBarTo(kind, column, bar.position + bar.visible);
+            return true;
+        case ScrollBar::Part::Thumb:
+            drag_ = DragKind::Thumb;
+            dragBar_ = kind;
+            dragColumn_ = column;
+            dragStart_ = bar.Vertical() ? local.y : local.x;
+            dragOrigin_ = bar.position;
+            return true;
+        }
     }
-    if (style_ != kGridBrowserListView || !VerticalBarShown() ||
-        !BGRectContainsPoint(VerticalBar(), local))
-        return false;
-    BGRect track = VerticalBar();
-    BGFloat content = ContentHeight();
-    BGFloat visible = RowArea().size.height;
-    BGFloat length = std::max<BGFloat>(20, track.size.height * visible / content);
-    BGFloat start = track.origin.y + (track.size.height - length) * scroll_.y / (content - visible);
-    if (local.y < start) {
-        ScrollTo({scroll_.x, scroll_.y - visible});
-    } else if (local.y > start + length) {
-        ScrollTo({scroll_.x, scroll_.y + visible});
-    } else {
-        drag_ = DragKind::Thumb;
-        dragStart_ = local.y;
-        dragOrigin_ = scroll_.y;
-    }
-    return true;
+    return false;
 }
 
 bool GridBrowserView::StartColumnResize(BGPoint local) {

@@ -11,6 +11,7 @@
 
 #include "basalt/gridbrowser/GridBrowser.h"
 #include "basalt/gridbrowser/ItemTree.h"
+#include "basalt/gridbrowser/ScrollBar.h"
 #include "basalt/gridbrowser/TypeSelect.h"
 #include "basalt/toolbox/views/View.h"
 
@@ -125,7 +126,6 @@ public:
     BGFloat HeaderHeight() const;
     BGRect RowArea() const;  // list view: below the header, left of the bar
     BGFloat ContentHeight(); // list view: all rows
-    bool VerticalBarShown();
     BGRect VerticalBar();
     BGFloat ColumnLeft(size_t column) const; // column view, scrolled
     size_t ColumnCount() const;              // column view, the preview slot included
@@ -139,6 +139,10 @@ public:
     BGFloat HorizontalContent() const; // the width of all columns
     BGFloat HorizontalVisible() const; // the width they are seen through
     bool ListNeedsVerticalBar() const;
+    // The scroll bars: of the list's rows, of everything sideways, of one column's rows.
+    enum class BarKind { Rows, Sideways, Column };
+    ScrollBar Bar(BarKind kind, size_t column = 0);
+    void ScrollBarTo(BarKind kind, size_t column, BGFloat position);
 
 private:
     // drawing (GridBrowserDrawList.cpp, GridBrowserDrawColumns.cpp)
@@ -227,6 +231,7 @@ private:
     // mouse state
     enum class DragKind { None, ListColumn, SharedWidth, Thumb, Band };
     DragKind drag_ = DragKind::None;
+    BarKind dragBar_ = BarKind::Rows;
     size_t dragColumn_ = 0;
     BGFloat dragStart_ = 0;
     BGFloat dragOrigin_ = 0;

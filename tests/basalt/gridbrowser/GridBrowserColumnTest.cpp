@@ -151,6 +151,32 @@ TEST_F(ColumnTest, DeepPathsScrollSoThatTheLastColumnStaysInSight) {
     RevealGridBrowserItem(browser.control, path[1], kGridBrowserItemSelfIdentityProperty, 1);
     GetGridBrowserScrollPosition(browser.control, &top, &left);
     EXPECT_EQ(left, 0u);
+
+    // The bottom bar's thumb, dragged all the way right, shows the last column again.
+    BGFloat barY = 300 - GridBrowserView::kBarWidth / 2;
+    HeadlessDriver::Drag(browser.window, {20, barY}, {590, barY});
+    HeadlessDriver::RunUntilIdle();
+    GetGridBrowserScrollPosition(browser.control, &top, &left);
+    EXPECT_EQ(left, uint32_t(kWidth * 7 - 600));
+    EXPECT_EQ(Target(), path.back()) << "the bar is no column";
+}
+
+TEST_F(ColumnTest, AColumnsOwnBarPagesAndItsThumbDrags) {
+    for (int i = 0; i < 40; ++i)
+        source.Add(FakeSource::kRoot, "z file " + std::to_string(10 + i));
+    SetGridBrowserColumnViewPath(browser.control, 1, &FakeSource::kRoot);
+    GridBrowserView* view = GridBrowserView::FromControl(browser.control);
+    BGFloat barX = kWidth - 1 - GridBrowserView::kBarWidth / 2;
+    HeadlessDriver::ClickAt(browser.window, {barX, 290});
+    HeadlessDriver::RunUntilIdle();
+    EXPECT_EQ(view->ColumnScroll(0), 300) << "a page down";
+    EXPECT_EQ(Target(), FakeSource::kRoot) << "nothing chosen";
+
+    // 43 rows in 300 points: a thumb of 116 points with 184 to travel over 474 of rows.
+    view->ColumnScroll(0) = 0;
+    HeadlessDriver::Drag(browser.window, {barX, 10}, {barX, 102});
+    HeadlessDriver::RunUntilIdle();
+    EXPECT_NEAR(view->ColumnScroll(0), 92.0 * 474 / 184, 1);
 }
 
 TEST_F(ColumnTest, DraggingAColumnEdgeResizesEveryColumn) {
