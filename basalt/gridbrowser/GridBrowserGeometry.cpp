@@ -177,6 +177,15 @@ void GridBrowserView::ClampScroll() {
     }
 }
 
+// A resized control shows as much as it can; column view keeps its last column in sight.
+void GridBrowserView::FrameChanged() {
+    rowsDirty_ = true;
+    if (style_ == kGridBrowserColumnView && ColumnCount() > 0)
+        RevealColumn(ColumnCount() - 1);
+    ClampScroll();
+    SetNeedsDisplay();
+}
+
 void GridBrowserView::ScrollTo(BGPoint position) {
     Rows();
     scroll_ = position;

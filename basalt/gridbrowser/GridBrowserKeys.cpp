@@ -158,8 +158,11 @@ bool GridBrowserView::KeyLeft() {
     if (style_ == kGridBrowserColumnView) {
         // To the container of the focused column, selected in the column left of it.
         size_t column = FocusColumn();
-        if (column > 0)
+        if (column > 0) {
             SelectInColumn(column - 1, path_[column]);
+            if (column <= path_.size())
+                RevealColumn(column - 1);
+        }
         return true;
     }
     if (lead_ == 0 || !IsSelected(lead_))
@@ -198,8 +201,12 @@ void GridBrowserView::TypeToSelect(char16_t character) {
         candidates = tree_.Children(lead_ != 0 ? tree_.ContainerOf(lead_) : target_);
     else if (!path_.empty())
         candidates = tree_.Children(path_[FocusColumn()]);
-    std::optional<size_t> found = TypeSelect::Find(
-        prefix, candidates.size(), [&](size_t i) { return AskName(candidates[i]); });
+    std::optional<size_t> found =
+        TypeSelect::Find(prefix, candidates.size(), [&](size_t i) -> std::optional<std::u16string> {
+            if (!Selectable(candidates[i]))
+                return std::nullopt;
+            return AskName(candidates[i]);
+        });
     if (!found)
         return;
     GridBrowserItemID item = candidates[*found];

@@ -110,6 +110,7 @@ public:
     ControlPartCode PerformClick(ControlPartCode part, uint32_t modifiers) override;
     bool Drag(BGPoint local) override;
     bool Wheel(BGPoint local, int32_t lines) override;
+    void FrameChanged() override;
     bool AcceptsFocus() const override { return true; }
     void FocusChanged(bool) override { SetNeedsDisplay(); }
     bool HandleText(EventRef textEvent) override;

@@ -12,24 +12,26 @@ const std::u16string& TypeSelect::Type(char16_t character, double now) {
     return prefix_;
 }
 
-std::optional<size_t> TypeSelect::Find(const std::u16string& prefix, size_t count,
-                                       const std::function<std::u16string(size_t)>& name) {
-    std::optional<size_t> after;
+std::optional<size_t>
+TypeSelect::Find(const std::u16string& prefix, size_t count,
+                 const std::function<std::optional<std::u16string>(size_t)>& name) {
+    std::optional<size_t> after, last;
     std::u16string afterName;
     for (size_t i = 0; i < count; ++i) {
-        std::u16string candidate = name(i);
-        std::u16string head = candidate.substr(0, prefix.size());
+        std::optional<std::u16string> candidate = name(i);
+        if (!candidate)
+            continue;
+        last = i;
+        std::u16string head = candidate->substr(0, prefix.size());
         if (CompareCollated(head, prefix, true) == 0)
             return i;
-        if (CompareCollated(candidate, prefix, true) > 0 &&
-            (!after || CompareCollated(candidate, afterName, true) < 0)) {
+        if (CompareCollated(*candidate, prefix, true) > 0 &&
+            (!after || CompareCollated(*candidate, afterName, true) < 0)) {
             after = i;
-            afterName = std::move(candidate);
+            afterName = std::move(*candidate);
         }
     }
-    if (!after && count > 0)
-        return count - 1;
-    return after;
+    return after ? after : last;
 }
 
 } // namespace basalt::gridbrowser

@@ -113,9 +113,11 @@ TEST_F(ColumnTest, ArrowKeysMoveWithinAndAcrossColumns) {
     Key(kVK_DownArrow);
     EXPECT_TRUE(IsGridBrowserItemSelected(browser.control, notes));
     EXPECT_EQ(Target(), docs);
+    source.messages.clear();
     Key(kVK_LeftArrow);
     EXPECT_EQ(Target(), docs);
     EXPECT_EQ(ReportedPath(browser.control), (std::vector{FakeSource::kRoot, docs}));
+    EXPECT_EQ(source.MessageLog(), "14:-") << "the open column stays open, rows and all";
     Key(kVK_LeftArrow);
     EXPECT_EQ(Target(), docs) << "the first column has nothing to its left";
     Key(kVK_DownArrow);
@@ -159,6 +161,22 @@ TEST_F(ColumnTest, DeepPathsScrollSoThatTheLastColumnStaysInSight) {
     GetGridBrowserScrollPosition(browser.control, &top, &left);
     EXPECT_EQ(left, uint32_t(kWidth * 7 - 600));
     EXPECT_EQ(Target(), path.back()) << "the bar is no column";
+}
+
+TEST_F(ColumnTest, ANarrowerControlStillShowsTheLastColumn) {
+    std::vector path = {FakeSource::kRoot, docs, drafts};
+    SetGridBrowserColumnViewPath(browser.control, 3, path.data());
+    uint32_t top = 0, left = 0;
+    GetGridBrowserScrollPosition(browser.control, &top, &left);
+    EXPECT_EQ(left, 0u) << "three columns fit in 600";
+    Rect narrow = {0, 0, 300, 400};
+    SetControlBounds(browser.control, &narrow);
+    GetGridBrowserScrollPosition(browser.control, &top, &left);
+    EXPECT_EQ(left, uint32_t(3 * kWidth - 400));
+    Rect wide = {0, 0, 300, 900};
+    SetControlBounds(browser.control, &wide);
+    GetGridBrowserScrollPosition(browser.control, &top, &left);
+    EXPECT_EQ(left, 0u);
 }
 
 TEST_F(ColumnTest, AColumnsOwnBarPagesAndItsThumbDrags) {

@@ -258,6 +258,12 @@ TEST_F(ListTest, TypingSelectsByNamePrefixAndAPauseStartsAnew) {
     HeadlessDriver::TypeText("b");
     HeadlessDriver::RunUntilIdle();
     EXPECT_EQ(Selected(), std::vector{banana});
+
+    source.items[cherry].selectable = false;
+    now += 5;
+    HeadlessDriver::TypeText("ch");
+    HeadlessDriver::RunUntilIdle();
+    EXPECT_EQ(Selected(), std::vector{date}) << "a row that can't be chosen isn't typed to";
 }
 
 TEST_F(ListTest, RemovingRowsDropsThemFromTheSelectionAndClosesThem) {
