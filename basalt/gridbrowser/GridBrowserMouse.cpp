@@ -96,21 +96,24 @@ bool GridBrowserView::Drag(BGPoint local) {
 }
 
 bool GridBrowserView::Wheel(BGPoint local, int32_t lines) {
-    BGFloat delta = -BGFloat(lines) * rowHeight;
+    return ScrollByWheel(local, 0, BGFloat(lines) * rowHeight);
+}
+
+bool GridBrowserView::ScrollByWheel(BGPoint local, BGFloat dx, BGFloat dy) {
+    if (dx != 0)
+        ScrollBarTo(BarKind::Sideways, 0, scroll_.x - dx);
+    if (dy == 0)
+        return true;
     if (style_ == kGridBrowserListView) {
-        ScrollTo({scroll_.x, scroll_.y + delta});
+        ScrollBarTo(BarKind::Rows, 0, scroll_.y - dy);
         return true;
     }
     for (size_t column = 0; column < path_.size(); ++column) {
         BGRect area = ColumnRowArea(column);
-        if (local.x < area.origin.x || local.x >= BGRectGetMaxX(area))
-            continue;
-        BGFloat content = BGFloat(tree_.Children(path_[column]).size()) * rowHeight;
-        BGFloat& scroll = ColumnScroll(column);
-        scroll = std::clamp<BGFloat>(scroll + delta, 0,
-                                     std::max<BGFloat>(0, content - area.size.height));
-        SetNeedsDisplay();
-        return true;
+        if (local.x >= area.origin.x && local.x < BGRectGetMaxX(area)) {
+            ScrollBarTo(BarKind::Column, column, ColumnScroll(column) - dy);
+            break;
+        }
     }
     return true;
 }

@@ -163,6 +163,26 @@ TEST_F(ColumnTest, DeepPathsScrollSoThatTheLastColumnStaysInSight) {
     EXPECT_EQ(Target(), path.back()) << "the bar is no column";
 }
 
+// Deltas as a touchpad's smooth scrolling gives them: in points, fractions included.
+TEST_F(ColumnTest, ASidewaysWheelScrollsThroughTheColumnsAndAnUprightOneDownAColumn) {
+    for (int i = 0; i < 40; ++i)
+        source.Add(drafts, "y file " + std::to_string(10 + i));
+    std::vector path = {FakeSource::kRoot, docs, drafts};
+    SetGridBrowserColumnViewPath(browser.control, 3, path.data());
+    Rect narrow = {0, 0, 300, 400};
+    SetControlBounds(browser.control, &narrow);
+    GridBrowserView* view = GridBrowserView::FromControl(browser.control);
+    BGPoint overLast = {300, 100};
+    view->ScrollByWheel(overLast, 45.5, 0);
+    EXPECT_EQ(view->ScrollPosition().x, 3 * kWidth - 400 - 45.5);
+    view->ScrollByWheel(overLast, 0, -20.25);
+    view->ScrollByWheel(overLast, 0, -20.25);
+    EXPECT_EQ(view->ColumnScroll(2), 40.5) << "the column under the mouse";
+    EXPECT_EQ(view->ColumnScroll(1), 0);
+    view->ScrollByWheel(overLast, 500, 0);
+    EXPECT_EQ(view->ScrollPosition().x, 0) << "no further than the first column";
+}
+
 TEST_F(ColumnTest, ANarrowerControlStillShowsTheLastColumn) {
     std::vector path = {FakeSource::kRoot, docs, drafts};
     SetGridBrowserColumnViewPath(browser.control, 3, path.data());
