@@ -135,8 +135,10 @@ void GridBrowserView::DrawBand(BGContextRef context) {
     BTThemeApplyBackground(&band, kBTThemeBackgroundSelection, kBTThemeStateActive, context);
     BGContextSetAlpha(context, 0.2);
     BGContextFillRect(context, band);
-    // The outline in the same accent, stronger, drawn as thin fills so it stays crisp at 2x.
-    BGContextSetAlpha(context, 0.8);
+    // A grey outline shows over selected rows as well as over plain ones; thin fills keep it
+    // crisp at 2x.
+    BTThemeSetTextColor(kBTThemeTextColorSecondary, kBTThemeStateActive, context);
+    BGContextSetAlpha(context, 0.9);
     BGFloat x = band.origin.x, y = band.origin.y, w = band.size.width, h = band.size.height;
     BGContextFillRect(context, BGRectMake(x, y, w, 1));
     BGContextFillRect(context, BGRectMake(x, y + h - 1, w, 1));

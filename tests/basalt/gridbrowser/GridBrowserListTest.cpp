@@ -443,6 +443,12 @@ TEST_F(ListTest, ASelectedRowIsFilledWithTheAccentAndADimmedRowIsPaler) {
 }
 
 TEST_F(ListTest, SnapshotsShowAnOpenDisclosureAndASelection) {
+    GridBrowserItemID longName =
+        source.Add(apples, "a-report-with-a-name-far-too-long-for-its-column-2026.pdf");
+    source.items[source.Add(FakeSource::kRoot, "locked")].active = false;
+    for (int i = 0; i < 4; ++i)
+        source.Add(FakeSource::kRoot, "notes " + std::to_string(i + 1) + ".txt");
+    std::vector selection = {seed, longName, cherry};
     for (double scale : {1.0, 2.0}) {
         HeadlessDriver::SetScale(scale);
         BrowserWindow shown(kGridBrowserListView, 460, 220);
@@ -454,7 +460,8 @@ TEST_F(ListTest, SnapshotsShowAnOpenDisclosureAndASelection) {
         SetGridBrowserTarget(shown.control, FakeSource::kRoot);
         OpenGridBrowserContainer(shown.control, apples);
         SetKeyboardFocus(shown.window, shown.control, kControlFocusNextPart);
-        SetGridBrowserSelectedItems(shown.control, 1, &seed, kGridBrowserItemsAssign);
+        SetGridBrowserSelectedItems(shown.control, uint32_t(selection.size()), selection.data(),
+                                    kGridBrowserItemsAssign);
         std::filesystem::path png =
             std::filesystem::path(KEL_TEST_BINARY_DIR) /
             (scale == 1 ? "gridbrowser-list@1x.png" : "gridbrowser-list@2x.png");
