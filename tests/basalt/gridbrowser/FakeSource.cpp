@@ -199,6 +199,19 @@ std::vector<GridBrowserItemID> TakeIds(Handle handle) {
     return ids;
 }
 
+std::vector<GridBrowserItemID> ItemsOf(ControlRef control, GridBrowserItemID container,
+                                       bool recurse, GridBrowserItemState state) {
+    Handle handle = NewHandle(0);
+    GetGridBrowserItems(control, container, recurse, state, handle);
+    return TakeIds(handle);
+}
+
+BGFloat HeaderHeight() {
+    int32_t height = 20;
+    GetThemeMetric(kBTThemeMetricListHeaderHeight, &height);
+    return height;
+}
+
 uint32_t PixelAt(WindowRef window, BGPoint local) {
     auto* live = basalt::toolbox::Window::From(window);
     live->Flush();

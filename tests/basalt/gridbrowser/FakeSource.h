@@ -76,6 +76,11 @@ public:
 
 // The ids that a GridBrowser call put into a handle, read and the handle disposed of.
 std::vector<GridBrowserItemID> TakeIds(Handle handle);
+// The ids of a container's rows in a state, as GetGridBrowserItems gives them.
+std::vector<GridBrowserItemID> ItemsOf(ControlRef control, GridBrowserItemID container,
+                                       bool recurse, GridBrowserItemState state);
+// The height of list view's header, above the first row.
+BGFloat HeaderHeight();
 
 // The colour (0xAARRGGBB) of a point of the window's content as last drawn.
 uint32_t PixelAt(WindowRef window, BGPoint local);

@@ -38,16 +38,10 @@ protected:
         source.messages.clear();
     }
 
-    static BGFloat Header() {
-        int32_t height = 20;
-        GetThemeMetric(kBTThemeMetricListHeaderHeight, &height);
-        return height;
-    }
+    static BGFloat Header() { return gridtest::HeaderHeight(); }
     static BGPoint At(BGFloat row, BGFloat x = 300) { return {x, Header() + kRow * row}; }
     std::vector<GridBrowserItemID> Selected() {
-        Handle handle = NewHandle(0);
-        GetGridBrowserItems(browser.control, 0, true, kGridBrowserItemIsSelected, handle);
-        return gridtest::TakeIds(handle);
+        return gridtest::ItemsOf(browser.control, 0, true, kGridBrowserItemIsSelected);
     }
     void Band(BGFloat from, BGFloat to, uint32_t modifiers = 0) {
         HeadlessDriver::Drag(browser.window, At(from), At(to), modifiers);

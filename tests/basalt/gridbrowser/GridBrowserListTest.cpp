@@ -16,18 +16,10 @@ using gridtest::FakeSource;
 namespace {
 
 constexpr BGFloat kRow = 18;
+using gridtest::ItemsOf;
 
 BGFloat Header() {
-    int32_t height = 20;
-    GetThemeMetric(kBTThemeMetricListHeaderHeight, &height);
-    return height;
-}
-
-std::vector<GridBrowserItemID> ItemsOf(ControlRef control, GridBrowserItemID container,
-                                       bool recurse, GridBrowserItemState state) {
-    Handle handle = NewHandle(0);
-    GetGridBrowserItems(control, container, recurse, state, handle);
-    return gridtest::TakeIds(handle);
+    return gridtest::HeaderHeight();
 }
 
 class ListTest : public ::testing::Test {
