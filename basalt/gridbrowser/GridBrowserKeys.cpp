@@ -57,11 +57,12 @@ bool GridBrowserView::HandleText(EventRef textEvent) {
 
 bool GridBrowserView::HandleKey(uint32_t code, uint32_t modifiers, char16_t typed) {
     bool column = style_ == kGridBrowserColumnView;
+    bool jump = (modifiers & optionKey) != 0; // option-arrows go to the first or last row
     switch (code) {
     case kVK_UpArrow:
-        return column ? MoveInColumn(-1, false) : MoveInList(-1, false, modifiers);
+        return column ? MoveInColumn(-1, jump) : MoveInList(-1, jump, modifiers);
     case kVK_DownArrow:
-        return column ? MoveInColumn(1, false) : MoveInList(1, false, modifiers);
+        return column ? MoveInColumn(1, jump) : MoveInList(1, jump, modifiers);
     case kVK_Home:
         return column ? MoveInColumn(-1, true) : MoveInList(-1, true, modifiers);
     case kVK_End:

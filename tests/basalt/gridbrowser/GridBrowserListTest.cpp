@@ -218,6 +218,11 @@ TEST_F(ListTest, ArrowAndJumpKeysMoveTheSelectionAndShiftExtendsIt) {
     EXPECT_EQ(Selected(), std::vector{elder});
     Key(kVK_Home);
     EXPECT_EQ(Selected(), std::vector{apples});
+    Key(kVK_DownArrow, optionKey);
+    EXPECT_EQ(Selected(), std::vector{elder}) << "option-down: the last row";
+    Key(kVK_UpArrow, optionKey | shiftKey);
+    EXPECT_EQ(Selected().size(), 5u) << "and shift extends to the first";
+    Key(kVK_Home);
     Key(kVK_UpArrow);
     EXPECT_EQ(Selected(), std::vector{apples}) << "the top stays the top";
     Key(kVK_ANSI_A, cmdKey);
