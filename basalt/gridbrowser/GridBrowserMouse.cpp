@@ -1,7 +1,8 @@
 // The mouse. A press arrives as "cntl" 51 so that the control sees where it happened and with
-// which modifiers: clicks on rows, triangles and headers are done at once; dragging a column
-// edge or the scroll bar's thumb hands the rest of the press to the window's tracking, which
-// calls Drag until the release ends it in PerformClick.
+// which modifiers: clicks on rows, triangles, headers and scroll bar tracks are done at once;
+// dragging a column edge or a scroll bar's thumb, or a press in the rows of list view that may
+// become a rubber band, hands the rest of the press to the window's tracking, which calls Drag
+// until the release ends it in PerformClick.
 
 #include "basalt/gridbrowser/GridBrowserView.h"
 #include "basalt/toolbox/events/Event.h"
@@ -166,6 +167,8 @@ bool GridBrowserView::StartColumnResize(BGPoint local) {
         }
         return false;
     }
+    if (path_.empty() || local.y >= BGRectGetMaxY(ColumnRowArea(0)))
+        return false; // the bottom bar
     for (size_t column = 0; column < path_.size(); ++column) {
         if (std::abs(local.x - (ColumnLeft(column) + columnWidth)) <= kEdgeSlop) {
             drag_ = DragKind::SharedWidth;

@@ -154,13 +154,17 @@ TEST_F(ColumnTest, DeepPathsScrollSoThatTheLastColumnStaysInSight) {
     GetGridBrowserScrollPosition(browser.control, &top, &left);
     EXPECT_EQ(left, 0u);
 
-    // The bottom bar's thumb, dragged all the way right, shows the last column again.
+    // The bottom bar's thumb, dragged all the way right, shows the last column again; taken
+    // under a column's edge, it is still the thumb.
     BGFloat barY = 300 - GridBrowserView::kBarWidth / 2;
-    HeadlessDriver::Drag(browser.window, {20, barY}, {590, barY});
+    HeadlessDriver::Drag(browser.window, {kWidth, barY}, {590, barY});
     HeadlessDriver::RunUntilIdle();
     GetGridBrowserScrollPosition(browser.control, &top, &left);
     EXPECT_EQ(left, uint32_t(kWidth * 7 - 600));
     EXPECT_EQ(Target(), path.back()) << "the bar is no column";
+    uint16_t width = 0;
+    GetGridBrowserTableViewColumnWidth(browser.control, &width);
+    EXPECT_EQ(width, kWidth);
 }
 
 // Deltas as a touchpad's smooth scrolling gives them: in points, fractions included.
