@@ -32,6 +32,8 @@ TEST(TypeSelectTest, PrefixMatchesIgnoreCaseAndAccentsFollowCollation) {
     EXPECT_EQ(FindIn(names, u"be"), 1u);
     EXPECT_EQ(FindIn(names, u"BET"), 1u);
     EXPECT_EQ(FindIn(names, u"ém"), 2u);
+    std::vector<std::u16string> decomposed = {u"E\u0301mile", u"émila"};
+    EXPECT_EQ(FindIn(decomposed, u"émil"), 0u) << "an accent stored apart from its letter";
 }
 
 TEST(TypeSelectTest, WithoutAMatchTheNextNameInCollationOrderIsChosen) {
