@@ -152,7 +152,8 @@ bool GridBrowserView::KeyRight() {
             OpenContainer(lead_);
         return true;
     }
-    return MoveInList(1, false, 0);
+    // Into the open row's first child; an empty one has none to go to.
+    return tree_.Children(lead_).empty() || MoveInList(1, false, 0);
 }
 
 bool GridBrowserView::KeyLeft() {

@@ -241,6 +241,11 @@ TEST_F(ListTest, RightAndLeftOpenACloseAndClimbOutOfDisclosures) {
     source.messages.clear();
     Key(kVK_LeftArrow);
     EXPECT_EQ(source.MessageLog(), "10:Apples");
+
+    Key(kVK_End);
+    Key(kVK_RightArrow);
+    Key(kVK_RightArrow);
+    EXPECT_EQ(Selected(), std::vector{elder}) << "an empty open folder has no row to step into";
 }
 
 TEST_F(ListTest, TypingSelectsByNamePrefixAndAPauseStartsAnew) {
