@@ -242,7 +242,10 @@ TEST_F(ListTest, RightAndLeftOpenACloseAndClimbOutOfDisclosures) {
     Key(kVK_LeftArrow);
     EXPECT_EQ(source.MessageLog(), "10:Apples");
 
+    GridBrowserItemID zeta = source.Add(FakeSource::kRoot, "zeta");
+    AddGridBrowserItems(browser.control, FakeSource::kRoot, 1, &zeta, 0);
     Key(kVK_End);
+    Key(kVK_UpArrow);
     Key(kVK_RightArrow);
     Key(kVK_RightArrow);
     EXPECT_EQ(Selected(), std::vector{elder}) << "an empty open folder has no row to step into";
