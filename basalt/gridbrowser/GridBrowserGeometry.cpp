@@ -91,14 +91,12 @@ void GridBrowserView::ScrollBarTo(BarKind kind, size_t column, BGFloat position)
     case BarKind::Sideways:
         ScrollTo({position, scroll_.y});
         return;
-    case BarKind::Column: {
-        ScrollBar bar = Bar(kind, column);
+    case BarKind::Column:
         if (column < path_.size())
-            ColumnScroll(column) =
-                std::clamp<BGFloat>(position, 0, std::max<BGFloat>(0, bar.content - bar.visible));
+            ColumnScroll(column) = position;
+        ClampScroll();
         SetNeedsDisplay();
         return;
-    }
     }
 }
 
@@ -174,6 +172,11 @@ void GridBrowserView::ClampScroll() {
         scroll_.y = std::clamp<BGFloat>(scroll_.y, 0, std::max<BGFloat>(0, most));
     } else {
         scroll_.y = 0;
+        for (size_t column = 0; column < path_.size(); ++column) {
+            ScrollBar bar = Bar(BarKind::Column, column);
+            ColumnScroll(column) = std::clamp<BGFloat>(
+                bar.position, 0, std::max<BGFloat>(0, bar.content - bar.visible));
+        }
     }
 }
 

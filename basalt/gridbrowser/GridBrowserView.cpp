@@ -244,6 +244,9 @@ std::vector<GridBrowserItemID> GridBrowserView::Items(GridBrowserItemID containe
 
 void GridBrowserView::RowsChanged() {
     rowsDirty_ = true;
+    // List view clamps when it lists its rows again; columns hold their rows as they are.
+    if (style_ == kGridBrowserColumnView)
+        ClampScroll();
     SetNeedsDisplay();
 }
 

@@ -219,6 +219,13 @@ TEST_F(ColumnTest, AColumnsOwnBarPagesAndItsThumbDrags) {
     HeadlessDriver::Drag(browser.window, {barX, 10}, {barX, 102});
     HeadlessDriver::RunUntilIdle();
     EXPECT_NEAR(view->ColumnScroll(0), 92.0 * 474 / 184, 1);
+
+    // Most rows go: the column scrolls back to show what is left.
+    std::vector<GridBrowserItemID> gone = source.ChildrenOf(FakeSource::kRoot);
+    gone.resize(38);
+    RemoveGridBrowserItems(browser.control, FakeSource::kRoot, uint32_t(gone.size()), gone.data(),
+                           0);
+    EXPECT_EQ(view->ColumnScroll(0), 0);
 }
 
 TEST_F(ColumnTest, DraggingAColumnEdgeResizesEveryColumn) {
