@@ -189,7 +189,8 @@ BrowserWindow::BrowserWindow(GridBrowserViewStyle style, int16_t width, int16_t 
 }
 
 BrowserWindow::~BrowserWindow() {
-    DisposeWindow(window);
+    if (IsValidWindowPtr(window)) // a test's source may have disposed of it
+        DisposeWindow(window);
 }
 
 std::vector<GridBrowserItemID> TakeIds(Handle handle) {
