@@ -18,6 +18,7 @@ constexpr double kDoubleClickTime = 0.5;
 constexpr BGFloat kEdgeSlop = 3;
 constexpr BGFloat kMinimumColumnWidth = 100;
 constexpr BGFloat kMaximumColumnWidth = 1000;
+constexpr BGFloat kSidewaysLine = 40; // a wheel step sideways, a quarter of a column or so
 
 } // namespace
 
@@ -96,7 +97,10 @@ bool GridBrowserView::Drag(BGPoint local) {
     }
 }
 
+// Shift turns the wheel sideways, as on most desktops for a mouse without a second wheel.
 bool GridBrowserView::Wheel(BGPoint local, int32_t lines) {
+    if (GetCurrentKeyModifiers() & shiftKey)
+        return ScrollByWheel(local, BGFloat(lines) * kSidewaysLine, 0);
     return ScrollByWheel(local, 0, BGFloat(lines) * rowHeight);
 }
 

@@ -226,7 +226,8 @@ uint32_t PixelAt(WindowRef window, BGPoint local) {
     return reinterpret_cast<const uint32_t*>(data + y * stride)[x];
 }
 
-void PostMouse(WindowRef window, EventKind kind, BGPoint local, uint32_t modifiers) {
+void PostMouse(WindowRef window, EventKind kind, BGPoint local, uint32_t modifiers,
+               int32_t wheelLines) {
     Rect content{};
     GetWindowBounds(window, kWindowContentRgn, &content);
     BGPoint global = {local.x + content.left, local.y + content.top};
@@ -237,6 +238,9 @@ void PostMouse(WindowRef window, EventKind kind, BGPoint local, uint32_t modifie
     SetEventParameter(event, kEventParamWindowRef, typeWindowRef, sizeof window, &window);
     uint16_t button = 1;
     SetEventParameter(event, kEventParamMouseButton, typeMouseButton, sizeof button, &button);
+    if (kind == kEventMouseWheelMoved)
+        SetEventParameter(event, kEventParamMouseWheelDelta, typeSInt32, sizeof wheelLines,
+                          &wheelLines);
     PostEventToQueue(GetMainEventQueue(), event, kEventPriorityStandard);
     ReleaseEvent(event);
 }

@@ -185,6 +185,12 @@ TEST_F(ColumnTest, ASidewaysWheelScrollsThroughTheColumnsAndAnUprightOneDownACol
     EXPECT_EQ(view->ColumnScroll(1), 0);
     view->ScrollByWheel(overLast, 500, 0);
     EXPECT_EQ(view->ScrollPosition().x, 0) << "no further than the first column";
+
+    // A wheel with shift held turns sideways.
+    gridtest::PostMouse(browser.window, kEventMouseWheelMoved, overLast, shiftKey, -2);
+    HeadlessDriver::RunUntilIdle();
+    EXPECT_GT(view->ScrollPosition().x, 0);
+    EXPECT_EQ(view->ColumnScroll(2), 40.5) << "and not down";
 }
 
 TEST_F(ColumnTest, ANarrowerControlStillShowsTheLastColumn) {
