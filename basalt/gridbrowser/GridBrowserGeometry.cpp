@@ -180,7 +180,8 @@ void GridBrowserView::ClampScroll() {
     }
 }
 
-// A resized control shows as much as it can; column view keeps its last column in sight.
+// A resized control, or one with a new column width, shows as much as it can; column view
+// keeps its last column in sight.
 void GridBrowserView::FrameChanged() {
     rowsDirty_ = true;
     if (style_ == kGridBrowserColumnView && ColumnCount() > 0)

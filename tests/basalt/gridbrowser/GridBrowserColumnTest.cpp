@@ -193,7 +193,7 @@ TEST_F(ColumnTest, ASidewaysWheelScrollsThroughTheColumnsAndAnUprightOneDownACol
     EXPECT_EQ(view->ColumnScroll(2), 40.5) << "and not down";
 }
 
-TEST_F(ColumnTest, ANarrowerControlStillShowsTheLastColumn) {
+TEST_F(ColumnTest, ANarrowerControlOrWiderColumnsStillShowTheLastColumn) {
     std::vector path = {FakeSource::kRoot, docs, drafts};
     SetGridBrowserColumnViewPath(browser.control, 3, path.data());
     uint32_t top = 0, left = 0;
@@ -207,6 +207,11 @@ TEST_F(ColumnTest, ANarrowerControlStillShowsTheLastColumn) {
     SetControlBounds(browser.control, &wide);
     GetGridBrowserScrollPosition(browser.control, &top, &left);
     EXPECT_EQ(left, 0u);
+
+    // A width restored from the preferences after the path was shown.
+    SetGridBrowserTableViewColumnWidth(browser.control, 400);
+    GetGridBrowserScrollPosition(browser.control, &top, &left);
+    EXPECT_EQ(left, 3 * 400u - 900u);
 }
 
 TEST_F(ColumnTest, AColumnsOwnBarPagesAndItsThumbDrags) {
