@@ -124,21 +124,6 @@ TEST_F(ColumnTest, ArrowKeysMoveWithinAndAcrossColumns) {
     EXPECT_EQ(Target(), music);
 }
 
-TEST_F(ColumnTest, ASelectedFileGetsAPreviewDrawnByTheSource) {
-    std::vector path = {FakeSource::kRoot, docs, notes};
-    SetGridBrowserColumnViewPath(browser.control, 3, path.data());
-    HeadlessDriver::RunUntilIdle();
-    ASSERT_FALSE(source.previewsDrawn.empty());
-    auto [item, rect] = source.previewsDrawn.back();
-    EXPECT_EQ(item, notes);
-    EXPECT_EQ(rect.left, int16_t(2 * kWidth));
-    EXPECT_EQ(rect.right, 600);
-
-    source.previewsDrawn.clear();
-    ClickAt(1, 0); // a folder: no preview
-    EXPECT_TRUE(source.previewsDrawn.empty());
-}
-
 TEST_F(ColumnTest, DeepPathsScrollSoThatTheLastColumnStaysInSight) {
     GridBrowserItemID parent = FakeSource::kRoot;
     std::vector<GridBrowserItemID> path = {parent};

@@ -103,6 +103,12 @@ TEST_F(PreviewTest, TheSourceDrawsTheSlotAndNothingElse) {
     EXPECT_EQ(gLog.drawn.left, 400 - kWidth);
     EXPECT_EQ(gLog.drawn.right, 400);
     EXPECT_EQ(gridtest::PixelAt(browser.window, {300, 150}), 0xFFFF0000u);
+
+    gLog.draws = 0;
+    std::vector<GridBrowserItemID> folder = {FakeSource::kRoot, docs};
+    SetGridBrowserColumnViewPath(browser.control, 2, folder.data());
+    HeadlessDriver::RunUntilIdle();
+    EXPECT_EQ(gLog.draws, 0) << "a folder has its column, not a preview";
 }
 
 TEST_F(PreviewTest, APressInTheSlotIsFollowedByTheSourceToTheRelease) {
