@@ -162,8 +162,7 @@ bool GridBrowserView::KeyLeft() {
         size_t column = FocusColumn();
         if (column > 0) {
             SelectInColumn(column - 1, path_[column]);
-            if (column <= path_.size())
-                RevealColumn(column - 1);
+            RevealColumn(column - 1);
         }
         return true;
     }
