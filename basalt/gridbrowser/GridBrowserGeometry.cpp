@@ -223,23 +223,26 @@ void GridBrowserView::RevealColumn(size_t column) {
 }
 
 void GridBrowserView::RevealInColumn(size_t column, GridBrowserItemID item, bool center) {
+    if (RevealRowInColumn(column, item, center))
+        RevealColumn(column);
+}
+
+bool GridBrowserView::RevealRowInColumn(size_t column, GridBrowserItemID item, bool center) {
     const auto& items = tree_.Children(path_[column]);
     auto it = std::find(items.begin(), items.end(), item);
     if (it == items.end())
-        return;
-    RevealColumn(column);
+        return false;
+    ScrollBar bar = Bar(BarKind::Column, column);
     BGFloat top = BGFloat(it - items.begin()) * rowHeight;
-    BGFloat height = ColumnRowArea(column).size.height;
-    BGFloat& scroll = ColumnScroll(column);
-    if (top >= scroll && top + rowHeight <= scroll + height)
-        return;
+    if (top >= bar.position && top + rowHeight <= bar.position + bar.visible)
+        return true;
     if (center)
-        scroll = top - (height - rowHeight) / 2;
+        ScrollBarTo(BarKind::Column, column, top - (bar.visible - rowHeight) / 2);
+    else if (top < bar.position)
+        ScrollBarTo(BarKind::Column, column, top);
     else
-        scroll = top < scroll ? top : top + rowHeight - height;
-    BGFloat most = BGFloat(items.size()) * rowHeight - height;
-    scroll = std::clamp<BGFloat>(scroll, 0, std::max<BGFloat>(0, most));
-    SetNeedsDisplay();
+        ScrollBarTo(BarKind::Column, column, top + rowHeight - bar.visible);
+    return true;
 }
 
 StatusCode GridBrowserView::Reveal(GridBrowserItemID item, GridBrowserPropertyID property,

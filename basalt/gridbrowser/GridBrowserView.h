@@ -214,6 +214,8 @@ private:
     void OpenColumnFor(GridBrowserItemID item);
     void RevealRow(size_t index, bool center);
     void RevealInColumn(size_t column, GridBrowserItemID item, bool center);
+    // Scrolls the column up or down alone; false if the item isn't one of its rows.
+    bool RevealRowInColumn(size_t column, GridBrowserItemID item, bool center);
     void RevealColumn(size_t column);
     GridBrowserItemID ContainerOrTarget(GridBrowserItemID container) const;
 

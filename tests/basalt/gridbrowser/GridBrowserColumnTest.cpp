@@ -216,9 +216,19 @@ TEST_F(ColumnTest, AColumnsOwnBarPagesAndItsThumbDrags) {
     HeadlessDriver::RunUntilIdle();
     EXPECT_NEAR(view->ColumnScroll(0), 92.0 * 474 / 184, 1);
 
+    // A path set from outside shows the row of each column that leads on.
+    GridBrowserItemID last = source.Add(FakeSource::kRoot, "zz folder", true);
+    GridBrowserItemID deep = source.Add(last, "zz file");
+    AddGridBrowserItems(browser.control, FakeSource::kRoot, 1, &last, 0);
+    std::vector path = {FakeSource::kRoot, last, deep};
+    SetGridBrowserColumnViewPath(browser.control, 3, path.data());
+    EXPECT_EQ(view->ColumnScroll(0), 44 * 18 - 300) << "the last row, at the bottom";
+    path = {FakeSource::kRoot};
+    SetGridBrowserColumnViewPath(browser.control, 1, path.data());
+
     // Most rows go: the column scrolls back to show what is left.
     std::vector<GridBrowserItemID> gone = source.ChildrenOf(FakeSource::kRoot);
-    gone.resize(38);
+    gone.resize(39);
     RemoveGridBrowserItems(browser.control, FakeSource::kRoot, uint32_t(gone.size()), gone.data(),
                            0);
     EXPECT_EQ(view->ColumnScroll(0), 0);
