@@ -47,6 +47,7 @@ bool GridBrowserView::DragBand(BGPoint local) {
         std::hypot(content.x - band_->start.x, content.y - band_->start.y) < kBandThreshold)
         return true;
     band_->moved = true;
+    lastClickItem_ = 0; // a band is no first click of a double click
     AutoScroll(local.y < area.origin.y || local.y >= BGRectGetMaxY(area));
     ApplyBand();
     return true;

@@ -68,6 +68,12 @@ TEST_F(BandTest, ABandSelectsTheRowsItCrossesShiftAddsAndCommandToggles) {
     Band(4.5, 2.5, cmdKey);
     EXPECT_EQ(Selected(), (std::vector{apples, banana, elder}));
 
+    source.messages.clear();
+    now -= 0.9; // soon after the band's press: still no double click
+    Band(4.5, 4.5);
+    EXPECT_EQ(source.MessageLog(), "14:-");
+    Band(4.5, 2.5, cmdKey);
+
     // Keys and shift-clicks go on from the band's far end.
     HeadlessDriver::PressKey(kVK_UpArrow);
     HeadlessDriver::RunUntilIdle();
