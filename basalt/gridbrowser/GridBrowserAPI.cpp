@@ -394,7 +394,8 @@ StatusCode GetGridBrowserListViewDisclosureColumn(ControlRef control, GridBrowse
 StatusCode SetGridBrowserTableViewColumnWidth(ControlRef control, uint16_t width) {
     return With(control, [&](GridBrowserView& view) -> StatusCode {
         view.columnWidth = std::max<BGFloat>(width, 50);
-        view.ColumnsChanged();
+        // A width restored after the path was shown must not push the last column away.
+        view.FrameChanged();
         return noErr;
     });
 }

@@ -84,15 +84,8 @@ void GridBrowserView::DrawColumn(BGContextRef context, size_t column) {
                       BGRectMake(BGRectGetMaxX(row) - kArrowWidth - 1, top, kArrowWidth, rowHeight),
                       look);
     }
-    BGFloat content = BGFloat(items.size()) * rowHeight;
-    if (content > area.size.height) {
-        BGRect track = BGRectMake(BGRectGetMaxX(area) - kBarWidth - 1, area.origin.y, kBarWidth,
-                                  area.size.height);
-        BGFloat length = std::max<BGFloat>(20, track.size.height * area.size.height / content);
-        BGFloat start = (track.size.height - length) * scroll / (content - area.size.height);
-        BTThemeDrawScrollBar(&track, start, length,
-                             IsActive() ? kBTThemeStateActive : kBTThemeStateInactive, context);
-    }
+    Bar(BarKind::Column, column)
+        .Draw(context, IsActive() ? kBTThemeStateActive : kBTThemeStateInactive);
 }
 
 void GridBrowserView::DrawPreview(BGContextRef context) {

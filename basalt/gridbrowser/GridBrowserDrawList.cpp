@@ -1,5 +1,6 @@
 // Drawing list view: the header with its sort indicator, then only the rows in sight, each
-// cell asked of the data source as it is drawn, then the scroll bar and the focus ring.
+// cell asked of the data source as it is drawn, the rubber band over them, then the scroll bar
+// and the focus ring.
 
 #include "basalt/gridbrowser/CellDrawing.h"
 #include "basalt/gridbrowser/GridBrowserView.h"
@@ -73,6 +74,7 @@ void GridBrowserView::DrawList(BGContextRef context) {
                               0, index, false);
         }
     }
+    DrawBand(context);
     BGContextRestoreGState(context);
     DrawHeader(context);
 }
@@ -149,24 +151,8 @@ void GridBrowserView::DrawHeader(BGContextRef context) {
 
 void GridBrowserView::DrawBars(BGContextRef context) {
     BTThemeDrawState state = IsActive() ? kBTThemeStateActive : kBTThemeStateInactive;
-    if (style_ == kGridBrowserListView && VerticalBarShown()) {
-        BGRect track = VerticalBar();
-        BGFloat content = ContentHeight();
-        BGFloat visible = RowArea().size.height;
-        BGFloat length = std::max<BGFloat>(20, track.size.height * visible / content);
-        BGFloat start = (track.size.height - length) * scroll_.y / (content - visible);
-        BTThemeDrawScrollBar(&track, start, length, state, context);
-    }
-    if (HorizontalBarShown()) {
-        BGRect bounds = Bounds();
-        BGFloat visible = HorizontalVisible();
-        BGRect track =
-            BGRectMake(bounds.origin.x, BGRectGetMaxY(bounds) - kBarWidth, visible, kBarWidth);
-        BGFloat content = HorizontalContent();
-        BGFloat length = std::max<BGFloat>(20, visible * visible / content);
-        BGFloat start = (visible - length) * scroll_.x / (content - visible);
-        BTThemeDrawScrollBar(&track, start, length, state, context);
-    }
+    Bar(BarKind::Rows).Draw(context, state);
+    Bar(BarKind::Sideways).Draw(context, state);
 }
 
 } // namespace basalt::gridbrowser

@@ -50,13 +50,54 @@ BGFloat GridBrowserView::ContentHeight() {
     return BGFloat(Rows().size()) * rowHeight;
 }
 
-bool GridBrowserView::VerticalBarShown() {
-    return style_ == kGridBrowserListView && ContentHeight() > RowArea().size.height;
-}
-
 BGRect GridBrowserView::VerticalBar() {
     BGRect area = RowArea();
     return BGRectMake(BGRectGetMaxX(area), area.origin.y, kBarWidth, area.size.height);
+}
+
+ScrollBar GridBrowserView::Bar(BarKind kind, size_t column) {
+    ScrollBar bar;
+    BGRect bounds = Bounds();
+    switch (kind) {
+    case BarKind::Rows:
+        if (style_ == kGridBrowserListView)
+            bar = {VerticalBar(), ContentHeight(), RowArea().size.height, scroll_.y};
+        break;
+    case BarKind::Sideways: {
+        BGFloat visible = HorizontalVisible();
+        BGRect track =
+            BGRectMake(bounds.origin.x, BGRectGetMaxY(bounds) - kBarWidth, visible, kBarWidth);
+        bar = {track, HorizontalContent(), visible, scroll_.x};
+        break;
+    }
+    case BarKind::Column:
+        if (style_ == kGridBrowserColumnView && column < path_.size()) {
+            BGRect area = ColumnRowArea(column);
+            BGRect track = BGRectMake(BGRectGetMaxX(area) - kBarWidth - 1, area.origin.y, kBarWidth,
+                                      area.size.height);
+            BGFloat content = BGFloat(tree_.Children(path_[column]).size()) * rowHeight;
+            bar = {track, content, area.size.height, ColumnScroll(column)};
+        }
+        break;
+    }
+    return bar;
+}
+
+void GridBrowserView::ScrollBarTo(BarKind kind, size_t column, BGFloat position) {
+    switch (kind) {
+    case BarKind::Rows:
+        ScrollTo({scroll_.x, position});
+        return;
+    case BarKind::Sideways:
+        ScrollTo({position, scroll_.y});
+        return;
+    case BarKind::Column:
+        if (column < path_.size())
+            ColumnScroll(column) = position;
+        ClampScroll();
+        SetNeedsDisplay();
+        return;
+    }
 }
 
 size_t GridBrowserView::ColumnCount() const {
@@ -131,7 +172,22 @@ void GridBrowserView::ClampScroll() {
         scroll_.y = std::clamp<BGFloat>(scroll_.y, 0, std::max<BGFloat>(0, most));
     } else {
         scroll_.y = 0;
+        for (size_t column = 0; column < path_.size(); ++column) {
+            ScrollBar bar = Bar(BarKind::Column, column);
+            ColumnScroll(column) = std::clamp<BGFloat>(
+                bar.position, 0, std::max<BGFloat>(0, bar.content - bar.visible));
+        }
     }
+}
+
+// A resized control, or one with a new column width, shows as much as it can; column view
+// keeps its last column in sight.
+void GridBrowserView::FrameChanged() {
+    rowsDirty_ = true;
+    if (style_ == kGridBrowserColumnView && ColumnCount() > 0)
+        RevealColumn(ColumnCount() - 1);
+    ClampScroll();
+    SetNeedsDisplay();
 }
 
 void GridBrowserView::ScrollTo(BGPoint position) {
@@ -167,23 +223,26 @@ void GridBrowserView::RevealColumn(size_t column) {
 }
 
 void GridBrowserView::RevealInColumn(size_t column, GridBrowserItemID item, bool center) {
+    if (RevealRowInColumn(column, item, center))
+        RevealColumn(column);
+}
+
+bool GridBrowserView::RevealRowInColumn(size_t column, GridBrowserItemID item, bool center) {
     const auto& items = tree_.Children(path_[column]);
     auto it = std::find(items.begin(), items.end(), item);
     if (it == items.end())
-        return;
-    RevealColumn(column);
+        return false;
+    ScrollBar bar = Bar(BarKind::Column, column);
     BGFloat top = BGFloat(it - items.begin()) * rowHeight;
-    BGFloat height = ColumnRowArea(column).size.height;
-    BGFloat& scroll = ColumnScroll(column);
-    if (top >= scroll && top + rowHeight <= scroll + height)
-        return;
+    if (top >= bar.position && top + rowHeight <= bar.position + bar.visible)
+        return true;
     if (center)
-        scroll = top - (height - rowHeight) / 2;
+        ScrollBarTo(BarKind::Column, column, top - (bar.visible - rowHeight) / 2);
+    else if (top < bar.position)
+        ScrollBarTo(BarKind::Column, column, top);
     else
-        scroll = top < scroll ? top : top + rowHeight - height;
-    BGFloat most = BGFloat(items.size()) * rowHeight - height;
-    scroll = std::clamp<BGFloat>(scroll, 0, std::max<BGFloat>(0, most));
-    SetNeedsDisplay();
+        ScrollBarTo(BarKind::Column, column, top + rowHeight - bar.visible);
+    return true;
 }
 
 StatusCode GridBrowserView::Reveal(GridBrowserItemID item, GridBrowserPropertyID property,

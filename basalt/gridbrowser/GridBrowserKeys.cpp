@@ -57,11 +57,12 @@ bool GridBrowserView::HandleText(EventRef textEvent) {
 
 bool GridBrowserView::HandleKey(uint32_t code, uint32_t modifiers, char16_t typed) {
     bool column = style_ == kGridBrowserColumnView;
+    bool jump = (modifiers & optionKey) != 0; // option-arrows go to the first or last row
     switch (code) {
     case kVK_UpArrow:
-        return column ? MoveInColumn(-1, false) : MoveInList(-1, false, modifiers);
+        return column ? MoveInColumn(-1, jump) : MoveInList(-1, jump, modifiers);
     case kVK_DownArrow:
-        return column ? MoveInColumn(1, false) : MoveInList(1, false, modifiers);
+        return column ? MoveInColumn(1, jump) : MoveInList(1, jump, modifiers);
     case kVK_Home:
         return column ? MoveInColumn(-1, true) : MoveInList(-1, true, modifiers);
     case kVK_End:
@@ -151,15 +152,18 @@ bool GridBrowserView::KeyRight() {
             OpenContainer(lead_);
         return true;
     }
-    return MoveInList(1, false, 0);
+    // Into the open row's first child; an empty one has none to go to.
+    return tree_.Children(lead_).empty() || MoveInList(1, false, 0);
 }
 
 bool GridBrowserView::KeyLeft() {
     if (style_ == kGridBrowserColumnView) {
         // To the container of the focused column, selected in the column left of it.
         size_t column = FocusColumn();
-        if (column > 0)
+        if (column > 0) {
             SelectInColumn(column - 1, path_[column]);
+            RevealColumn(column - 1);
+        }
         return true;
     }
     if (lead_ == 0 || !IsSelected(lead_))
@@ -198,8 +202,12 @@ void GridBrowserView::TypeToSelect(char16_t character) {
         candidates = tree_.Children(lead_ != 0 ? tree_.ContainerOf(lead_) : target_);
     else if (!path_.empty())
         candidates = tree_.Children(path_[FocusColumn()]);
-    std::optional<size_t> found = TypeSelect::Find(
-        prefix, candidates.size(), [&](size_t i) { return AskName(candidates[i]); });
+    std::optional<size_t> found =
+        TypeSelect::Find(prefix, candidates.size(), [&](size_t i) -> std::optional<std::u16string> {
+            if (!Selectable(candidates[i]))
+                return std::nullopt;
+            return AskName(candidates[i]);
+        });
     if (!found)
         return;
     GridBrowserItemID item = candidates[*found];

@@ -1,7 +1,8 @@
 // The mouse. A press arrives as "cntl" 51 so that the control sees where it happened and with
-// which modifiers: clicks on rows, triangles and headers are done at once; dragging a column
-// edge or the scroll bar's thumb hands the rest of the press to the window's tracking, which
-// calls Drag until the release ends it in PerformClick.
+// which modifiers: clicks on rows, triangles, headers and scroll bar tracks are done at once;
+// dragging a column edge or a scroll bar's thumb, or a press in the rows of list view that may
+// become a rubber band, hands the rest of the press to the window's tracking, which calls Drag
+// until the release ends it in PerformClick.
 
 #include "basalt/gridbrowser/GridBrowserView.h"
 #include "basalt/toolbox/events/Event.h"
@@ -17,6 +18,7 @@ constexpr double kDoubleClickTime = 0.5;
 constexpr BGFloat kEdgeSlop = 3;
 constexpr BGFloat kMinimumColumnWidth = 100;
 constexpr BGFloat kMaximumColumnWidth = 1000;
+constexpr BGFloat kSidewaysLine = 40; // a wheel step sideways, a quarter of a column or so
 
 } // namespace
 
@@ -35,18 +37,20 @@ StatusCode GridBrowserView::Track(EventRef event) {
     if (toolbox::Window* window = OwnerWindow())
         window->SetFocus(this, kControlEditTextPart);
     drag_ = DragKind::None;
-    if (ClickBar(local) || StartColumnResize(local))
-        return drag_ == DragKind::None ? noErr : eventNotHandledErr;
-    double time = clock();
-    if (style_ == kGridBrowserListView) {
-        if (local.y < Bounds().origin.y + HeaderHeight())
-            ClickHeader(local);
-        else
-            ClickListRow(local, modifiers, time);
-    } else {
-        ClickColumn(local, modifiers, time);
+    EndBand();
+    if (!StartColumnResize(local) && !ClickBar(local)) {
+        double time = clock();
+        if (style_ == kGridBrowserListView) {
+            if (local.y < Bounds().origin.y + HeaderHeight())
+                ClickHeader(local);
+            else
+                ClickListRow(local, modifiers, time);
+        } else {
+            ClickColumn(local, modifiers, time);
+        }
     }
-    return noErr;
+    // A drag goes on through the window's tracking, which needs a part to follow.
+    return drag_ == DragKind::None || OwnerWindow() == nullptr ? noErr : eventNotHandledErr;
 }
 
 ControlPartCode GridBrowserView::HitTest(BGPoint) {
@@ -56,12 +60,15 @@ ControlPartCode GridBrowserView::HitTest(BGPoint) {
 
 ControlPartCode GridBrowserView::PerformClick(ControlPartCode, uint32_t) {
     drag_ = DragKind::None;
+    EndBand();
     return kControlNoPart;
 }
 
 bool GridBrowserView::Drag(BGPoint local) {
     BGFloat moved = local.x - dragStart_;
     switch (drag_) {
+    case DragKind::Band:
+        return DragBand(local);
     case DragKind::ListColumn: {
         if (dragColumn_ >= columns_.size())
             return false;
@@ -80,12 +87,9 @@ bool GridBrowserView::Drag(BGPoint local) {
         SetNeedsDisplay();
         return true;
     case DragKind::Thumb: {
-        BGRect track = VerticalBar();
-        BGFloat content = ContentHeight();
-        BGFloat visible = RowArea().size.height;
-        BGFloat length = std::max<BGFloat>(20, track.size.height * visible / content);
-        BGFloat room = std::max<BGFloat>(1, track.size.height - length);
-        ScrollTo({scroll_.x, dragOrigin_ + (local.y - dragStart_) * (content - visible) / room});
+        ScrollBar bar = Bar(dragBar_, dragColumn_);
+        BGFloat along = bar.Vertical() ? local.y : local.x;
+        ScrollBarTo(dragBar_, dragColumn_, bar.PositionAfterDrag(dragOrigin_, along - dragStart_));
         return true;
     }
     default:
@@ -93,55 +97,60 @@ bool GridBrowserView::Drag(BGPoint local) {
     }
 }
 
+// Shift turns the wheel sideways, as on most desktops for a mouse without a second wheel.
 bool GridBrowserView::Wheel(BGPoint local, int32_t lines) {
-    BGFloat delta = -BGFloat(lines) * rowHeight;
+    if (GetCurrentKeyModifiers() & shiftKey)
+        return ScrollByWheel(local, BGFloat(lines) * kSidewaysLine, 0);
+    return ScrollByWheel(local, 0, BGFloat(lines) * rowHeight);
+}
+
+bool GridBrowserView::ScrollByWheel(BGPoint local, BGFloat dx, BGFloat dy) {
+    if (dx != 0)
+        ScrollBarTo(BarKind::Sideways, 0, scroll_.x - dx);
+    if (dy == 0)
+        return true;
     if (style_ == kGridBrowserListView) {
-        ScrollTo({scroll_.x, scroll_.y + delta});
+        ScrollBarTo(BarKind::Rows, 0, scroll_.y - dy);
         return true;
     }
     for (size_t column = 0; column < path_.size(); ++column) {
         BGRect area = ColumnRowArea(column);
-        if (local.x < area.origin.x || local.x >= BGRectGetMaxX(area))
-            continue;
-        BGFloat content = BGFloat(tree_.Children(path_[column]).size()) * rowHeight;
-        BGFloat& scroll = ColumnScroll(column);
-        scroll = std::clamp<BGFloat>(scroll + delta, 0,
-                                     std::max<BGFloat>(0, content - area.size.height));
-        SetNeedsDisplay();
-        return true;
+        if (local.x >= area.origin.x && local.x < BGRectGetMaxX(area)) {
+            ScrollBarTo(BarKind::Column, column, ColumnScroll(column) - dy);
+            break;
+        }
     }
     return true;
 }
 
 // ---- Bars and edges --------------------------------------------------------------------------
 
+// A click in a bar's track pages; a press on its thumb drags it.
 bool GridBrowserView::ClickBar(BGPoint local) {
-    BGRect bounds = Bounds();
-    if (HorizontalBarShown() && local.y >= BGRectGetMaxY(bounds) - kBarWidth) {
-        // A click in the bottom bar brings that part of the columns to the middle.
-        BGFloat visible = HorizontalVisible();
-        BGFloat fraction = (local.x - bounds.origin.x) / std::max<BGFloat>(1, visible);
-        ScrollTo({fraction * HorizontalContent() - visible / 2, scroll_.y});
-        return true;
+    std::vector<std::pair<BarKind, size_t>> bars = {{BarKind::Sideways, 0}, {BarKind::Rows, 0}};
+    for (size_t column = 0; column < path_.size(); ++column)
+        bars.emplace_back(BarKind::Column, column);
+    for (auto [kind, column] : bars) {
+        ScrollBar bar = Bar(kind, column);
+        switch (bar.PartAt(local)) {
+        case ScrollBar::Part::None:
+            continue;
+        case ScrollBar::Part::Before:
+            ScrollBarTo(kind, column, bar.position - bar.visible);
+            return true;
+        case ScrollBar::Part::After:
+            ScrollBarTo(kind, column, bar.position + bar.visible);
+            return true;
+        case ScrollBar::Part::Thumb:
+            drag_ = DragKind::Thumb;
+            dragBar_ = kind;
+            dragColumn_ = column;
+            dragStart_ = bar.Vertical() ? local.y : local.x;
+            dragOrigin_ = bar.position;
+            return true;
+        }
     }
-    if (style_ != kGridBrowserListView || !VerticalBarShown() ||
-        !BGRectContainsPoint(VerticalBar(), local))
-        return false;
-    BGRect track = VerticalBar();
-    BGFloat content = ContentHeight();
-    BGFloat visible = RowArea().size.height;
-    BGFloat length = std::max<BGFloat>(20, track.size.height * visible / content);
-    BGFloat start = track.origin.y + (track.size.height - length) * scroll_.y / (content - visible);
-    if (local.y < start) {
-        ScrollTo({scroll_.x, scroll_.y - visible});
-    } else if (local.y > start + length) {
-        ScrollTo({scroll_.x, scroll_.y + visible});
-    } else {
-        drag_ = DragKind::Thumb;
-        dragStart_ = local.y;
-        dragOrigin_ = scroll_.y;
-    }
-    return true;
+    return false;
 }
 
 bool GridBrowserView::StartColumnResize(BGPoint local) {
@@ -162,6 +171,8 @@ bool GridBrowserView::StartColumnResize(BGPoint local) {
         }
         return false;
     }
+    if (path_.empty() || local.y >= BGRectGetMaxY(ColumnRowArea(0)))
+        return false; // the bottom bar
     for (size_t column = 0; column < path_.size(); ++column) {
         if (std::abs(local.x - (ColumnLeft(column) + columnWidth)) <= kEdgeSlop) {
             drag_ = DragKind::SharedWidth;
@@ -199,10 +210,20 @@ bool GridBrowserView::ClickHeader(BGPoint local) {
 }
 
 void GridBrowserView::ClickListRow(BGPoint local, uint32_t modifiers, double time) {
+    auto keep = Shared();
+    std::unordered_set<GridBrowserItemID> before = selected_;
     std::optional<size_t> index = RowAt(local);
     if (!index) {
-        anchor_ = lead_ = 0;
-        ChangeSelection({});
+        if (!BGRectContainsPoint(RowArea(), local))
+            return;
+        // The empty space below the rows: a plain press lets go of the selection, a press
+        // with shift or command keeps it for the band to add to.
+        if ((modifiers & (cmdKey | shiftKey)) == 0) {
+            anchor_ = lead_ = 0;
+            ChangeSelection({});
+        }
+        if (OwnerWindow() != nullptr)
+            BeginBand(local, modifiers, std::move(before));
         return;
     }
     Row row = Rows()[*index];
@@ -224,7 +245,8 @@ void GridBrowserView::ClickListRow(BGPoint local, uint32_t modifiers, double tim
             return;
         x += column.width;
     }
-    ClickRow(row.id, modifiers, time);
+    if (!ClickRow(row.id, modifiers, time) && OwnerWindow() != nullptr)
+        BeginBand(local, modifiers, std::move(before));
 }
 
 void GridBrowserView::ClickColumn(BGPoint local, uint32_t modifiers, double time) {
@@ -253,11 +275,11 @@ void GridBrowserView::ClickColumn(BGPoint local, uint32_t modifiers, double time
     }
 }
 
-void GridBrowserView::ClickRow(GridBrowserItemID item, uint32_t modifiers, double time) {
+bool GridBrowserView::ClickRow(GridBrowserItemID item, uint32_t modifiers, double time) {
     auto keep = Shared();
     if (!Selectable(item)) {
         Send(item, kGridBrowserUnselectableItemClicked);
-        return;
+        return false;
     }
     bool plain = (modifiers & (cmdKey | shiftKey)) == 0;
     bool twice = plain && item == lastClickItem_ && time - lastClickTime_ <= kDoubleClickTime;
@@ -283,6 +305,7 @@ void GridBrowserView::ClickRow(GridBrowserItemID item, uint32_t modifiers, doubl
     }
     if (twice)
         Send(item, kGridBrowserItemDoubleClicked);
+    return twice;
 }
 
 bool GridBrowserView::TrackPreview(BGPoint local, uint32_t modifiers) {

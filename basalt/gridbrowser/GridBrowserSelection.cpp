@@ -64,20 +64,23 @@ size_t GridBrowserView::FocusColumn() const {
 }
 
 // A click (or key) on an item of a column: the columns right of it close, and a container
-// opens its own column.
+// opens its own column. The container whose column is open already keeps it, with what it
+// shows, and only the columns beyond it close.
 void GridBrowserView::SelectInColumn(size_t column, GridBrowserItemID item) {
     if (column >= path_.size())
         return;
+    bool open = item != 0 && column + 1 < path_.size() && path_[column + 1] == item;
     bool alreadyFile =
         selected_.size() == 1 && selected_.contains(item) && column + 1 == path_.size();
-    bool alreadyOpen = selected_.empty() && column + 2 == path_.size() && path_.back() == item;
-    if (item != 0 && (alreadyFile || alreadyOpen))
+    bool alreadyOpen = open && selected_.empty() && column + 2 == path_.size();
+    if (alreadyFile || alreadyOpen)
         return;
     auto keep = Shared();
     GridBrowserItemID oldTarget = Target();
     bool hadSelection = !selected_.empty() || path_.size() > column + 1;
-    TrimPath(column + 1);
-    bool container = item != 0 && AskBool(item, kGridBrowserItemIsContainerProperty, false) &&
+    TrimPath(column + (open ? 2 : 1));
+    bool container = !open && item != 0 &&
+                     AskBool(item, kGridBrowserItemIsContainerProperty, false) &&
                      AskBool(item, kGridBrowserContainerIsOpenableProperty, true);
     selected_.clear();
     anchor_ = lead_ = item;
@@ -86,7 +89,7 @@ void GridBrowserView::SelectInColumn(size_t column, GridBrowserItemID item) {
         columnScroll_.push_back(0);
         tree_.Open(item);
         Send(item, kGridBrowserContainerOpened);
-    } else if (item != 0) {
+    } else if (item != 0 && !open) {
         selected_.insert(item);
     }
     RevealColumn(ColumnCount() - 1);

@@ -244,6 +244,9 @@ std::vector<GridBrowserItemID> GridBrowserView::Items(GridBrowserItemID containe
 
 void GridBrowserView::RowsChanged() {
     rowsDirty_ = true;
+    // List view clamps when it lists its rows again; columns hold their rows as they are.
+    if (style_ == kGridBrowserColumnView)
+        ClampScroll();
     SetNeedsDisplay();
 }
 
@@ -304,6 +307,11 @@ StatusCode GridBrowserView::SetPath(std::span<const GridBrowserItemID> path) {
     if (file != 0 && tree_.ContainerOf(file) == path_.back())
         selected_.insert(file);
     anchor_ = lead_ = file;
+    // Each column shows the row that leads on, and the last the file chosen in it.
+    for (size_t i = std::max<size_t>(common, 1); i < path_.size(); ++i)
+        RevealRowInColumn(i - 1, path_[i], true);
+    if (file != 0)
+        RevealRowInColumn(path_.size() - 1, file, true);
     RevealColumn(ColumnCount() - 1);
     SetNeedsDisplay();
     if (Target() != oldTarget)

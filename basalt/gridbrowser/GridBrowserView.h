@@ -11,6 +11,7 @@
 
 #include "basalt/gridbrowser/GridBrowser.h"
 #include "basalt/gridbrowser/ItemTree.h"
+#include "basalt/gridbrowser/ScrollBar.h"
 #include "basalt/gridbrowser/TypeSelect.h"
 #include "basalt/toolbox/views/View.h"
 
@@ -43,6 +44,7 @@ public:
     static constexpr BGFloat kTriangleWidth = 14;
 
     GridBrowserView();
+    ~GridBrowserView() override;
     // The view behind a control of this kind; null for any other control.
     static GridBrowserView* FromControl(ControlRef control);
 
@@ -108,6 +110,11 @@ public:
     ControlPartCode PerformClick(ControlPartCode part, uint32_t modifiers) override;
     bool Drag(BGPoint local) override;
     bool Wheel(BGPoint local, int32_t lines) override;
+    // Scrolls by a wheel's or a touchpad's deltas in points, positive up and left, as whole
+    // lines or the fractions that smooth scrolling gives: sideways through the columns, up and
+    // down through the list or the column under the mouse.
+    bool ScrollByWheel(BGPoint local, BGFloat dx, BGFloat dy);
+    void FrameChanged() override;
     bool AcceptsFocus() const override { return true; }
     void FocusChanged(bool) override { SetNeedsDisplay(); }
     bool HandleText(EventRef textEvent) override;
@@ -124,7 +131,6 @@ public:
     BGFloat HeaderHeight() const;
     BGRect RowArea() const;  // list view: below the header, left of the bar
     BGFloat ContentHeight(); // list view: all rows
-    bool VerticalBarShown();
     BGRect VerticalBar();
     BGFloat ColumnLeft(size_t column) const; // column view, scrolled
     size_t ColumnCount() const;              // column view, the preview slot included
@@ -138,6 +144,10 @@ public:
     BGFloat HorizontalContent() const; // the width of all columns
     BGFloat HorizontalVisible() const; // the width they are seen through
     bool ListNeedsVerticalBar() const;
+    // The scroll bars: of the list's rows, of everything sideways, of one column's rows.
+    enum class BarKind { Rows, Sideways, Column };
+    ScrollBar Bar(BarKind kind, size_t column = 0);
+    void ScrollBarTo(BarKind kind, size_t column, BGFloat position);
 
 private:
     // drawing (GridBrowserDrawList.cpp, GridBrowserDrawColumns.cpp)
@@ -157,11 +167,21 @@ private:
     bool ClickHeader(BGPoint local);
     void ClickListRow(BGPoint local, uint32_t modifiers, double time);
     void ClickColumn(BGPoint local, uint32_t modifiers, double time);
-    void ClickRow(GridBrowserItemID item, uint32_t modifiers, double time);
+    // True when the click made a double click.
+    bool ClickRow(GridBrowserItemID item, uint32_t modifiers, double time);
     bool ClickBar(BGPoint local);
     bool StartColumnResize(BGPoint local);
     std::optional<size_t> RowAt(BGPoint local);
     bool TrackPreview(BGPoint local, uint32_t modifiers);
+
+    // rubber band of list view (GridBrowserBand.cpp)
+    void BeginBand(BGPoint local, uint32_t modifiers, std::unordered_set<GridBrowserItemID> before);
+    bool DragBand(BGPoint local);
+    void ApplyBand();
+    void EndBand();
+    void DrawBand(BGContextRef context);
+    void AutoScroll(bool wanted);
+    static void AutoScrollTick(EventLoopTimerRef timer, void* view);
 
     // keys (GridBrowserKeys.cpp)
     bool HandleKey(uint32_t code, uint32_t modifiers, char16_t typed);
@@ -194,6 +214,8 @@ private:
     void OpenColumnFor(GridBrowserItemID item);
     void RevealRow(size_t index, bool center);
     void RevealInColumn(size_t column, GridBrowserItemID item, bool center);
+    // Scrolls the column up or down alone; false if the item isn't one of its rows.
+    bool RevealRowInColumn(size_t column, GridBrowserItemID item, bool center);
     void RevealColumn(size_t column);
     GridBrowserItemID ContainerOrTarget(GridBrowserItemID container) const;
 
@@ -214,13 +236,26 @@ private:
     TypeSelect typeSelect_;
 
     // mouse state
-    enum class DragKind { None, ListColumn, SharedWidth, Thumb, Header };
+    enum class DragKind { None, ListColumn, SharedWidth, Thumb, Band };
     DragKind drag_ = DragKind::None;
+    BarKind dragBar_ = BarKind::Rows;
     size_t dragColumn_ = 0;
     BGFloat dragStart_ = 0;
     BGFloat dragOrigin_ = 0;
     GridBrowserItemID lastClickItem_ = 0;
     double lastClickTime_ = -1e9;
+
+    // A press in the rows of list view that may become a rubber band. Its start is kept in
+    // content coordinates so that it stays put while the rows scroll under it.
+    struct Band {
+        BGPoint start;
+        BGPoint last;                               // the mouse, in the view
+        std::unordered_set<GridBrowserItemID> base; // what the band adds to or toggles in
+        bool toggle = false;
+        bool moved = false; // far enough from the press to be a band
+    };
+    std::optional<Band> band_;
+    EventLoopTimerRef autoScroll_ = nullptr;
 };
 
 } // namespace basalt::gridbrowser

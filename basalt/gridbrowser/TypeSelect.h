@@ -19,10 +19,11 @@ public:
     const std::u16string& Type(char16_t character, double now);
     void Reset() { prefix_.clear(); }
 
-    // The index among count names of the best match for the prefix; nullopt when there are no
-    // names. name(i) gives the i-th name.
-    static std::optional<size_t> Find(const std::u16string& prefix, size_t count,
-                                      const std::function<std::u16string(size_t)>& name);
+    // The index among count rows of the best match for the prefix; nullopt when no row can be
+    // chosen. name(i) gives the i-th row's name, or nullopt for a row that can't be chosen.
+    static std::optional<size_t>
+    Find(const std::u16string& prefix, size_t count,
+         const std::function<std::optional<std::u16string>(size_t)>& name);
 
 private:
     std::u16string prefix_;

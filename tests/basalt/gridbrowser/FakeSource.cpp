@@ -189,7 +189,8 @@ BrowserWindow::BrowserWindow(GridBrowserViewStyle style, int16_t width, int16_t 
 }
 
 BrowserWindow::~BrowserWindow() {
-    DisposeWindow(window);
+    if (IsValidWindowPtr(window)) // a test's source may have disposed of it
+        DisposeWindow(window);
 }
 
 std::vector<GridBrowserItemID> TakeIds(Handle handle) {
@@ -197,6 +198,19 @@ std::vector<GridBrowserItemID> TakeIds(Handle handle) {
     std::copy_n(reinterpret_cast<GridBrowserItemID*>(*handle), ids.size(), ids.data());
     DisposeHandle(handle);
     return ids;
+}
+
+std::vector<GridBrowserItemID> ItemsOf(ControlRef control, GridBrowserItemID container,
+                                       bool recurse, GridBrowserItemState state) {
+    Handle handle = NewHandle(0);
+    GetGridBrowserItems(control, container, recurse, state, handle);
+    return TakeIds(handle);
+}
+
+BGFloat HeaderHeight() {
+    int32_t height = 20;
+    GetThemeMetric(kBTThemeMetricListHeaderHeight, &height);
+    return height;
 }
 
 uint32_t PixelAt(WindowRef window, BGPoint local) {
@@ -210,6 +224,31 @@ uint32_t PixelAt(WindowRef window, BGPoint local) {
     auto x = int(std::floor(local.x * scale));
     auto y = int(std::floor(local.y * scale));
     return reinterpret_cast<const uint32_t*>(data + y * stride)[x];
+}
+
+void PostMouse(WindowRef window, EventKind kind, BGPoint local, uint32_t modifiers,
+               int32_t wheelLines) {
+    Rect content{};
+    GetWindowBounds(window, kWindowContentRgn, &content);
+    BGPoint global = {local.x + content.left, local.y + content.top};
+    EventRef event = nullptr;
+    CreateEvent(nullptr, kEventClassMouse, kind, GetCurrentEventTime(), 0, &event);
+    SetEventParameter(event, kEventParamMouseLocation, typeBTPoint, sizeof global, &global);
+    SetEventParameter(event, kEventParamKeyModifiers, typeUInt32, sizeof modifiers, &modifiers);
+    SetEventParameter(event, kEventParamWindowRef, typeWindowRef, sizeof window, &window);
+    uint16_t button = 1;
+    SetEventParameter(event, kEventParamMouseButton, typeMouseButton, sizeof button, &button);
+    if (kind == kEventMouseWheelMoved)
+        SetEventParameter(event, kEventParamMouseWheelDelta, typeSInt32, sizeof wheelLines,
+                          &wheelLines);
+    PostEventToQueue(GetMainEventQueue(), event, kEventPriorityStandard);
+    ReleaseEvent(event);
+}
+
+bool RunUntil(const std::function<bool()>& condition) {
+    for (int i = 0; i < 200 && !condition(); ++i)
+        basalt::headless::HeadlessDriver::RunFor(0.025);
+    return condition();
 }
 
 } // namespace gridtest

@@ -7,6 +7,7 @@
 #include "basalt/backend/headless/HeadlessDriver.h"
 #include "basalt/gridbrowser/GridBrowser.h"
 
+#include <functional>
 #include <map>
 #include <set>
 #include <string>
@@ -75,8 +76,22 @@ public:
 
 // The ids that a GridBrowser call put into a handle, read and the handle disposed of.
 std::vector<GridBrowserItemID> TakeIds(Handle handle);
+// The ids of a container's rows in a state, as GetGridBrowserItems gives them.
+std::vector<GridBrowserItemID> ItemsOf(ControlRef control, GridBrowserItemID container,
+                                       bool recurse, GridBrowserItemState state);
+// The height of list view's header, above the first row.
+BGFloat HeaderHeight();
 
 // The colour (0xAARRGGBB) of a point of the window's content as last drawn.
 uint32_t PixelAt(WindowRef window, BGPoint local);
+
+// Posts one mouse event at a point of the window's content, for presses held across loop runs
+// (the driver's Drag releases at once) and wheel turns with modifiers.
+void PostMouse(WindowRef window, EventKind kind, BGPoint local, uint32_t modifiers = 0,
+               int32_t wheelLines = 0);
+
+// Runs the loop until the condition holds or a generous deadline passes; the condition's last
+// answer.
+bool RunUntil(const std::function<bool()>& condition);
 
 } // namespace gridtest

@@ -113,28 +113,15 @@ TEST_F(ColumnTest, ArrowKeysMoveWithinAndAcrossColumns) {
     Key(kVK_DownArrow);
     EXPECT_TRUE(IsGridBrowserItemSelected(browser.control, notes));
     EXPECT_EQ(Target(), docs);
+    source.messages.clear();
     Key(kVK_LeftArrow);
     EXPECT_EQ(Target(), docs);
     EXPECT_EQ(ReportedPath(browser.control), (std::vector{FakeSource::kRoot, docs}));
+    EXPECT_EQ(source.MessageLog(), "14:-") << "the open column stays open, rows and all";
     Key(kVK_LeftArrow);
     EXPECT_EQ(Target(), docs) << "the first column has nothing to its left";
     Key(kVK_DownArrow);
     EXPECT_EQ(Target(), music);
-}
-
-TEST_F(ColumnTest, ASelectedFileGetsAPreviewDrawnByTheSource) {
-    std::vector path = {FakeSource::kRoot, docs, notes};
-    SetGridBrowserColumnViewPath(browser.control, 3, path.data());
-    HeadlessDriver::RunUntilIdle();
-    ASSERT_FALSE(source.previewsDrawn.empty());
-    auto [item, rect] = source.previewsDrawn.back();
-    EXPECT_EQ(item, notes);
-    EXPECT_EQ(rect.left, int16_t(2 * kWidth));
-    EXPECT_EQ(rect.right, 600);
-
-    source.previewsDrawn.clear();
-    ClickAt(1, 0); // a folder: no preview
-    EXPECT_TRUE(source.previewsDrawn.empty());
 }
 
 TEST_F(ColumnTest, DeepPathsScrollSoThatTheLastColumnStaysInSight) {
@@ -151,6 +138,100 @@ TEST_F(ColumnTest, DeepPathsScrollSoThatTheLastColumnStaysInSight) {
     RevealGridBrowserItem(browser.control, path[1], kGridBrowserItemSelfIdentityProperty, 1);
     GetGridBrowserScrollPosition(browser.control, &top, &left);
     EXPECT_EQ(left, 0u);
+
+    // The bottom bar's thumb, dragged all the way right, shows the last column again; taken
+    // under a column's edge, it is still the thumb.
+    BGFloat barY = 300 - GridBrowserView::kBarWidth / 2;
+    HeadlessDriver::Drag(browser.window, {kWidth, barY}, {590, barY});
+    HeadlessDriver::RunUntilIdle();
+    GetGridBrowserScrollPosition(browser.control, &top, &left);
+    EXPECT_EQ(left, uint32_t(kWidth * 7 - 600));
+    EXPECT_EQ(Target(), path.back()) << "the bar is no column";
+    uint16_t width = 0;
+    GetGridBrowserTableViewColumnWidth(browser.control, &width);
+    EXPECT_EQ(width, kWidth);
+}
+
+// Deltas as a touchpad's smooth scrolling gives them: in points, fractions included.
+TEST_F(ColumnTest, ASidewaysWheelScrollsThroughTheColumnsAndAnUprightOneDownAColumn) {
+    for (int i = 0; i < 40; ++i)
+        source.Add(drafts, "y file " + std::to_string(10 + i));
+    std::vector path = {FakeSource::kRoot, docs, drafts};
+    SetGridBrowserColumnViewPath(browser.control, 3, path.data());
+    Rect narrow = {0, 0, 300, 400};
+    SetControlBounds(browser.control, &narrow);
+    GridBrowserView* view = GridBrowserView::FromControl(browser.control);
+    BGPoint overLast = {300, 100};
+    view->ScrollByWheel(overLast, 45.5, 0);
+    EXPECT_EQ(view->ScrollPosition().x, 3 * kWidth - 400 - 45.5);
+    view->ScrollByWheel(overLast, 0, -20.25);
+    view->ScrollByWheel(overLast, 0, -20.25);
+    EXPECT_EQ(view->ColumnScroll(2), 40.5) << "the column under the mouse";
+    EXPECT_EQ(view->ColumnScroll(1), 0);
+    view->ScrollByWheel(overLast, 500, 0);
+    EXPECT_EQ(view->ScrollPosition().x, 0) << "no further than the first column";
+
+    // A wheel with shift held turns sideways.
+    gridtest::PostMouse(browser.window, kEventMouseWheelMoved, overLast, shiftKey, -2);
+    HeadlessDriver::RunUntilIdle();
+    EXPECT_GT(view->ScrollPosition().x, 0);
+    EXPECT_EQ(view->ColumnScroll(2), 40.5) << "and not down";
+}
+
+TEST_F(ColumnTest, ANarrowerControlOrWiderColumnsStillShowTheLastColumn) {
+    std::vector path = {FakeSource::kRoot, docs, drafts};
+    SetGridBrowserColumnViewPath(browser.control, 3, path.data());
+    uint32_t top = 0, left = 0;
+    GetGridBrowserScrollPosition(browser.control, &top, &left);
+    EXPECT_EQ(left, 0u) << "three columns fit in 600";
+    Rect narrow = {0, 0, 300, 400};
+    SetControlBounds(browser.control, &narrow);
+    GetGridBrowserScrollPosition(browser.control, &top, &left);
+    EXPECT_EQ(left, uint32_t(3 * kWidth - 400));
+    Rect wide = {0, 0, 300, 900};
+    SetControlBounds(browser.control, &wide);
+    GetGridBrowserScrollPosition(browser.control, &top, &left);
+    EXPECT_EQ(left, 0u);
+
+    // A width restored from the preferences after the path was shown.
+    SetGridBrowserTableViewColumnWidth(browser.control, 400);
+    GetGridBrowserScrollPosition(browser.control, &top, &left);
+    EXPECT_EQ(left, 3 * 400u - 900u);
+}
+
+TEST_F(ColumnTest, AColumnsOwnBarPagesAndItsThumbDrags) {
+    for (int i = 0; i < 40; ++i)
+        source.Add(FakeSource::kRoot, "z file " + std::to_string(10 + i));
+    SetGridBrowserColumnViewPath(browser.control, 1, &FakeSource::kRoot);
+    GridBrowserView* view = GridBrowserView::FromControl(browser.control);
+    BGFloat barX = kWidth - 1 - GridBrowserView::kBarWidth / 2;
+    HeadlessDriver::ClickAt(browser.window, {barX, 290});
+    HeadlessDriver::RunUntilIdle();
+    EXPECT_EQ(view->ColumnScroll(0), 300) << "a page down";
+    EXPECT_EQ(Target(), FakeSource::kRoot) << "nothing chosen";
+
+    // 43 rows in 300 points: a thumb of 116 points with 184 to travel over 474 of rows.
+    view->ColumnScroll(0) = 0;
+    HeadlessDriver::Drag(browser.window, {barX, 10}, {barX, 102});
+    HeadlessDriver::RunUntilIdle();
+    EXPECT_NEAR(view->ColumnScroll(0), 92.0 * 474 / 184, 1);
+
+    // A path set from outside shows the row of each column that leads on.
+    GridBrowserItemID last = source.Add(FakeSource::kRoot, "zz folder", true);
+    GridBrowserItemID deep = source.Add(last, "zz file");
+    AddGridBrowserItems(browser.control, FakeSource::kRoot, 1, &last, 0);
+    std::vector path = {FakeSource::kRoot, last, deep};
+    SetGridBrowserColumnViewPath(browser.control, 3, path.data());
+    EXPECT_EQ(view->ColumnScroll(0), 44 * 18 - 300) << "the last row, at the bottom";
+    path = {FakeSource::kRoot};
+    SetGridBrowserColumnViewPath(browser.control, 1, path.data());
+
+    // Most rows go: the column scrolls back to show what is left.
+    std::vector<GridBrowserItemID> gone = source.ChildrenOf(FakeSource::kRoot);
+    gone.resize(39);
+    RemoveGridBrowserItems(browser.control, FakeSource::kRoot, uint32_t(gone.size()), gone.data(),
+                           0);
+    EXPECT_EQ(view->ColumnScroll(0), 0);
 }
 
 TEST_F(ColumnTest, DraggingAColumnEdgeResizesEveryColumn) {

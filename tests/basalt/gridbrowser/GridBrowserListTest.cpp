@@ -16,18 +16,10 @@ using gridtest::FakeSource;
 namespace {
 
 constexpr BGFloat kRow = 18;
+using gridtest::ItemsOf;
 
 BGFloat Header() {
-    int32_t height = 20;
-    GetThemeMetric(kBTThemeMetricListHeaderHeight, &height);
-    return height;
-}
-
-std::vector<GridBrowserItemID> ItemsOf(ControlRef control, GridBrowserItemID container,
-                                       bool recurse, GridBrowserItemState state) {
-    Handle handle = NewHandle(0);
-    GetGridBrowserItems(control, container, recurse, state, handle);
-    return gridtest::TakeIds(handle);
+    return gridtest::HeaderHeight();
 }
 
 class ListTest : public ::testing::Test {
@@ -226,6 +218,11 @@ TEST_F(ListTest, ArrowAndJumpKeysMoveTheSelectionAndShiftExtendsIt) {
     EXPECT_EQ(Selected(), std::vector{elder});
     Key(kVK_Home);
     EXPECT_EQ(Selected(), std::vector{apples});
+    Key(kVK_DownArrow, optionKey);
+    EXPECT_EQ(Selected(), std::vector{elder}) << "option-down: the last row";
+    Key(kVK_UpArrow, optionKey | shiftKey);
+    EXPECT_EQ(Selected().size(), 5u) << "and shift extends to the first";
+    Key(kVK_Home);
     Key(kVK_UpArrow);
     EXPECT_EQ(Selected(), std::vector{apples}) << "the top stays the top";
     Key(kVK_ANSI_A, cmdKey);
@@ -244,6 +241,14 @@ TEST_F(ListTest, RightAndLeftOpenACloseAndClimbOutOfDisclosures) {
     source.messages.clear();
     Key(kVK_LeftArrow);
     EXPECT_EQ(source.MessageLog(), "10:Apples");
+
+    GridBrowserItemID zeta = source.Add(FakeSource::kRoot, "zeta");
+    AddGridBrowserItems(browser.control, FakeSource::kRoot, 1, &zeta, 0);
+    Key(kVK_End);
+    Key(kVK_UpArrow);
+    Key(kVK_RightArrow);
+    Key(kVK_RightArrow);
+    EXPECT_EQ(Selected(), std::vector{elder}) << "an empty open folder has no row to step into";
 }
 
 TEST_F(ListTest, TypingSelectsByNamePrefixAndAPauseStartsAnew) {
@@ -258,6 +263,12 @@ TEST_F(ListTest, TypingSelectsByNamePrefixAndAPauseStartsAnew) {
     HeadlessDriver::TypeText("b");
     HeadlessDriver::RunUntilIdle();
     EXPECT_EQ(Selected(), std::vector{banana});
+
+    source.items[cherry].selectable = false;
+    now += 5;
+    HeadlessDriver::TypeText("ch");
+    HeadlessDriver::RunUntilIdle();
+    EXPECT_EQ(Selected(), std::vector{date}) << "a row that can't be chosen isn't typed to";
 }
 
 TEST_F(ListTest, RemovingRowsDropsThemFromTheSelectionAndClosesThem) {
@@ -437,6 +448,12 @@ TEST_F(ListTest, ASelectedRowIsFilledWithTheAccentAndADimmedRowIsPaler) {
 }
 
 TEST_F(ListTest, SnapshotsShowAnOpenDisclosureAndASelection) {
+    GridBrowserItemID longName =
+        source.Add(apples, "a-report-with-a-name-far-too-long-for-its-column-2026.pdf");
+    source.items[source.Add(FakeSource::kRoot, "locked")].active = false;
+    for (int i = 0; i < 4; ++i)
+        source.Add(FakeSource::kRoot, "notes " + std::to_string(i + 1) + ".txt");
+    std::vector selection = {seed, longName, cherry};
     for (double scale : {1.0, 2.0}) {
         HeadlessDriver::SetScale(scale);
         BrowserWindow shown(kGridBrowserListView, 460, 220);
@@ -448,7 +465,8 @@ TEST_F(ListTest, SnapshotsShowAnOpenDisclosureAndASelection) {
         SetGridBrowserTarget(shown.control, FakeSource::kRoot);
         OpenGridBrowserContainer(shown.control, apples);
         SetKeyboardFocus(shown.window, shown.control, kControlFocusNextPart);
-        SetGridBrowserSelectedItems(shown.control, 1, &seed, kGridBrowserItemsAssign);
+        SetGridBrowserSelectedItems(shown.control, uint32_t(selection.size()), selection.data(),
+                                    kGridBrowserItemsAssign);
         std::filesystem::path png =
             std::filesystem::path(KEL_TEST_BINARY_DIR) /
             (scale == 1 ? "gridbrowser-list@1x.png" : "gridbrowser-list@2x.png");

@@ -112,4 +112,31 @@ TEST(GridBrowserViewTest, AColumnSetUpAgainKeepsItsWidth) {
     EXPECT_EQ(AddGridBrowserListViewColumn(browser.control, &none, 0), paramErr);
 }
 
+// The same while a rubber band scrolls the list: the band's timer goes with the control.
+int gSelections = 0;
+void CloseOnThirdSelection(ControlRef control, GridBrowserItemID,
+                           GridBrowserItemNotification message) {
+    if (message == kGridBrowserSelectionChanged && ++gSelections == 3)
+        DisposeWindow(GetControlOwner(control));
+}
+
+TEST(GridBrowserViewTest, ASourceMayDisposeOfTheWindowWhileABandScrolls) {
+    FakeSource source;
+    for (int i = 0; i < 100; ++i)
+        source.Add(FakeSource::kRoot, "file " + std::to_string(100 + i));
+    BrowserWindow browser(kGridBrowserListView, 300, 200);
+    source.Attach(browser.control);
+    source.AddFileColumns();
+    SetGridBrowserTarget(browser.control, FakeSource::kRoot);
+    GridBrowserCallbacks callbacks;
+    InitGridBrowserCallbacks(&callbacks);
+    callbacks.itemNotificationCallback = CloseOnThirdSelection;
+    SetGridBrowserCallbacks(browser.control, &callbacks);
+    WindowRef window = browser.window;
+    gridtest::PostMouse(window, kEventMouseDown, {100, 30});
+    gridtest::PostMouse(window, kEventMouseDragged, {100, 60});
+    gridtest::PostMouse(window, kEventMouseDragged, {100, 260});
+    EXPECT_TRUE(gridtest::RunUntil([&] { return !IsValidWindowPtr(window); }));
+}
+
 } // namespace

@@ -9,7 +9,12 @@ namespace {
 
 std::optional<size_t> FindIn(const std::vector<std::u16string>& names,
                              const std::u16string& prefix) {
-    return TypeSelect::Find(prefix, names.size(), [&](size_t i) { return names[i]; });
+    // An empty name stands for a row that can't be chosen.
+    return TypeSelect::Find(prefix, names.size(), [&](size_t i) -> std::optional<std::u16string> {
+        if (names[i].empty())
+            return std::nullopt;
+        return names[i];
+    });
 }
 
 } // namespace
@@ -27,6 +32,8 @@ TEST(TypeSelectTest, PrefixMatchesIgnoreCaseAndAccentsFollowCollation) {
     EXPECT_EQ(FindIn(names, u"be"), 1u);
     EXPECT_EQ(FindIn(names, u"BET"), 1u);
     EXPECT_EQ(FindIn(names, u"ém"), 2u);
+    std::vector<std::u16string> decomposed = {u"E\u0301mile", u"émila"};
+    EXPECT_EQ(FindIn(decomposed, u"émil"), 0u) << "an accent stored apart from its letter";
 }
 
 TEST(TypeSelectTest, WithoutAMatchTheNextNameInCollationOrderIsChosen) {
@@ -36,4 +43,11 @@ TEST(TypeSelectTest, WithoutAMatchTheNextNameInCollationOrderIsChosen) {
     EXPECT_EQ(FindIn(names, u"e"), 2u) << "Gamma follows e";
     EXPECT_EQ(FindIn(names, u"zz"), 3u) << "past every name: the last row";
     EXPECT_EQ(FindIn({}, u"a"), std::nullopt);
+}
+
+TEST(TypeSelectTest, RowsThatCannotBeChosenAreSkipped) {
+    std::vector<std::u16string> names = {u"alpha", u"", u"Beta", u""};
+    EXPECT_EQ(FindIn(names, u"b"), 2u);
+    EXPECT_EQ(FindIn(names, u"zz"), 2u) << "the last row that can be chosen";
+    EXPECT_EQ(FindIn({u"", u""}, u"a"), std::nullopt);
 }
