@@ -18,6 +18,7 @@ bool Atoms::Intern(xcb_connection_t* connection) {
         {"_NET_WM_WINDOW_TYPE", &_NET_WM_WINDOW_TYPE},
         {"_NET_WM_WINDOW_TYPE_DIALOG", &_NET_WM_WINDOW_TYPE_DIALOG},
         {"_NET_WM_WINDOW_TYPE_NORMAL", &_NET_WM_WINDOW_TYPE_NORMAL},
+        {"_NET_WM_WINDOW_TYPE_POPUP_MENU", &_NET_WM_WINDOW_TYPE_POPUP_MENU},
         {"_NET_WM_STATE", &_NET_WM_STATE},
         {"_NET_WM_STATE_MODAL", &_NET_WM_STATE_MODAL},
         {"_NET_WM_PING", &_NET_WM_PING},

@@ -3,10 +3,12 @@
 #include "basalt/backend/x11/X11Clipboard.h"
 #include "basalt/backend/x11/X11Dnd.h"
 #include "basalt/backend/x11/X11Input.h"
+#include "basalt/backend/x11/X11MenuWindow.h"
 #include "basalt/backend/x11/X11Window.h"
 #include "basalt/backend/x11/X11Xkb.h"
 #include "basalt/graphics/DisplayChanges.h"
 #include "basalt/toolbox/events/Event.h"
+#include "basalt/toolbox/menus/PopupMenuSession.h"
 #include "basalt/toolbox/windows/Window.h"
 #include "basalt/toolbox/windows/WindowList.h"
 
@@ -244,9 +246,14 @@ void X11Backend::Beep() {
     xcb_flush(connection_->get());
 }
 
-// Popup menus have no window of their own on X11 yet: the menu is dismissed.
-MenuItemIndex X11Backend::TrackPopupMenu(MenuRef, Point, MenuItemIndex) {
-    return 0;
+MenuItemIndex X11Backend::TrackPopupMenu(MenuRef menu, Point where, MenuItemIndex current) {
+    if (!toolbox::IsLiveMenu(menu))
+        return 0;
+    Rect screen =
+        GreatestAreaDisplay({where.v, where.h, int16_t(where.v + 1), int16_t(where.h + 1)});
+    return toolbox::menus::RunPopupMenu(
+        *toolbox::Menu::From(menu), where, current, screen,
+        [this](const Rect& frame) { return X11MenuWindow::Open(*this, frame); });
 }
 
 void X11Backend::SetClipboardText(const std::string& utf8) {
@@ -257,19 +264,25 @@ std::string X11Backend::ClipboardText() {
     return clipboard_->Get();
 }
 
-void X11Backend::SetCursor(uint32_t themeCursor) {
-    xcb_connection_t* xcb = connection_->get();
+xcb_cursor_t X11Backend::Cursor(uint32_t themeCursor) {
     if (cursorContext_ == nullptr) {
         xcb_cursor_context_t* context = nullptr;
-        if (xcb_cursor_context_new(xcb, connection_->Screen(), &context) < 0)
-            return;
+        if (xcb_cursor_context_new(connection_->get(), connection_->Screen(), &context) < 0)
+            return XCB_NONE;
         cursorContext_ = context;
     }
     auto [it, added] = cursors_.try_emplace(themeCursor, XCB_NONE);
     if (added)
         it->second = xcb_cursor_load_cursor(static_cast<xcb_cursor_context_t*>(cursorContext_),
                                             CursorName(themeCursor));
-    cursor_ = it->second;
+    return it->second;
+}
+
+void X11Backend::SetCursor(uint32_t themeCursor) {
+    xcb_connection_t* xcb = connection_->get();
+    cursor_ = Cursor(themeCursor);
+    if (cursor_ == XCB_NONE)
+        return;
     std::lock_guard lock(windowsMutex_);
     for (const auto& [id, window] : windows_)
         window->SetCursor(cursor_);

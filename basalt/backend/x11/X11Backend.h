@@ -48,6 +48,8 @@ public:
     void SetCursor(uint32_t themeCursor) override;
 
     X11Connection& Connection() { return *connection_; }
+    // The pointer shape for a theme cursor number, loaded once; XCB_NONE if the server has none.
+    xcb_cursor_t Cursor(uint32_t themeCursor);
     double Scale() const { return scale_; }
     xcb_window_t Leader() const { return leader_; }
     std::vector<PixelRect> Monitors() const;

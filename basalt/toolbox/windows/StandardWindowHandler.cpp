@@ -61,6 +61,12 @@ StatusCode MouseDown(Window& window, EventRef event, BGPoint local, uint32_t mod
         return noErr;
     if (hit->AcceptsFocus())
         window.SetFocus(hit, kControlEditTextPart);
+    if (hit->ActsOnPress()) {
+        ControlPartCode result = hit->PerformClick(part, modifiers);
+        if (result != kControlNoPart)
+            SendControlHit(*hit, result, modifiers);
+        return noErr;
+    }
     window.tracking = {hit->Shared(), part, false};
     hit->SetHilite(part);
     return noErr;
