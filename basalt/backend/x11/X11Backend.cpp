@@ -253,7 +253,18 @@ MenuItemIndex X11Backend::TrackPopupMenu(MenuRef menu, Point where, MenuItemInde
         GreatestAreaDisplay({where.v, where.h, int16_t(where.v + 1), int16_t(where.h + 1)});
     return toolbox::menus::RunPopupMenu(
         *toolbox::Menu::From(menu), where, current, screen,
-        [this](const Rect& frame) { return X11MenuWindow::Open(*this, frame); });
+        [this](const Rect& frame) { return X11MenuWindow::Open(*this, frame); }, Pointer());
+}
+
+std::optional<BGPoint> X11Backend::Pointer() {
+    xcb_connection_t* xcb = connection_->get();
+    xcb_query_pointer_reply_t* reply =
+        xcb_query_pointer_reply(xcb, xcb_query_pointer(xcb, connection_->Root()), nullptr);
+    if (reply == nullptr)
+        return std::nullopt;
+    BGPoint global = {reply->root_x / scale_, reply->root_y / scale_};
+    std::free(reply);
+    return global;
 }
 
 void X11Backend::SetClipboardText(const std::string& utf8) {

@@ -20,6 +20,7 @@
 #include <map>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <thread>
 
 namespace basalt::x11 {
@@ -53,6 +54,8 @@ public:
     double Scale() const { return scale_; }
     xcb_window_t Leader() const { return leader_; }
     std::vector<PixelRect> Monitors() const;
+    // Where the pointer is, global points; nullopt if the server does not say.
+    std::optional<BGPoint> Pointer();
 
     // Queues work for the main thread's event loop; callable from any thread.
     void OnMainThread(std::function<void()> work);

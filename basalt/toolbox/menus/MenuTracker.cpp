@@ -26,11 +26,16 @@ bool IsPrintable(char16_t character) {
 } // namespace
 
 MenuTracker::MenuTracker(Menu& menu, const MenuLayout& layout, const MenuPlacement& placement,
-                         MenuItemIndex current, EventTime openedAt)
+                         MenuItemIndex current, EventTime openedAt,
+                         std::optional<BGPoint> pointer)
     : menu_(menu), layout_(layout), placement_(placement), openedAt_(openedAt),
       scroll_(placement.scroll) {
     if (Choosable(current))
         highlighted_ = current;
+    if (pointer) {
+        seenPointer_ = true;
+        firstPointer_ = pointer_ = *pointer;
+    }
 }
 
 bool MenuTracker::Handle(EventRef event) {

@@ -11,6 +11,8 @@
 
 #include "basalt/toolbox/menus/MenuLayout.h"
 
+#include <optional>
+
 namespace basalt::toolbox::menus {
 
 class MenuTracker {
@@ -24,8 +26,9 @@ public:
     static constexpr EventTime kScrollInterval = 0.05;
     static constexpr BGFloat kScrollStep = MenuMetrics::kRowHeight / 2;
 
+    // `pointer` is where the pointer was as the menu opened, when the backend knows.
     MenuTracker(Menu& menu, const MenuLayout& layout, const MenuPlacement& placement,
-                MenuItemIndex current, EventTime openedAt);
+                MenuItemIndex current, EventTime openedAt, std::optional<BGPoint> pointer);
 
     // Takes one mouse or keyboard event; true when the menu looks different after it.
     bool Handle(EventRef event);

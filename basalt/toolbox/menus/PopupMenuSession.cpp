@@ -30,13 +30,13 @@ bool IsInput(EventRef event) {
 } // namespace
 
 MenuItemIndex RunPopupMenu(Menu& menu, Point where, MenuItemIndex current, const Rect& screen,
-                           const MenuWindowFactory& makeWindow) {
+                           const MenuWindowFactory& makeWindow, std::optional<BGPoint> pointer) {
     MenuLayout layout = MenuLayout::Measure(menu);
     MenuPlacement placement = PlaceMenu(layout, where, current, screen);
     std::unique_ptr<BackendWindow> window = makeWindow(placement.frame);
     if (window == nullptr)
         return 0;
-    MenuTracker tracker(menu, layout, placement, current, GetCurrentEventTime());
+    MenuTracker tracker(menu, layout, placement, current, GetCurrentEventTime(), pointer);
     Render(*window, menu, layout, tracker, placement.maxScroll);
     window->SetVisible(true);
     while (!tracker.Done()) {

@@ -10,6 +10,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 namespace basalt::toolbox::menus {
 
@@ -17,8 +18,10 @@ namespace basalt::toolbox::menus {
 // keyboard input while it is shown; null when it cannot.
 using MenuWindowFactory = std::function<std::unique_ptr<BackendWindow>(const Rect& frame)>;
 
-// The item chosen, 0 when the menu was dismissed.
+// The item chosen, 0 when the menu was dismissed. `pointer` is where the pointer is now
+// (global points), when the backend can tell: a drag from there chooses on release.
 MenuItemIndex RunPopupMenu(Menu& menu, Point where, MenuItemIndex current, const Rect& screen,
-                           const MenuWindowFactory& makeWindow);
+                           const MenuWindowFactory& makeWindow,
+                           std::optional<BGPoint> pointer = std::nullopt);
 
 } // namespace basalt::toolbox::menus

@@ -3,9 +3,9 @@
 # xclip, setxkbmap and x11probe (what a window manager, a file manager and a screenshot tool
 # do). Every wait is on a condition with a deadline. Pictures taken through the server go to
 # the artifacts folder.
-#   run_under_xvfb.sh KELPICK FIELD_WINDOW X11PROBE ARTIFACTS
+#   run_under_xvfb.sh KELPICK FIELD_WINDOW X11PROBE ARTIFACTS POPUP_WINDOW
 set -uo pipefail
-kelpick=$1 field=$2 probe=$3 artifacts=$4
+kelpick=$1 field=$2 probe=$3 artifacts=$4 popup=$5
 mkdir -p "$artifacts"
 work=$(mktemp -d)
 export HOME=$work/home XDG_CONFIG_HOME=$work/home/.config XDG_DATA_HOME=$work/home/.local/share
@@ -169,6 +169,84 @@ check "the field's text reaches the clipboard" "$(xclip -o -selection clipboard)
 check "typed, composed and pasted text" "$(outcome field)" "drop: file:///tmp/a%20b
 text: $typed|0"
 setxkbmap -layout us
+
+# ---- Popup menus, opened by a press on the button: chosen by click-click, by
+# press-drag-release, by keys and by typing; dismissed by Escape and by a click elsewhere; a
+# click on a disabled item leaves the menu open; a long menu is cut to the screen and scrolls.
+# The window's content is at (160, 120) and the button at (20, 40) in it, so the menu opens
+# with the current item's row at y 160. Rows are 22 points from y 4, the separator after the
+# third 9 points.
+row_top() { # item
+    if [ "$1" -le 4 ]; then echo $((4 + 22 * ($1 - 1))); else echo $((79 + 22 * ($1 - 5))); fi
+}
+item_y() { # item, current item: the global y of the item's middle while the menu is open
+    echo $((160 - $(row_top "$2") + $(row_top "$1") + 11))
+}
+visible_windows() { xdotool search --onlyvisible --pid "$(cat "$work/$1.pid")" | wc -l; }
+menu_open() { eventually test "$(visible_windows "$1")" -eq 2; }
+menu_closed() { eventually test "$(visible_windows "$1")" -eq 1; }
+open_menu() { # program
+    click_at "$window" 100 51 1
+    menu_open "$1" || echo "FAIL the menu of $1 did not open"
+}
+choices() { grep -c '^chose' "$work/$1.out"; }
+
+launch popup "$popup"
+window=$(window_of popup)
+open_menu popup
+"$probe" shot "$artifacts/popup-menu-x11.png"
+xdotool mousemove 230 "$(item_y 5 1)" click 1
+menu_closed popup
+check "click-click chooses" "$(tail -1 "$work/popup.out")" "chose: 5"
+
+xdotool mousemove --window "$window" 100 51 mousedown 1
+menu_open popup
+xdotool mousemove 230 "$(item_y 2 5)" mouseup 1
+menu_closed popup
+check "press-drag-release chooses" "$(tail -1 "$work/popup.out")" "chose: 2"
+
+open_menu popup
+xdotool mousemove 230 "$(item_y 3 2)" click 1
+xdotool mousemove 230 "$(item_y 1 2)" click 1
+menu_closed popup
+check "a disabled item leaves the menu open" "$(tail -1 "$work/popup.out")" "chose: 1"
+open_menu popup
+xdotool key Escape
+menu_closed popup
+open_menu popup
+xdotool mousemove 1000 700 click 1
+menu_closed popup
+check "Escape and a click elsewhere choose nothing" "$(choices popup)" 3
+
+open_menu popup
+xdotool key Down Down Down Return
+menu_closed popup
+check "arrows skip the disabled item and the separator" "$(tail -1 "$work/popup.out")" "chose: 6"
+open_menu popup
+xdotool type al
+xdotool key Return
+menu_closed popup
+check "typing selects by prefix" "$(tail -1 "$work/popup.out")" "chose: 1"
+"$probe" close "$window"
+check "the popup's value" "$(outcome popup | tail -1)" "value: 1|0"
+
+# 60 items, 1315 points: the menu fills the screen's 800. With the last item current it is
+# scrolled to the end (515 points), item 59 in the row at y 752 to 774; three notches of the
+# wheel up scroll 66 points, putting item 56 there and a scroll arrow below it.
+launch long "$popup" long
+window=$(window_of long)
+open_menu long
+xdotool key End Return
+menu_closed long
+check "End chooses the last item of a long menu" "$(tail -1 "$work/long.out")" "chose: 60"
+open_menu long
+"$probe" shot "$artifacts/popup-menu-long-x11.png"
+xdotool mousemove 230 763 click 4 click 4 click 4
+xdotool click 1
+menu_closed long
+check "the wheel scrolls a long menu" "$(tail -1 "$work/long.out")" "chose: 56"
+"$probe" close "$window"
+outcome long >/dev/null
 
 # ---- Errors: no display, and a display that goes away.
 DISPLAY=:9999 timeout 20 "$kelpick" ask-save --document a >"$work/none.out" 2>"$work/none.err"
