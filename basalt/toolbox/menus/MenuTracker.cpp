@@ -26,8 +26,7 @@ bool IsPrintable(char16_t character) {
 } // namespace
 
 MenuTracker::MenuTracker(Menu& menu, const MenuLayout& layout, const MenuPlacement& placement,
-                         MenuItemIndex current, EventTime openedAt,
-                         std::optional<BGPoint> pointer)
+                         MenuItemIndex current, EventTime openedAt, std::optional<BGPoint> pointer)
     : menu_(menu), layout_(layout), placement_(placement), openedAt_(openedAt),
       scroll_(placement.scroll) {
     if (Choosable(current))
@@ -65,7 +64,7 @@ bool MenuTracker::Mouse(EventRef event) {
         int32_t delta = 0;
         GetParam(event, kEventParamMouseWheelDelta, typeSInt32, &delta);
         bool scrolled = ScrollBy(-delta * MenuMetrics::kRowHeight);
-        return (seenPointer_ && Point(pointer_)) || scrolled;
+        return Point(global) || scrolled;
     }
     default:
         return false;
