@@ -62,6 +62,10 @@ bool MenuTracker::Mouse(EventRef event) {
         return Point(global);
     case kEventMouseWheelMoved: {
         int32_t delta = 0;
+        EventMouseWheelAxis axis = kEventMouseWheelAxisY;
+        GetParam(event, kEventParamMouseWheelAxis, typeMouseWheelAxis, &axis);
+        if (axis == kEventMouseWheelAxisX)
+            return Point(global);
         GetParam(event, kEventParamMouseWheelDelta, typeSInt32, &delta);
         bool scrolled = ScrollBy(-delta * MenuMetrics::kRowHeight);
         return Point(global) || scrolled;

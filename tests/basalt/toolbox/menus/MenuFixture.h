@@ -52,9 +52,11 @@ inline EventHolder MouseEvent(EventKind kind, BGPoint global, EventTime time = 0
     return event;
 }
 
-inline EventHolder WheelEvent(BGPoint global, int32_t lines) {
+inline EventHolder WheelEvent(BGPoint global, int32_t lines,
+                              EventMouseWheelAxis axis = kEventMouseWheelAxisY) {
     EventHolder event = MouseEvent(kEventMouseWheelMoved, global);
     SetParam(event.get(), kEventParamMouseWheelDelta, typeSInt32, lines);
+    SetParam(event.get(), kEventParamMouseWheelAxis, typeMouseWheelAxis, axis);
     return event;
 }
 

@@ -160,6 +160,8 @@ TEST_F(Tracking, KeysScrollALongMenuToKeepTheHighlightClearOfTheArrows) {
 TEST_F(Tracking, TheWheelAndTheArrowBandsScrollWithinBounds) {
     Open(30, std::nullopt, 54);
     BGFloat start = tracker->Scroll();
+    Feed(WheelEvent(At(30), -2, kEventMouseWheelAxisX)); // sideways: nothing to scroll
+    EXPECT_EQ(tracker->Scroll(), start);
     Feed(WheelEvent(At(30), -2)); // two notches down
     EXPECT_EQ(tracker->Scroll(), start + 2 * MenuMetrics::kRowHeight);
     Feed(WheelEvent(At(30), 1000));
