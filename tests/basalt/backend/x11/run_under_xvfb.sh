@@ -161,6 +161,8 @@ printf 'pasted ✓' | xclip -selection clipboard -i
 eventually test -n "$(xclip -o -selection clipboard)"
 xdotool key --window "$window" ctrl+v
 check "a file dropped onto the window" "$("$probe" drop "$window" file:///tmp/a%20b)" "accepted"
+check "a file the window's drag tracking refuses while it hovers" \
+    "$("$probe" drop "$window" file:///tmp/c.bad)" "refused"
 xdotool key --window "$window" ctrl+a ctrl+c
 typed="${typed_by_keys}pasted ✓"
 eventually test "$(xclip -o -selection clipboard)" == "$typed"
