@@ -24,6 +24,7 @@ bool Atoms::Intern(xcb_connection_t* connection) {
         {"_NET_WM_PING", &_NET_WM_PING},
         {"CLIPBOARD", &CLIPBOARD},
         {"TARGETS", &TARGETS},
+        {"INCR", &INCR},
         {"text/plain", &TEXT_PLAIN},
         {"text/plain;charset=utf-8", &TEXT_PLAIN_UTF8},
         {"KEL_SELECTION", &KEL_SELECTION},

@@ -367,6 +367,9 @@ void X11Backend::Dispatch(xcb_generic_event_t* event) {
     case XCB_SELECTION_REQUEST:
         clipboard_->Request(*reinterpret_cast<xcb_selection_request_event_t*>(event));
         break;
+    case XCB_PROPERTY_NOTIFY:
+        clipboard_->PropertyChanged(*reinterpret_cast<xcb_property_notify_event_t*>(event));
+        break;
     case XCB_SELECTION_CLEAR:
         clipboard_->Lost(*reinterpret_cast<xcb_selection_clear_event_t*>(event));
         break;

@@ -3,9 +3,9 @@
 # xclip, setxkbmap and x11probe (what a window manager, a file manager and a screenshot tool
 # do). Every wait is on a condition with a deadline. Pictures taken through the server go to
 # the artifacts folder.
-#   run_under_xvfb.sh KELPICK FIELD_WINDOW X11PROBE ARTIFACTS POPUP_WINDOW
+#   run_under_xvfb.sh KELPICK FIELD_WINDOW X11PROBE ARTIFACTS POPUP_WINDOW CLIPBOARD
 set -uo pipefail
-kelpick=$1 field=$2 probe=$3 artifacts=$4 popup=$5
+kelpick=$1 field=$2 probe=$3 artifacts=$4 popup=$5 clipboard=$6
 mkdir -p "$artifacts"
 work=$(mktemp -d)
 export HOME=$work/home XDG_CONFIG_HOME=$work/home/.config XDG_DATA_HOME=$work/home/.local/share
@@ -249,6 +249,22 @@ menu_closed long
 check "the wheel scrolls a long menu" "$(tail -1 "$work/long.out")" "chose: 56"
 "$probe" close "$window"
 outcome long >/dev/null
+
+# ---- A large text through the clipboard both ways: 3 MB is more than xclip and we send in
+# one piece, so it goes in pieces (INCR).
+python3 -c 'import sys
+line = "".join(chr(0x20 + i % 95) for i in range(99)) + "\n"
+sys.stdout.write(line * 30000 + "ünïcödé ✓")' >"$work/large.txt"
+xclip -selection clipboard -i "$work/large.txt"
+eventually test -n "$(xclip -o -selection clipboard | head -c 1)"
+"$clipboard" get >"$work/large.got"
+check "a large text read from another program" "$(cmp -s "$work/large.txt" "$work/large.got" && echo same)" same
+launch serve "$clipboard" put "$work/large.txt"
+eventually grep -q serving "$work/serve.out"
+xclip -o -selection clipboard >"$work/large.back"
+check "a large text read by another program" "$(cmp -s "$work/large.txt" "$work/large.back" && echo same)" same
+kill "$(cat "$work/serve.pid")"
+outcome serve >/dev/null
 
 # ---- Errors: no display, and a display that goes away.
 DISPLAY=:9999 timeout 20 "$kelpick" ask-save --document a >"$work/none.out" 2>"$work/none.err"
