@@ -11,8 +11,8 @@
 
 #include <benchmark/benchmark.h>
 #include <chrono>
-#include <functional>
 #include <cstdlib>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -70,6 +70,18 @@ void RenderFullWindow(benchmark::State& state) {
 }
 BENCHMARK(RenderFullWindow)->Arg(1)->Arg(2)->Unit(benchmark::kMillisecond);
 
+// Waits for events and dispatches them until `done`; false if the server went quiet.
+bool DispatchUntil(const std::function<bool()>& done) {
+    while (!done()) {
+        EventRef event = nullptr;
+        if (ReceiveNextEvent(0, nullptr, 5.0, true, &event) != noErr)
+            return false;
+        SendEventToEventTarget(event, GetEventDispatcherTarget());
+        ReleaseEvent(event);
+    }
+    return true;
+}
+
 // The server sends a key event to the window, as a keyboard would (the "a" key); the loop
 // takes it, the field inserts the character and repaints, and a round trip makes sure the
 // server has the new frame.
@@ -85,13 +97,8 @@ double TypeOneKey(xcb_connection_t* xcb, xcb_window_t id, Window& window, Contro
     xcb_send_event(xcb, 0, id, XCB_EVENT_MASK_KEY_RELEASE, reinterpret_cast<const char*>(&key));
     xcb_flush(xcb);
     size_t before = View::From(field)->Text().size();
-    while (View::From(field)->Text().size() == before) {
-        EventRef event = nullptr;
-        if (ReceiveNextEvent(0, nullptr, 5.0, true, &event) != noErr)
-            return -1;
-        SendEventToEventTarget(event, GetEventDispatcherTarget());
-        ReleaseEvent(event);
-    }
+    if (!DispatchUntil([&] { return View::From(field)->Text().size() != before; }))
+        return -1;
     window.Flush();
     std::free(xcb_get_input_focus_reply(xcb, xcb_get_input_focus(xcb), nullptr));
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
@@ -126,18 +133,6 @@ void X11KeyToRepaint(benchmark::State& state) {
     DisposeWindow(window);
 }
 BENCHMARK(X11KeyToRepaint)->UseManualTime()->Iterations(300)->Unit(benchmark::kMillisecond);
-
-// Waits for events and dispatches them until `done`; false if the server went quiet.
-bool DispatchUntil(const std::function<bool()>& done) {
-    while (!done()) {
-        EventRef event = nullptr;
-        if (ReceiveNextEvent(0, nullptr, 5.0, true, &event) != noErr)
-            return false;
-        SendEventToEventTarget(event, GetEventDispatcherTarget());
-        ReleaseEvent(event);
-    }
-    return true;
-}
 
 StatusCode RowCell(ControlRef, GridBrowserItemID item, GridBrowserPropertyID property,
                    GridBrowserItemDataRef data, bool) {
