@@ -464,7 +464,15 @@ void X11Backend::WindowConfigured(const xcb_configure_notify_event_t& configure)
         bool sameSize = bounds.right - bounds.left == now.right - now.left &&
                         bounds.bottom - bounds.top == now.bottom - now.top;
         if (sameSize) {
+            // A sheet is attached to its parent: it goes where the window manager took it.
+            Rect before = live->ContentBounds();
             live->SetContentBounds(bounds);
+            if (toolbox::Window* sheet = live->VisibleSheet()) {
+                Rect moved = sheet->ContentBounds();
+                OffsetRect(&moved, int16_t(bounds.left - before.left),
+                           int16_t(bounds.top - before.top));
+                sheet->SetContentBounds(moved);
+            }
             return;
         }
         // A new size goes through the window's handlers, which know its minimum.

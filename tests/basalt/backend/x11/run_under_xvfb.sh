@@ -3,9 +3,9 @@
 # xclip, setxkbmap and x11probe (what a window manager, a file manager and a screenshot tool
 # do). Every wait is on a condition with a deadline. Pictures taken through the server go to
 # the artifacts folder.
-#   run_under_xvfb.sh KELPICK FIELD_WINDOW X11PROBE ARTIFACTS POPUP_WINDOW CLIPBOARD
+#   run_under_xvfb.sh KELPICK FIELD_WINDOW X11PROBE ARTIFACTS POPUP_WINDOW CLIPBOARD SHEET_WINDOW
 set -uo pipefail
-kelpick=$1 field=$2 probe=$3 artifacts=$4 popup=$5 clipboard=$6
+kelpick=$1 field=$2 probe=$3 artifacts=$4 popup=$5 clipboard=$6 sheetwin=$7
 mkdir -p "$artifacts"
 work=$(mktemp -d)
 export HOME=$work/home XDG_CONFIG_HOME=$work/home/.config XDG_DATA_HOME=$work/home/.local/share
@@ -249,6 +249,23 @@ menu_closed long
 check "the wheel scrolls a long menu" "$(tail -1 "$work/long.out")" "chose: 56"
 "$probe" close "$window"
 outcome long >/dev/null
+
+# ---- A sheet: a modal dialog of its parent for the window manager, centred at the top of
+# the parent's content (400 points wide, the sheet 200), and moving with it.
+launch sheet "$sheetwin"
+eventually test -n "$(xdotool search --onlyvisible --name '^Sheet$')"
+parent=$(xdotool search --onlyvisible --name '^Parent$')
+sheet=$(xdotool search --onlyvisible --name '^Sheet$')
+check "a sheet belongs to its parent" \
+    "$(xprop -id "$sheet" WM_TRANSIENT_FOR _NET_WM_STATE | grep -c -e "$(printf '0x%x' "$parent")" -e _MODAL)" 2
+check "a sheet opens at the top of its parent" \
+    "$(xdotool getwindowgeometry --shell "$sheet" | grep -e '^X=' -e '^Y=' | tr '\n' ' ')" "X=260 Y=120 "
+xdotool windowmove "$parent" 300 200
+eventually test "$(xdotool getwindowgeometry --shell "$sheet" | grep '^X=')" == "X=400"
+check "a sheet moves with its parent" \
+    "$(xdotool getwindowgeometry --shell "$sheet" | grep -e '^X=' -e '^Y=' | tr '\n' ' ')" "X=400 Y=200 "
+kill "$(cat "$work/sheet.pid")"
+outcome sheet >/dev/null
 
 # ---- A large text through the clipboard both ways: 3 MB is more than xclip and we send in
 # one piece, so it goes in pieces (INCR).
