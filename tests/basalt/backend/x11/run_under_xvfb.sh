@@ -232,6 +232,18 @@ check "typing selects by prefix" "$(tail -1 "$work/popup.out")" "chose: 1"
 "$probe" close "$window"
 check "the popup's value" "$(outcome popup | tail -1)" "value: 1|0"
 
+# At scale 2 the menu opens at the same place in points, drawn with twice the pixels.
+launch popup2 env GDK_SCALE=2 "$popup"
+window=$(window_of popup2)
+click_at "$window" 100 51 2
+menu_open popup2 || echo "FAIL the menu of popup2 did not open"
+"$probe" shot "$artifacts/popup-menu-x11-scale2.png"
+xdotool mousemove 460 $((2 * $(item_y 5 1))) click 1
+menu_closed popup2
+check "a menu at scale 2 chooses" "$(tail -1 "$work/popup2.out")" "chose: 5"
+"$probe" close "$window"
+outcome popup2 >/dev/null
+
 # 60 items, 1315 points: the menu fills the screen's 800. With the last item current it is
 # scrolled to the end (515 points), item 59 in the row at y 752 to 774; three notches of the
 # wheel up scroll 66 points, putting item 56 there and a scroll arrow below it.
