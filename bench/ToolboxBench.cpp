@@ -70,6 +70,20 @@ void RenderFullWindow(benchmark::State& state) {
 }
 BENCHMARK(RenderFullWindow)->Arg(1)->Arg(2)->Unit(benchmark::kMillisecond);
 
+// The running X11 backend, or null with the benchmark skipped.
+basalt::x11::X11Backend* DisplayBackend(benchmark::State& state) {
+    basalt::x11::X11Backend* backend = basalt::x11::ActiveX11Backend();
+    if (backend == nullptr)
+        state.SkipWithError("needs an X display: run with KEL_BACKEND=x11 and DISPLAY set");
+    return backend;
+}
+
+// Draws what changed and waits for a round trip, so the server has the frame.
+void PresentAndSync(Window& window, xcb_connection_t* xcb) {
+    window.Flush();
+    std::free(xcb_get_input_focus_reply(xcb, xcb_get_input_focus(xcb), nullptr));
+}
+
 // Waits for events and dispatches them until `done`; false if the server went quiet.
 bool DispatchUntil(const std::function<bool()>& done) {
     while (!done()) {
@@ -99,17 +113,14 @@ double TypeOneKey(xcb_connection_t* xcb, xcb_window_t id, Window& window, Contro
     size_t before = View::From(field)->Text().size();
     if (!DispatchUntil([&] { return View::From(field)->Text().size() != before; }))
         return -1;
-    window.Flush();
-    std::free(xcb_get_input_focus_reply(xcb, xcb_get_input_focus(xcb), nullptr));
+    PresentAndSync(window, xcb);
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 }
 
 void X11KeyToRepaint(benchmark::State& state) {
-    basalt::x11::X11Backend* backend = basalt::x11::ActiveX11Backend();
-    if (backend == nullptr) {
-        state.SkipWithError("needs an X display: run with KEL_BACKEND=x11 and DISPLAY set");
+    basalt::x11::X11Backend* backend = DisplayBackend(state);
+    if (backend == nullptr)
         return;
-    }
     Rect bounds = {100, 100, 200, 500};
     WindowRef window = nullptr;
     ControlRef field = nullptr;
@@ -171,11 +182,9 @@ ControlRef MakeLongList(WindowRef window, uint32_t rows) {
 // The server sends a notch of the wheel down over the list, as a mouse would; the loop takes
 // it, the list scrolls and repaints, and a round trip makes sure the server has the frame.
 void X11WheelToRepaint(benchmark::State& state) {
-    basalt::x11::X11Backend* backend = basalt::x11::ActiveX11Backend();
-    if (backend == nullptr) {
-        state.SkipWithError("needs an X display: run with KEL_BACKEND=x11 and DISPLAY set");
+    basalt::x11::X11Backend* backend = DisplayBackend(state);
+    if (backend == nullptr)
         return;
-    }
     Rect bounds = {100, 100, 600, 700};
     WindowRef window = nullptr;
     CreateNewWindow(kDocumentWindowClass, 0, &bounds, &window);
@@ -207,8 +216,7 @@ void X11WheelToRepaint(benchmark::State& state) {
             state.SkipWithError("the wheel event did not come back from the server");
             break;
         }
-        Window::From(window)->Flush();
-        std::free(xcb_get_input_focus_reply(xcb, xcb_get_input_focus(xcb), nullptr));
+        PresentAndSync(*Window::From(window), xcb);
         state.SetIterationTime(
             std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count());
     }
