@@ -1,18 +1,27 @@
 #pragma once
 
-// A menu window over an image surface, as a backend would make one, that remembers what was
-// done to it: for drawing and running menus without a display.
+// A menu window over an image surface, as a backend would make one, that keeps a record of
+// what was done to it (which outlives the window): for drawing and running menus without a
+// display.
 
 #include "basalt/toolbox/backend/Backend.h"
 
 #include <cmath>
 #include <cstdint>
+#include <memory>
 
 namespace menutest {
 
 class ImageMenuWindow final : public basalt::toolbox::BackendWindow {
 public:
-    ImageMenuWindow(const Rect& shown, double scale = 1) : frame(shown), scale_(scale) {
+    struct Record {
+        Rect frame;
+        bool visible = false;
+        int presents = 0;
+    };
+
+    ImageMenuWindow(const Rect& shown, double scale = 1)
+        : record(std::make_shared<Record>(Record{shown})), scale_(scale) {
         surface_ = cairo_image_surface_create(CAIRO_FORMAT_ARGB32,
                                               int(std::lround((shown.right - shown.left) * scale)),
                                               int(std::lround((shown.bottom - shown.top) * scale)));
@@ -23,12 +32,12 @@ public:
 
     cairo_surface_t* Surface() override { return surface_; }
     double Scale() const override { return scale_; }
-    void SetContentBounds(const Rect& bounds) override { frame = bounds; }
-    void SetVisible(bool shown) override { visible = shown; }
+    void SetContentBounds(const Rect& bounds) override { record->frame = bounds; }
+    void SetVisible(bool shown) override { record->visible = shown; }
     void SetTitle(const std::string&) override {}
     void Present() override {
         cairo_surface_flush(surface_);
-        ++presents;
+        ++record->presents;
     }
 
     // The pixel at a point (points from the top left) as 0xRRGGBB.
@@ -40,9 +49,7 @@ public:
         return reinterpret_cast<const uint32_t*>(row)[std::lround(x * scale_)] & 0xFFFFFF;
     }
 
-    Rect frame;
-    bool visible = false;
-    int presents = 0;
+    std::shared_ptr<Record> record;
 
 private:
     double scale_;

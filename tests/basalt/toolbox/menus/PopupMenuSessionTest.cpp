@@ -24,7 +24,7 @@ protected:
     MenuItemIndex Run(MenuItemIndex current) {
         return RunPopupMenu(menu.get(), kWhere, current, kScreen, [this](const Rect& frame) {
             auto made = std::make_unique<ImageMenuWindow>(frame);
-            window = made.get();
+            window = made->record;
             return made;
         });
     }
@@ -40,7 +40,7 @@ protected:
     }
 
     TestMenu menu;
-    ImageMenuWindow* window = nullptr;
+    std::shared_ptr<ImageMenuWindow::Record> window; // of the last menu run
 };
 
 TEST_F(Session, KeysChooseAnItemAndTheWindowIsShownDrawnAndHidden) {
