@@ -59,16 +59,16 @@ bool MenuTracker::Mouse(EventRef event) {
         return Release(global, event->time);
     case kEventMouseMoved:
     case kEventMouseDragged:
-        return Point(global);
+        return PointerAt(global);
     case kEventMouseWheelMoved: {
         int32_t delta = 0;
         EventMouseWheelAxis axis = kEventMouseWheelAxisY;
         GetParam(event, kEventParamMouseWheelAxis, typeMouseWheelAxis, &axis);
         if (axis == kEventMouseWheelAxisX)
-            return Point(global);
+            return PointerAt(global);
         GetParam(event, kEventParamMouseWheelDelta, typeSInt32, &delta);
         bool scrolled = ScrollBy(-delta * MenuMetrics::kRowHeight);
-        return Point(global) || scrolled;
+        return PointerAt(global) || scrolled;
     }
     default:
         return false;
@@ -76,7 +76,7 @@ bool MenuTracker::Mouse(EventRef event) {
 }
 
 // The item under the pointer is highlighted; on an arrow band the menu scrolls instead.
-bool MenuTracker::Point(BGPoint global) {
+bool MenuTracker::PointerAt(BGPoint global) {
     if (!seenPointer_) {
         seenPointer_ = true;
         firstPointer_ = global;
@@ -103,11 +103,11 @@ bool MenuTracker::Press(BGPoint global) {
     opening_ = false;
     if (!InFrame(global))
         return Finish(0);
-    return Point(global);
+    return PointerAt(global);
 }
 
 bool MenuTracker::Release(BGPoint global, EventTime time) {
-    bool changed = Point(global);
+    bool changed = PointerAt(global);
     if (opening_) {
         opening_ = false;
         if (time - openedAt_ < kClickTime && !moved_)
@@ -209,7 +209,7 @@ bool MenuTracker::Tick() {
     if (autoscroll_ == 0 || done_)
         return false;
     bool scrolled = ScrollBy(autoscroll_ * kScrollStep);
-    Point(pointer_);
+    PointerAt(pointer_);
     return scrolled;
 }
 

@@ -48,7 +48,7 @@ public:
 private:
     bool Mouse(EventRef event);
     bool Key(EventRef event);
-    bool Point(BGPoint global);
+    bool PointerAt(BGPoint global);
     bool Press(BGPoint global);
     bool Release(BGPoint global, EventTime time);
     bool Move(int direction);
