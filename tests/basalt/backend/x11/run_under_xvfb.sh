@@ -29,6 +29,14 @@ check() { # name, got, want
     fi
 }
 
+# Polls a command until its output is the value; false after the deadline. (A condition
+# written as test "$(...)" would be worked out once, before the polling.)
+eventually_says() { # value, command...
+    local want=$1; shift
+    eventually says "$want" "$@"
+}
+says() { [ "$("${@:2}")" == "$1" ]; }
+
 # Polls a command until it succeeds; false after the deadline.
 eventually() {
     local deadline=$((SECONDS + 20))
@@ -75,6 +83,8 @@ png_size() {
     python3 -c 'import struct, sys
 print(*struct.unpack(">II", open(sys.argv[1], "rb").read(24)[16:]))' "$1"
 }
+
+xclip_holds_text() { [ -n "$(xclip -o -selection clipboard 2>/dev/null | head -c 1)" ]; }
 
 # xdotool complains on stderr that a server without a window manager has no focus window.
 xdotool() { command xdotool "$@" 2>/dev/null; }
@@ -158,14 +168,14 @@ check "the title is UTF-8" "$(xdotool getwindowname "$window")" "Field — ü"
 # The keys at the places of US y ' ; - = e: z ä ö ß, then a dead acute and e.
 "$probe" keys "$window" 29 48 47 20 21 26
 printf 'pasted ✓' | xclip -selection clipboard -i
-eventually test -n "$(xclip -o -selection clipboard)"
+eventually xclip_holds_text
 xdotool key --window "$window" ctrl+v
 check "a file dropped onto the window" "$("$probe" drop "$window" file:///tmp/a%20b)" "accepted"
 check "a file the window's drag tracking refuses while it hovers" \
     "$("$probe" drop "$window" file:///tmp/c.bad)" "refused"
 xdotool key --window "$window" ctrl+a ctrl+c
 typed="${typed_by_keys}pasted ✓"
-eventually test "$(xclip -o -selection clipboard)" == "$typed"
+eventually_says "$typed" xclip -o -selection clipboard
 check "the field's text reaches the clipboard" "$(xclip -o -selection clipboard)" "$typed"
 "$probe" close "$window"
 check "typed, composed and pasted text" "$(outcome field)" "drop: file:///tmp/a%20b
@@ -185,13 +195,19 @@ item_y() { # item, current item: the global y of the item's middle while the men
     echo $((160 - $(row_top "$2") + $(row_top "$1") + 11))
 }
 visible_windows() { xdotool search --onlyvisible --pid "$(cat "$work/$1.pid")" | wc -l; }
-menu_open() { eventually test "$(visible_windows "$1")" -eq 2; }
-menu_closed() { eventually test "$(visible_windows "$1")" -eq 1; }
+menu_open() { eventually_says 2 visible_windows "$1"; }
+menu_closed() { eventually_says 1 visible_windows "$1"; }
 open_menu() { # program
     click_at "$window" 100 51 1
     menu_open "$1" || echo "FAIL the menu of $1 did not open"
 }
 choices() { grep -c '^chose' "$work/$1.out"; }
+# The program's last line once it is the one wanted, or whatever it is after the deadline:
+# the choice is printed just after the menu's window goes.
+last_line() { # program, wanted line
+    eventually_says "$2" tail -1 "$work/$1.out"
+    tail -1 "$work/$1.out"
+}
 
 launch popup "$popup"
 window=$(window_of popup)
@@ -199,19 +215,19 @@ open_menu popup
 "$probe" shot "$artifacts/popup-menu-x11.png"
 xdotool mousemove 230 "$(item_y 5 1)" click 1
 menu_closed popup
-check "click-click chooses" "$(tail -1 "$work/popup.out")" "chose: 5"
+check "click-click chooses" "$(last_line popup "chose: 5")" "chose: 5"
 
 xdotool mousemove --window "$window" 100 51 mousedown 1
 menu_open popup
 xdotool mousemove 230 "$(item_y 2 5)" mouseup 1
 menu_closed popup
-check "press-drag-release chooses" "$(tail -1 "$work/popup.out")" "chose: 2"
+check "press-drag-release chooses" "$(last_line popup "chose: 2")" "chose: 2"
 
 open_menu popup
 xdotool mousemove 230 "$(item_y 3 2)" click 1
 xdotool mousemove 230 "$(item_y 1 2)" click 1
 menu_closed popup
-check "a disabled item leaves the menu open" "$(tail -1 "$work/popup.out")" "chose: 1"
+check "a disabled item leaves the menu open" "$(last_line popup "chose: 1")" "chose: 1"
 open_menu popup
 xdotool key Escape
 menu_closed popup
@@ -223,12 +239,12 @@ check "Escape and a click elsewhere choose nothing" "$(choices popup)" 3
 open_menu popup
 xdotool key Down Down Down Return
 menu_closed popup
-check "arrows skip the disabled item and the separator" "$(tail -1 "$work/popup.out")" "chose: 6"
+check "arrows skip the disabled item and the separator" "$(last_line popup "chose: 6")" "chose: 6"
 open_menu popup
 xdotool type al
 xdotool key Return
 menu_closed popup
-check "typing selects by prefix" "$(tail -1 "$work/popup.out")" "chose: 1"
+check "typing selects by prefix" "$(last_line popup "chose: 1")" "chose: 1"
 "$probe" close "$window"
 check "the popup's value" "$(outcome popup | tail -1)" "value: 1|0"
 
@@ -240,7 +256,7 @@ menu_open popup2 || echo "FAIL the menu of popup2 did not open"
 "$probe" shot "$artifacts/popup-menu-x11-scale2.png"
 xdotool mousemove 460 $((2 * $(item_y 5 1))) click 1
 menu_closed popup2
-check "a menu at scale 2 chooses" "$(tail -1 "$work/popup2.out")" "chose: 5"
+check "a menu at scale 2 chooses" "$(last_line popup2 "chose: 5")" "chose: 5"
 "$probe" close "$window"
 outcome popup2 >/dev/null
 
@@ -252,28 +268,29 @@ window=$(window_of long)
 open_menu long
 xdotool key End Return
 menu_closed long
-check "End chooses the last item of a long menu" "$(tail -1 "$work/long.out")" "chose: 60"
+check "End chooses the last item of a long menu" "$(last_line long "chose: 60")" "chose: 60"
 open_menu long
 "$probe" shot "$artifacts/popup-menu-long-x11.png"
 xdotool mousemove 230 763 click 4 click 4 click 4
 xdotool click 1
 menu_closed long
-check "the wheel scrolls a long menu" "$(tail -1 "$work/long.out")" "chose: 56"
+check "the wheel scrolls a long menu" "$(last_line long "chose: 56")" "chose: 56"
 "$probe" close "$window"
 outcome long >/dev/null
 
 # ---- A sheet: a modal dialog of its parent for the window manager, centred at the top of
 # the parent's content (400 points wide, the sheet 200), and moving with it.
 launch sheet "$sheetwin"
-eventually test -n "$(xdotool search --onlyvisible --name '^Sheet$')"
+eventually xdotool search --onlyvisible --name '^Sheet$'
 parent=$(xdotool search --onlyvisible --name '^Parent$')
 sheet=$(xdotool search --onlyvisible --name '^Sheet$')
 check "a sheet belongs to its parent" \
     "$(xprop -id "$sheet" WM_TRANSIENT_FOR _NET_WM_STATE | grep -c -e "$(printf '0x%x' "$parent")" -e _MODAL)" 2
+sheet_x() { xdotool getwindowgeometry --shell "$sheet" | grep '^X='; }
 check "a sheet opens at the top of its parent" \
     "$(xdotool getwindowgeometry --shell "$sheet" | grep -e '^X=' -e '^Y=' | tr '\n' ' ')" "X=260 Y=120 "
 xdotool windowmove "$parent" 300 200
-eventually test "$(xdotool getwindowgeometry --shell "$sheet" | grep '^X=')" == "X=400"
+eventually_says X=400 sheet_x
 check "a sheet moves with its parent" \
     "$(xdotool getwindowgeometry --shell "$sheet" | grep -e '^X=' -e '^Y=' | tr '\n' ' ')" "X=400 Y=200 "
 kill "$(cat "$work/sheet.pid")"
@@ -285,7 +302,7 @@ python3 -c 'import sys
 line = "".join(chr(0x20 + i % 95) for i in range(99)) + "\n"
 sys.stdout.write(line * 30000 + "ünïcödé ✓")' >"$work/large.txt"
 xclip -selection clipboard -i "$work/large.txt"
-eventually test -n "$(xclip -o -selection clipboard | head -c 1)"
+eventually xclip_holds_text
 "$clipboard" get >"$work/large.got"
 check "a large text read from another program" "$(cmp -s "$work/large.txt" "$work/large.got" && echo same)" same
 launch serve "$clipboard" put "$work/large.txt"
