@@ -183,6 +183,7 @@ enum {
     kEventParamWindowMouseLocation = 0x776D6F75,        /* "wmou" */
     kEventParamMouseButton = 0x6D62746E,                /* "mbtn" */
     kEventParamMouseWheelDelta = 0x6D77646C,            /* "mwdl": lines, positive scrolls up */
+    kEventParamMouseWheelAxis = 0x6D776178,             /* "mwax": absent means the vertical */
     kEventParamClickCount = 0x63636E74,                 /* "ccnt" */
     kEventParamKeyModifiers = 0x6B6D6F64,               /* "kmod" */
     kEventParamKeyCode = 0x6B636F64,                    /* "kcod" */
@@ -225,6 +226,10 @@ enum {
     kEventParamTimer = 0x746D7220                         /* "tmr " */
 };
 
+/* The axis of a wheel event; a horizontal delta is positive when it scrolls left. */
+typedef uint16_t EventMouseWheelAxis;
+enum { kEventMouseWheelAxisX = 0, kEventMouseWheelAxisY = 1 };
+
 /* Also declared by the other basalt headers; whichever comes first defines it. */
 #ifndef BASALT_TYPE_WILDCARD_DEFINED
 #define BASALT_TYPE_WILDCARD_DEFINED
@@ -259,6 +264,7 @@ enum {
     typeVoidPtr = 0x766F6964,                /* "void" */
     typeEnumeration = 0x656E756D,            /* "enum" */
     typeMouseButton = 0x6D62746E,            /* "mbtn" */
+    typeMouseWheelAxis = 0x6D776178,         /* "mwax" */
     typeClickActivationResult = 0x636C6163,  /* "clac" */
     typeEventLoopTimerRef = 0x746D7220       /* "tmr " */
 };

@@ -3,10 +3,12 @@
 #include "basalt/backend/x11/X11Clipboard.h"
 #include "basalt/backend/x11/X11Dnd.h"
 #include "basalt/backend/x11/X11Input.h"
+#include "basalt/backend/x11/X11MenuWindow.h"
 #include "basalt/backend/x11/X11Window.h"
 #include "basalt/backend/x11/X11Xkb.h"
 #include "basalt/graphics/DisplayChanges.h"
 #include "basalt/toolbox/events/Event.h"
+#include "basalt/toolbox/menus/PopupMenuSession.h"
 #include "basalt/toolbox/windows/Window.h"
 #include "basalt/toolbox/windows/WindowList.h"
 
@@ -244,9 +246,25 @@ void X11Backend::Beep() {
     xcb_flush(connection_->get());
 }
 
-// Popup menus have no window of their own on X11 yet: the menu is dismissed.
-MenuItemIndex X11Backend::TrackPopupMenu(MenuRef, Point, MenuItemIndex) {
-    return 0;
+MenuItemIndex X11Backend::TrackPopupMenu(MenuRef menu, Point where, MenuItemIndex current) {
+    if (!toolbox::IsLiveMenu(menu))
+        return 0;
+    Rect screen =
+        GreatestAreaDisplay({where.v, where.h, int16_t(where.v + 1), int16_t(where.h + 1)});
+    return toolbox::menus::RunPopupMenu(
+        *toolbox::Menu::From(menu), where, current, screen,
+        [this](const Rect& frame) { return X11MenuWindow::Open(*this, frame); }, Pointer());
+}
+
+std::optional<BGPoint> X11Backend::Pointer() {
+    xcb_connection_t* xcb = connection_->get();
+    xcb_query_pointer_reply_t* reply =
+        xcb_query_pointer_reply(xcb, xcb_query_pointer(xcb, connection_->Root()), nullptr);
+    if (reply == nullptr)
+        return std::nullopt;
+    BGPoint global = {reply->root_x / scale_, reply->root_y / scale_};
+    std::free(reply);
+    return global;
 }
 
 void X11Backend::SetClipboardText(const std::string& utf8) {
@@ -257,19 +275,25 @@ std::string X11Backend::ClipboardText() {
     return clipboard_->Get();
 }
 
-void X11Backend::SetCursor(uint32_t themeCursor) {
-    xcb_connection_t* xcb = connection_->get();
+xcb_cursor_t X11Backend::Cursor(uint32_t themeCursor) {
     if (cursorContext_ == nullptr) {
         xcb_cursor_context_t* context = nullptr;
-        if (xcb_cursor_context_new(xcb, connection_->Screen(), &context) < 0)
-            return;
+        if (xcb_cursor_context_new(connection_->get(), connection_->Screen(), &context) < 0)
+            return XCB_NONE;
         cursorContext_ = context;
     }
     auto [it, added] = cursors_.try_emplace(themeCursor, XCB_NONE);
     if (added)
         it->second = xcb_cursor_load_cursor(static_cast<xcb_cursor_context_t*>(cursorContext_),
                                             CursorName(themeCursor));
-    cursor_ = it->second;
+    return it->second;
+}
+
+void X11Backend::SetCursor(uint32_t themeCursor) {
+    xcb_connection_t* xcb = connection_->get();
+    cursor_ = Cursor(themeCursor);
+    if (cursor_ == XCB_NONE)
+        return;
     std::lock_guard lock(windowsMutex_);
     for (const auto& [id, window] : windows_)
         window->SetCursor(cursor_);
@@ -342,6 +366,9 @@ void X11Backend::Dispatch(xcb_generic_event_t* event) {
         break;
     case XCB_SELECTION_REQUEST:
         clipboard_->Request(*reinterpret_cast<xcb_selection_request_event_t*>(event));
+        break;
+    case XCB_PROPERTY_NOTIFY:
+        clipboard_->PropertyChanged(*reinterpret_cast<xcb_property_notify_event_t*>(event));
         break;
     case XCB_SELECTION_CLEAR:
         clipboard_->Lost(*reinterpret_cast<xcb_selection_clear_event_t*>(event));
@@ -437,7 +464,15 @@ void X11Backend::WindowConfigured(const xcb_configure_notify_event_t& configure)
         bool sameSize = bounds.right - bounds.left == now.right - now.left &&
                         bounds.bottom - bounds.top == now.bottom - now.top;
         if (sameSize) {
+            // A sheet is attached to its parent: it goes where the window manager took it.
+            Rect before = live->ContentBounds();
             live->SetContentBounds(bounds);
+            if (toolbox::Window* sheet = live->VisibleSheet()) {
+                Rect moved = sheet->ContentBounds();
+                OffsetRect(&moved, int16_t(bounds.left - before.left),
+                           int16_t(bounds.top - before.top));
+                sheet->SetContentBounds(moved);
+            }
             return;
         }
         // A new size goes through the window's handlers, which know its minimum.

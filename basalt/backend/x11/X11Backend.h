@@ -20,6 +20,7 @@
 #include <map>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <thread>
 
 namespace basalt::x11 {
@@ -48,9 +49,13 @@ public:
     void SetCursor(uint32_t themeCursor) override;
 
     X11Connection& Connection() { return *connection_; }
+    // The pointer shape for a theme cursor number, loaded once; XCB_NONE if the server has none.
+    xcb_cursor_t Cursor(uint32_t themeCursor);
     double Scale() const { return scale_; }
     xcb_window_t Leader() const { return leader_; }
     std::vector<PixelRect> Monitors() const;
+    // Where the pointer is, global points; nullopt if the server does not say.
+    std::optional<BGPoint> Pointer();
 
     // Queues work for the main thread's event loop; callable from any thread.
     void OnMainThread(std::function<void()> work);

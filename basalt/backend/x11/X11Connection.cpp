@@ -18,13 +18,15 @@ xcb_screen_t* NthScreen(xcb_connection_t* xcb, int number) {
 } // namespace
 
 std::string ReadTextProperty(xcb_connection_t* xcb, xcb_window_t window, xcb_atom_t property,
-                             bool take) {
+                             bool take, xcb_atom_t* type) {
     xcb_get_property_reply_t* reply =
         xcb_get_property_reply(xcb,
                                xcb_get_property(xcb, take ? 1 : 0, window, property,
                                                 XCB_GET_PROPERTY_TYPE_ANY, 0, 1 << 24),
                                nullptr);
     std::string value;
+    if (type != nullptr)
+        *type = reply != nullptr ? reply->type : xcb_atom_t(XCB_NONE);
     if (reply != nullptr && reply->format == 8)
         value.assign(static_cast<const char*>(xcb_get_property_value(reply)),
                      size_t(xcb_get_property_value_length(reply)));

@@ -44,9 +44,9 @@ private:
 };
 
 // The bytes of an 8-bit property, empty if it has none; `take` deletes it once read, as the
-// receiver of a selection does.
+// receiver of a selection does. `type` (may be null) receives the property's type.
 std::string ReadTextProperty(xcb_connection_t* xcb, xcb_window_t window, xcb_atom_t property,
-                             bool take);
+                             bool take, xcb_atom_t* type = nullptr);
 
 // Words for the errors of xcb_connection_has_error.
 const char* DescribeConnectionError(int error);

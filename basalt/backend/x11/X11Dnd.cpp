@@ -46,10 +46,10 @@ bool X11Dnd::Handle(const xcb_client_message_event_t& message) {
         Position(message);
     else if (message.type == atoms.XdndDrop)
         Drop(message);
-    else if (message.type == atoms.XdndLeave)
-        source_ = XCB_NONE;
+    else if (message.type == atoms.XdndLeave && message.data.data32[0] == source_)
+        Leave();
     else
-        return false;
+        return message.type == atoms.XdndLeave;
     return true;
 }
 
@@ -67,6 +67,14 @@ void X11Dnd::Enter(const xcb_client_message_event_t& message) {
         types = TypeList(backend_.Connection().get(), source_,
                          backend_.Connection().atoms.XdndTypeList);
     offersURIs_ = Offers(types);
+    urls_.reset();
+    fetching_ = positionWaits_ = dropWaits_ = false;
+    backend_.OnMainThread([this] { session_.reset(); });
+}
+
+void X11Dnd::Leave() {
+    source_ = XCB_NONE;
+    backend_.OnMainThread([this] { session_.reset(); });
 }
 
 void X11Dnd::Reply(xcb_window_t source, xcb_window_t target, xcb_atom_t type, uint32_t flags,
@@ -86,53 +94,100 @@ void X11Dnd::Reply(xcb_window_t source, xcb_window_t target, xcb_atom_t type, ui
     xcb_flush(backend_.Connection().get());
 }
 
+void X11Dnd::Fetch(xcb_timestamp_t time) {
+    if (fetching_)
+        return;
+    fetching_ = true;
+    const Atoms& atoms = backend_.Connection().atoms;
+    xcb_convert_selection(backend_.Connection().get(), target_, atoms.XdndSelection,
+                          atoms.TEXT_URI_LIST, atoms.XdndSelection, time);
+    xcb_flush(backend_.Connection().get());
+}
+
+// The source sends no further position until it has our status, so the status may wait for
+// the list and for the main thread.
 void X11Dnd::Position(const xcb_client_message_event_t& message) {
     if (message.data.data32[0] != source_)
         return;
     rootX_ = int(message.data.data32[2] >> 16);
     rootY_ = int(message.data.data32[2] & 0xFFFF);
-    const Atoms& atoms = backend_.Connection().atoms;
-    Reply(source_, target_, atoms.XdndStatus, offersURIs_ ? 1 : 0,
-          offersURIs_ ? atoms.XdndActionCopy : XCB_NONE);
+    if (!offersURIs_) {
+        Reply(source_, target_, backend_.Connection().atoms.XdndStatus, 0, XCB_NONE);
+    } else if (urls_) {
+        AnswerPosition();
+    } else {
+        positionWaits_ = true;
+        Fetch(message.data.data32[3]);
+    }
 }
 
 void X11Dnd::Drop(const xcb_client_message_event_t& message) {
     if (message.data.data32[0] != source_)
         return;
-    const Atoms& atoms = backend_.Connection().atoms;
     if (!offersURIs_) {
-        Reply(source_, target_, atoms.XdndFinished, 0, XCB_NONE);
-        source_ = XCB_NONE;
-        return;
+        Reply(source_, target_, backend_.Connection().atoms.XdndFinished, 0, XCB_NONE);
+        Leave();
+    } else if (urls_) {
+        DeliverDrop();
+    } else {
+        dropWaits_ = true;
+        Fetch(message.data.data32[2]);
     }
-    xcb_convert_selection(backend_.Connection().get(), target_, atoms.XdndSelection,
-                          atoms.TEXT_URI_LIST, atoms.XdndSelection, message.data.data32[2]);
-    xcb_flush(backend_.Connection().get());
 }
 
 bool X11Dnd::Received(const xcb_selection_notify_event_t& notify) {
     const Atoms& atoms = backend_.Connection().atoms;
     if (notify.selection != atoms.XdndSelection || source_ == XCB_NONE)
         return false;
-    std::vector<std::string> urls;
-    if (notify.property != XCB_NONE)
-        urls = FileURLsOfURIList(
-            ReadTextProperty(backend_.Connection().get(), target_, notify.property, true));
-    WindowRef window = backend_.WindowRefFor(target_);
-    double scale = backend_.Scale();
-    Point mouse{int16_t(std::lround(rootY_ / scale)), int16_t(std::lround(rootX_ / scale))};
-    // The source waits for XdndFinished; it goes once the toolbox has answered.
-    backend_.OnMainThread(
-        [this, window, mouse, urls = std::move(urls), source = source_, target = target_] {
-            StatusCode status = urls.empty() || window == nullptr
-                                    ? StatusCode(dragNotAcceptedErr)
-                                    : toolbox::drag::DeliverFileDrop(window, mouse, urls);
-            const Atoms& atoms = backend_.Connection().atoms;
-            Reply(source, target, atoms.XdndFinished, status == noErr ? 1 : 0,
-                  status == noErr ? atoms.XdndActionCopy : XCB_NONE);
-        });
-    source_ = XCB_NONE;
+    urls_ = notify.property == XCB_NONE
+                ? std::vector<std::string>()
+                : FileURLsOfURIList(ReadTextProperty(backend_.Connection().get(), target_,
+                                                     notify.property, true));
+    fetching_ = false;
+    if (dropWaits_)
+        DeliverDrop();
+    else if (positionWaits_)
+        AnswerPosition();
     return true;
+}
+
+Point X11Dnd::Mouse() const {
+    double scale = backend_.Scale();
+    return {int16_t(std::lround(rootY_ / scale)), int16_t(std::lround(rootX_ / scale))};
+}
+
+toolbox::drag::IncomingDrag& X11Dnd::SessionFor(WindowRef window,
+                                                const std::vector<std::string>& urls) {
+    if (session_ == nullptr || session_->Window() != window)
+        session_ = std::make_unique<toolbox::drag::IncomingDrag>(window, urls);
+    return *session_;
+}
+
+void X11Dnd::AnswerPosition() {
+    positionWaits_ = false;
+    backend_.OnMainThread([this, window = backend_.WindowRefFor(target_), mouse = Mouse(),
+                           urls = *urls_, source = source_, target = target_] {
+        bool accept = window != nullptr && !urls.empty() && SessionFor(window, urls).Move(mouse);
+        const Atoms& atoms = backend_.Connection().atoms;
+        Reply(source, target, atoms.XdndStatus, accept ? 1 : 0,
+              accept ? atoms.XdndActionCopy : XCB_NONE);
+    });
+}
+
+// The source waits for XdndFinished; it goes once the toolbox has answered.
+void X11Dnd::DeliverDrop() {
+    dropWaits_ = false;
+    backend_.OnMainThread([this, window = backend_.WindowRefFor(target_), mouse = Mouse(),
+                           urls = *urls_, source = source_, target = target_] {
+        StatusCode status = window == nullptr || urls.empty()
+                                ? StatusCode(dragNotAcceptedErr)
+                                : SessionFor(window, urls).Drop(mouse);
+        session_.reset();
+        const Atoms& atoms = backend_.Connection().atoms;
+        Reply(source, target, atoms.XdndFinished, status == noErr ? 1 : 0,
+              status == noErr ? atoms.XdndActionCopy : XCB_NONE);
+    });
+    source_ = XCB_NONE;
 }
 
 } // namespace basalt::x11

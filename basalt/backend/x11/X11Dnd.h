@@ -1,10 +1,17 @@
 #pragma once
 
-// Receiving drops over XDND (version 5 and older down to 3): a source that offers
-// text/uri-list is told we accept a copy; at the drop we ask for the list, and the event
-// thread hands the file URLs to the toolbox's drop handlers on the main thread, whose answer
-// goes back to the source as XdndFinished. One drag at a time, as the protocol has it.
+// Receiving drops over XDND (version 5 and older down to 3). At the first position of a
+// source that offers text/uri-list we ask for the list; from then on each position goes to
+// the window's drag handlers on the main thread (an IncomingDrag), whose verdict goes back as
+// XdndStatus, so the source shows whether the window would take it. The drop goes to the same
+// handlers, and their answer back as XdndFinished. One drag at a time, as the protocol has it.
+//
+// Threads: the protocol state is the event thread's; the IncomingDrag is the main thread's.
 
+#include "basalt/toolbox/drag/Drag.h"
+
+#include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -30,6 +37,15 @@ private:
     void Enter(const xcb_client_message_event_t& message);
     void Position(const xcb_client_message_event_t& message);
     void Drop(const xcb_client_message_event_t& message);
+    void Leave();
+    // Asks the source for its list, once per drag.
+    void Fetch(xcb_timestamp_t time);
+    // Main thread, with the list: the handlers' verdict on the position, and the drop.
+    void AnswerPosition();
+    void DeliverDrop();
+    // The drag as the main thread follows it, made for the window at the first position.
+    toolbox::drag::IncomingDrag& SessionFor(WindowRef window, const std::vector<std::string>& urls);
+    Point Mouse() const;
     void Reply(xcb_window_t source, xcb_window_t target, xcb_atom_t type, uint32_t flags,
                xcb_atom_t action) const;
     bool Offers(const std::vector<xcb_atom_t>& types) const;
@@ -39,6 +55,12 @@ private:
     xcb_window_t target_ = XCB_NONE;
     bool offersURIs_ = false;
     int rootX_ = 0, rootY_ = 0;
+    std::optional<std::vector<std::string>> urls_;
+    bool fetching_ = false;
+    bool positionWaits_ = false;
+    bool dropWaits_ = false;
+
+    std::unique_ptr<toolbox::drag::IncomingDrag> session_;
 };
 
 } // namespace basalt::x11

@@ -43,7 +43,8 @@ X11Input::X11Input(X11Backend& backend, std::unique_ptr<X11Keyboard> keyboard)
 }
 
 void X11Input::PostMouse(EventKind kind, xcb_window_t window, int rootX, int rootY, uint16_t state,
-                         uint16_t button, uint32_t clicks, int32_t wheel) {
+                         uint16_t button, uint32_t clicks, int32_t wheel,
+                         EventMouseWheelAxis axis) {
     WindowRef ref = backend_.WindowRefFor(window);
     double scale = backend_.Scale();
     EventHolder event(kEventClassMouse, kind);
@@ -56,32 +57,33 @@ void X11Input::PostMouse(EventKind kind, xcb_window_t window, int rootX, int roo
     SetParam(event.get(), kEventParamMouseButton, typeMouseButton, button);
     if (clicks > 0)
         SetParam(event.get(), kEventParamClickCount, typeUInt32, clicks);
-    if (kind == kEventMouseWheelMoved)
+    if (kind == kEventMouseWheelMoved) {
         SetParam(event.get(), kEventParamMouseWheelDelta, typeSInt32, wheel);
+        SetParam(event.get(), kEventParamMouseWheelAxis, typeMouseWheelAxis, axis);
+    }
     PostEventToQueue(GetMainEventQueue(), event.get(), kEventPriorityStandard);
 }
 
 void X11Input::Button(const xcb_button_press_event_t& event, bool press) {
-    if (event.detail == kWheelLeft || event.detail == kWheelRight)
-        return;
-    if (event.detail == kWheelUp || event.detail == kWheelDown) {
+    if (event.detail >= kWheelUp && event.detail <= kWheelRight) {
         if (press)
             PostMouse(kEventMouseWheelMoved, event.event, event.root_x, event.root_y, event.state,
-                      0, 0, event.detail == kWheelUp ? 1 : -1);
+                      0, 0, event.detail == kWheelUp || event.detail == kWheelLeft ? 1 : -1,
+                      event.detail >= kWheelLeft ? kEventMouseWheelAxisX : kEventMouseWheelAxisY);
         return;
     }
     uint16_t button = ToolboxButton(event.detail);
     uint32_t clicks =
         press ? clicks_.Press(event.detail, event.time, event.root_x, event.root_y) : 0;
     PostMouse(press ? kEventMouseDown : kEventMouseUp, event.event, event.root_x, event.root_y,
-              event.state, button, clicks, 0);
+              event.state, button, clicks);
 }
 
 void X11Input::Motion(const xcb_motion_notify_event_t& event) {
     constexpr uint16_t kButtons = XCB_BUTTON_MASK_1 | XCB_BUTTON_MASK_2 | XCB_BUTTON_MASK_3;
     bool dragging = (event.state & kButtons) != 0;
     PostMouse(dragging ? kEventMouseDragged : kEventMouseMoved, event.event, event.root_x,
-              event.root_y, event.state, dragging ? 1 : 0, 0, 0);
+              event.root_y, event.state, dragging ? 1 : 0, 0);
 }
 
 void X11Input::Key(const xcb_key_press_event_t& event, bool press) {

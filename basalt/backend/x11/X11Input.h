@@ -44,7 +44,8 @@ public:
 
 private:
     void PostMouse(EventKind kind, xcb_window_t window, int rootX, int rootY, uint16_t state,
-                   uint16_t button, uint32_t clicks, int32_t wheel);
+                   uint16_t button, uint32_t clicks, int32_t wheel = 0,
+                   EventMouseWheelAxis axis = kEventMouseWheelAxisY);
 
     X11Backend& backend_;
     std::unique_ptr<X11Keyboard> keyboard_;

@@ -1,6 +1,7 @@
 #include "basalt/backend/x11/X11Window.h"
 
 #include "basalt/backend/x11/X11Backend.h"
+#include "basalt/backend/x11/X11Upload.h"
 #include "basalt/toolbox/windows/Window.h"
 #include "basalt/toolbox/windows/WindowList.h"
 
@@ -231,7 +232,6 @@ bool X11Window::NoteGeometry(const PixelRect& geometry) {
 
 void X11Window::Present() {
     xcb_connection_t* xcb = backend_.Connection().get();
-    cairo_surface_flush(back_);
     int width = cairo_image_surface_get_width(back_);
     int height = cairo_image_surface_get_height(back_);
     std::lock_guard lock(mutex_);
@@ -244,30 +244,8 @@ void X11Window::Present() {
         frontWidth_ = width;
         frontHeight_ = height;
     }
-    UploadBackBufferLocked(width, height);
+    UploadSurface(xcb, front_, backend_.Connection().Screen()->root_depth, back_);
     CopyFrontLocked(0, 0, width, height);
-}
-
-// The back buffer's rows go to the front pixmap as they are: cairo's ARGB32 in memory is the
-// server's 32-bit Z-pixmap layout for depth 24. Rows go in bands that fit one request. (Not
-// through cairo-xcb: its shared-memory path reads from the connection behind our event
-// thread's back, and events got lost.)
-void X11Window::UploadBackBufferLocked(int width, int height) {
-    xcb_connection_t* xcb = backend_.Connection().get();
-    int stride = cairo_image_surface_get_stride(back_);
-    const uint8_t* pixels = cairo_image_surface_get_data(back_);
-    constexpr uint32_t kRequestHeader = 24;
-    uint32_t maxBytes = xcb_get_maximum_request_length(xcb) * 4 - kRequestHeader;
-    int band = std::max(1, int(maxBytes / uint32_t(stride)));
-    xcb_gcontext_t gc = xcb_generate_id(xcb);
-    xcb_create_gc(xcb, gc, front_, 0, nullptr);
-    for (int top = 0; top < height; top += band) {
-        int rows = std::min(band, height - top);
-        xcb_put_image(xcb, XCB_IMAGE_FORMAT_Z_PIXMAP, front_, gc, uint16_t(width), uint16_t(rows),
-                      0, int16_t(top), 0, backend_.Connection().Screen()->root_depth,
-                      uint32_t(rows * stride), pixels + size_t(top) * size_t(stride));
-    }
-    xcb_free_gc(xcb, gc);
 }
 
 void X11Window::Expose(int x, int y, int width, int height) {

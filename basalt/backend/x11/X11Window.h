@@ -48,8 +48,6 @@ private:
     void SetModalProperties();
     void MoveOntoAMonitor();
     void ResizeBackBuffer(int width, int height);
-    // Puts the back buffer's pixels into the front buffer; the caller holds mutex_.
-    void UploadBackBufferLocked(int width, int height);
     // Copies part of the front buffer onto the window; the caller holds mutex_.
     void CopyFrontLocked(int x, int y, int width, int height);
 

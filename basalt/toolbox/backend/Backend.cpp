@@ -1,5 +1,7 @@
 #include "basalt/toolbox/backend/Backend.h"
 
+#include "basalt/graphics/BGCairo.h"
+
 #include <cstdio>
 #include <cstdlib>
 #include <vector>
@@ -81,6 +83,16 @@ Backend& CurrentBackend() {
         std::_Exit(2);
     }
     return *backend;
+}
+
+BGContextRef CreateFlippedContext(BackendWindow& window, BGFloat heightInPoints) {
+    BGContextRef context =
+        graphics::CreateContextForSurface(window.Surface(), heightInPoints, window.Scale());
+    if (context == nullptr)
+        return nullptr;
+    BGContextTranslateCTM(context, 0, heightInPoints);
+    BGContextScaleCTM(context, 1, -1);
+    return context;
 }
 
 } // namespace basalt::toolbox

@@ -28,6 +28,10 @@ public:
     virtual void Present() = 0;
 };
 
+// A context over the window's surface in flipped coordinates (origin top left, y down, points),
+// as views and menus draw; the caller releases it. Null when Cairo fails.
+BGContextRef CreateFlippedContext(BackendWindow& window, BGFloat heightInPoints);
+
 class Backend {
 public:
     virtual ~Backend() = default;

@@ -1,7 +1,7 @@
 #pragma once
 
 // A popup button: a menu attached with "mhan" (retained), the value is the chosen item and the
-// maximum the item count. A click shows the menu through the backend; a choice sets the value,
+// maximum the item count. A press shows the menu through the backend; a choice sets the value,
 // sends the item's command to the menu, and reports a hit on the menu part.
 
 #include "basalt/toolbox/views/View.h"
@@ -16,6 +16,7 @@ public:
     BGSize OptimalSize(float* baseline) override;
     ControlPartCode HitTest(BGPoint local) override;
     ControlPartCode PerformClick(ControlPartCode part, uint32_t modifiers) override;
+    bool ActsOnPress() const override { return true; }
     StatusCode SetKindData(ResType tag, size_t size, const void* data) override;
     StatusCode GetKindData(ResType tag, size_t size, void* data, size_t* actual) override;
     MenuRef Menu() const { return menu_; }

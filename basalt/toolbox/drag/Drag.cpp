@@ -63,13 +63,6 @@ std::vector<Handler<Proc>> HandlersFor(const std::vector<Handler<Proc>>& handler
     return own.empty() ? shared : own;
 }
 
-void Track(const std::vector<Handler<DragTrackingHandlerUPP>>& handlers,
-           DragTrackingMessage message, WindowRef window, DragRef drag) {
-    for (const auto& handler : handlers)
-        if (windows::IsValid(window))
-            handler.proc(message, window, handler.refCon, drag);
-}
-
 const OpaqueDragRef::Item* ItemOf(DragRef drag, DragItemRef item) {
     return drag != nullptr && item >= 1 && item <= drag->items.size() ? &drag->items[item - 1]
                                                                       : nullptr;
@@ -89,26 +82,67 @@ const std::vector<uint8_t>* FlavorOf(DragRef drag, DragItemRef item, FlavorType 
 
 } // namespace
 
+IncomingDrag::IncomingDrag(WindowRef window, const std::vector<std::string>& fileURLs)
+    : window_(window) {
+    for (const std::string& url : fileURLs)
+        drag_.items.push_back({{{kDragFlavorTypeFileURL, {url.begin(), url.end()}}}});
+}
+
+IncomingDrag::~IncomingDrag() {
+    Leave();
+}
+
+void IncomingDrag::Track(DragTrackingMessage message, bool* refused) {
+    for (const auto& handler : HandlersFor(TrackingHandlers(), window_))
+        if (windows::IsValid(window_) &&
+            handler.proc(message, window_, handler.refCon, &drag_) != noErr && refused != nullptr)
+            *refused = true;
+}
+
+bool IncomingDrag::Move(Point globalMouse) {
+    if (!windows::IsValid(window_))
+        return false;
+    drag_.mouse = globalMouse;
+    bool refused = false;
+    if (!entered_) {
+        entered_ = true;
+        Track(kDragTrackingEnterHandler, &refused);
+        Track(kDragTrackingEnterWindow, &refused);
+    }
+    Track(kDragTrackingInWindow, &refused);
+    return !refused && !HandlersFor(ReceiveHandlers(), window_).empty();
+}
+
+StatusCode IncomingDrag::Drop(Point globalMouse) {
+    if (!windows::IsValid(window_))
+        return errInvalidWindowRef;
+    if (!entered_)
+        Move(globalMouse);
+    drag_.mouse = globalMouse;
+    StatusCode status = dragNotAcceptedErr;
+    for (const auto& handler : HandlersFor(ReceiveHandlers(), window_))
+        if (windows::IsValid(window_) &&
+            (status = handler.proc(window_, handler.refCon, &drag_)) == noErr)
+            break;
+    Leave();
+    return status == noErr ? StatusCode(noErr) : StatusCode(dragNotAcceptedErr);
+}
+
+void IncomingDrag::Leave() {
+    if (!entered_)
+        return;
+    entered_ = false;
+    Track(kDragTrackingLeaveWindow);
+    Track(kDragTrackingLeaveHandler);
+}
+
 StatusCode DeliverFileDrop(WindowRef window, Point globalMouse,
                            const std::vector<std::string>& fileURLs) {
     if (!windows::IsValid(window))
         return errInvalidWindowRef;
-    OpaqueDragRef drag;
-    drag.mouse = globalMouse;
-    for (const std::string& url : fileURLs)
-        drag.items.push_back({{{kDragFlavorTypeFileURL, {url.begin(), url.end()}}}});
-    auto tracking = HandlersFor(TrackingHandlers(), window);
-    for (DragTrackingMessage message :
-         {kDragTrackingEnterHandler, kDragTrackingEnterWindow, kDragTrackingInWindow})
-        Track(tracking, message, window, &drag);
-    StatusCode status = dragNotAcceptedErr;
-    for (const auto& handler : HandlersFor(ReceiveHandlers(), window))
-        if (windows::IsValid(window) &&
-            (status = handler.proc(window, handler.refCon, &drag)) == noErr)
-            break;
-    for (DragTrackingMessage message : {kDragTrackingLeaveWindow, kDragTrackingLeaveHandler})
-        Track(tracking, message, window, &drag);
-    return status == noErr ? StatusCode(noErr) : StatusCode(dragNotAcceptedErr);
+    IncomingDrag drag(window, fileURLs);
+    drag.Move(globalMouse);
+    return drag.Drop(globalMouse);
 }
 
 } // namespace basalt::toolbox::drag

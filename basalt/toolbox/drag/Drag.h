@@ -20,10 +20,33 @@ struct OpaqueDragRef {
 
 namespace basalt::toolbox::drag {
 
-// Offers a drop of files (file URLs) to the window's handlers: the tracking handlers see the
-// drag enter and lie in the window, then receive handlers are asked in turn until one takes
-// it, then the tracking handlers see it leave. noErr if a receive handler took it, else
-// dragNotAcceptedErr. Main thread.
+// A drag of files (file URLs) from another program over one window, from the moment it
+// enters to its drop or its leaving, on the main thread. The window's tracking handlers hear
+// it enter with the first move and leave at the end, whether it was dropped or not.
+class IncomingDrag {
+public:
+    IncomingDrag(WindowRef window, const std::vector<std::string>& fileURLs);
+    ~IncomingDrag();
+    IncomingDrag(const IncomingDrag&) = delete;
+    IncomingDrag& operator=(const IncomingDrag&) = delete;
+
+    WindowRef Window() const { return window_; }
+    // The mouse is in the window: true when the window would take the drop, that is, it has a
+    // receive handler and none of its tracking handlers refused.
+    bool Move(Point globalMouse);
+    // Receive handlers are asked in turn until one takes it: noErr, else dragNotAcceptedErr.
+    StatusCode Drop(Point globalMouse);
+
+private:
+    void Track(DragTrackingMessage message, bool* refused = nullptr);
+    void Leave();
+
+    WindowRef window_;
+    OpaqueDragRef drag_;
+    bool entered_ = false;
+};
+
+// The whole of a drop at once: enter, one move, the drop, the leaving.
 StatusCode DeliverFileDrop(WindowRef window, Point globalMouse,
                            const std::vector<std::string>& fileURLs);
 

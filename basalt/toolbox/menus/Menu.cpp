@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <set>
+#include <utility>
 
 namespace basalt::toolbox {
 namespace {
@@ -31,6 +32,10 @@ Menu::~Menu() {
 }
 
 Menu::Item* Menu::At(MenuItemIndex index) {
+    return const_cast<Item*>(std::as_const(*this).At(index));
+}
+
+const Menu::Item* Menu::At(MenuItemIndex index) const {
     return index >= 1 && index <= items.size() ? &items[index - 1] : nullptr;
 }
 

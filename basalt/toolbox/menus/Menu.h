@@ -36,6 +36,7 @@ public:
     bool enabled = true;
 
     Item* At(MenuItemIndex index);
+    const Item* At(MenuItemIndex index) const;
     void SetIcon(MenuItemIndex index, IconRef icon);
     EventTargetRef PropagationParent() override;
 };

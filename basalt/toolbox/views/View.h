@@ -104,6 +104,9 @@ public:
     // Does what a click on the part does before the hit is reported (toggle, pick, ...);
     // returns the part to report, 0 for none.
     virtual ControlPartCode PerformClick(ControlPartCode part, uint32_t modifiers);
+    // True for kinds whose click acts on the press rather than on the release over it: a popup
+    // shows its menu at once, so the user can drag to an item.
+    virtual bool ActsOnPress() const { return false; }
     // After the frame changed: kinds that arrange their subviews do it here.
     virtual void FrameChanged() {}
     // The mouse moved with the button down after a click on this view; true if it took that.

@@ -61,6 +61,12 @@ StatusCode MouseDown(Window& window, EventRef event, BGPoint local, uint32_t mod
         return noErr;
     if (hit->AcceptsFocus())
         window.SetFocus(hit, kControlEditTextPart);
+    if (hit->ActsOnPress()) {
+        ControlPartCode result = hit->PerformClick(part, modifiers);
+        if (result != kControlNoPart)
+            SendControlHit(*hit, result, modifiers);
+        return noErr;
+    }
     window.tracking = {hit->Shared(), part, false};
     hit->SetHilite(part);
     return noErr;
@@ -92,16 +98,22 @@ StatusCode MouseUp(Window& window, BGPoint local, uint32_t modifiers) {
 }
 
 // The wheel scrolls the innermost view under the mouse that scrolls itself, or scroll view,
-// by lines.
+// by lines. Views scroll themselves vertically only; sideways the scroll view takes it.
 StatusCode Wheel(Window& window, EventRef event, BGPoint local) {
     int32_t delta = 0;
     GetParam(event, kEventParamMouseWheelDelta, typeSInt32, &delta);
+    EventMouseWheelAxis axis = kEventMouseWheelAxisY;
+    GetParam(event, kEventParamMouseWheelAxis, typeMouseWheelAxis, &axis);
+    bool sideways = axis == kEventMouseWheelAxisX;
     for (View* view = window.Root().HitView(local); view != nullptr; view = view->Superview()) {
-        if (view->Wheel(view->FromWindow(local), delta))
+        if (!sideways && view->Wheel(view->FromWindow(local), delta))
             return noErr;
         if (auto* scroll = dynamic_cast<ScrollView*>(view)) {
             ScrollView::Info info = scroll->Query();
-            scroll->ScrollBy(0, -delta * info.line.height);
+            if (sideways)
+                scroll->ScrollBy(-delta * info.line.width, 0);
+            else
+                scroll->ScrollBy(0, -delta * info.line.height);
             return noErr;
         }
     }

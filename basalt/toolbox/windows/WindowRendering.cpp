@@ -2,7 +2,6 @@
 // flipped (top-left, y down) coordinates, back to front, each clipped to its bounds. A view
 // draws by answering "cntl" 4, so custom view classes draw the same way built-in kinds do.
 
-#include "basalt/graphics/BGCairo.h"
 #include "basalt/toolbox/windows/Window.h"
 
 namespace basalt::toolbox {
@@ -26,24 +25,13 @@ void DrawTree(View& view, BGContextRef context) {
     BGContextRestoreGState(context);
 }
 
-BGContextRef FlippedContext(BackendWindow& surface, const Rect& content) {
-    double height = content.bottom - content.top;
-    BGContextRef context =
-        graphics::CreateContextForSurface(surface.Surface(), height, surface.Scale());
-    if (context == nullptr)
-        return nullptr;
-    BGContextTranslateCTM(context, 0, height);
-    BGContextScaleCTM(context, 1, -1);
-    return context;
-}
-
 } // namespace
 
 void Window::RenderView(View& view) {
     EnsureSurface();
     if (surface_ == nullptr || view.OwnerWindow() != this)
         return;
-    BGContextRef context = FlippedContext(*surface_, content_);
+    BGContextRef context = CreateFlippedContext(*surface_, content_.bottom - content_.top);
     if (context == nullptr)
         return;
     BGRect frame = view.FrameInWindow();

@@ -1,6 +1,6 @@
 // A toolbox window with one text field, for driving the X11 backend from outside: it prints
 // "text: ..." with the field's content when the window is closed, and "drop: URL" for each
-// file dropped on it.
+// file dropped on it. Its drag tracking refuses files whose names end in ".bad".
 
 #include <basalt/BasaltDrag.h>
 #include <basalt/BasaltToolbox.h>
@@ -28,6 +28,19 @@ StatusCode Closing(EventHandlerCallRef call, EventRef event, void*) {
     std::fflush(stdout);
     QuitApplicationEventLoop();
     return CallNextEventHandler(call, event);
+}
+
+StatusCode Tracking(DragTrackingMessage message, WindowRef, void*, DragRef drag) {
+    if (message != kDragTrackingInWindow)
+        return noErr;
+    char url[1024] = {};
+    Size size = sizeof url - 1;
+    GetFlavorData(drag, 1, kDragFlavorTypeFileURL, url, &size, 0);
+    std::string name(url);
+    if (name.size() >= 4 && name.compare(name.size() - 4, 4, ".bad") == 0)
+        return dragNotAcceptedErr;
+    ShowDragHilite(drag, nullptr, true);
+    return noErr;
 }
 
 StatusCode Dropped(WindowRef, void*, DragRef drag) {
@@ -63,9 +76,11 @@ int main() {
     const EventTypeSpec close = {kEventClassWindow, kEventWindowClose};
     InstallEventHandler(GetWindowEventTarget(window), Closing, 1, &close, nullptr, nullptr);
     InstallReceiveHandler(Dropped, window, nullptr);
+    InstallTrackingHandler(Tracking, window, nullptr);
     ShowWindow(window);
     SetKeyboardFocus(window, gField, kControlEditTextPart);
     RunApplicationEventLoop();
     RemoveReceiveHandler(Dropped, window);
+    RemoveTrackingHandler(Tracking, window);
     return 0;
 }

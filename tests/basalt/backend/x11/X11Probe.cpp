@@ -3,8 +3,9 @@
 //   x11probe close WINDOW          sends WM_DELETE_WINDOW, as a close button does
 //   x11probe keys WINDOW CODE...   presses and releases the keys at those X key codes, as a
 //                                  keyboard does: what they type is up to the layout
-//   x11probe drop WINDOW URI...    drags the URIs onto the window over XDND and drops them;
-//                                  prints "accepted" or "refused"
+//   x11probe drop WINDOW URI...    drags the URIs onto the window over XDND and drops them if
+//                                  the window says it would take them; prints "accepted"
+//                                  or "refused"
 //   x11probe shot FILE.png [WINDOW] writes the screen (or the window) as the server shows it
 
 #include "basalt/backend/x11/X11Snapshot.h"
@@ -141,7 +142,13 @@ int Drop(xcb_connection_t* xcb, xcb_screen_t* screen, xcb_window_t target,
         return (event->response_type & 0x7F) == XCB_CLIENT_MESSAGE &&
                reinterpret_cast<xcb_client_message_event_t*>(event)->type == type;
     };
+    // The target may ask for the list before it answers, to judge it.
+    auto serve = [&](xcb_generic_event_t* event) {
+        if ((event->response_type & 0x7F) == XCB_SELECTION_REQUEST)
+            ServeURIs(xcb, *reinterpret_cast<xcb_selection_request_event_t*>(event), list);
+    };
     if (!Await(xcb, [&](xcb_generic_event_t* event) {
+            serve(event);
             if (!isMessage(event, status))
                 return false;
             willAccept = reinterpret_cast<xcb_client_message_event_t*>(event)->data.data32[1] & 1;
@@ -158,8 +165,7 @@ int Drop(xcb_connection_t* xcb, xcb_screen_t* screen, xcb_window_t target,
     SendMessage(xcb, target, Atom(xcb, "XdndDrop"), {source, 0, XCB_CURRENT_TIME});
     bool accepted = false;
     if (!Await(xcb, [&](xcb_generic_event_t* event) {
-            if ((event->response_type & 0x7F) == XCB_SELECTION_REQUEST)
-                ServeURIs(xcb, *reinterpret_cast<xcb_selection_request_event_t*>(event), list);
+            serve(event);
             if (!isMessage(event, finished))
                 return false;
             accepted = reinterpret_cast<xcb_client_message_event_t*>(event)->data.data32[1] & 1;

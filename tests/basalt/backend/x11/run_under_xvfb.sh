@@ -3,9 +3,9 @@
 # xclip, setxkbmap and x11probe (what a window manager, a file manager and a screenshot tool
 # do). Every wait is on a condition with a deadline. Pictures taken through the server go to
 # the artifacts folder.
-#   run_under_xvfb.sh KELPICK FIELD_WINDOW X11PROBE ARTIFACTS
+#   run_under_xvfb.sh KELPICK FIELD_WINDOW X11PROBE ARTIFACTS POPUP_WINDOW CLIPBOARD SHEET_WINDOW
 set -uo pipefail
-kelpick=$1 field=$2 probe=$3 artifacts=$4
+kelpick=$1 field=$2 probe=$3 artifacts=$4 popup=$5 clipboard=$6 sheetwin=$7
 mkdir -p "$artifacts"
 work=$(mktemp -d)
 export HOME=$work/home XDG_CONFIG_HOME=$work/home/.config XDG_DATA_HOME=$work/home/.local/share
@@ -28,6 +28,14 @@ check() { # name, got, want
         echo "FAIL $1: got [$2], want [$3]"
     fi
 }
+
+# Polls a command until its output is the value; false after the deadline. (A condition
+# written as test "$(...)" would be worked out once, before the polling.)
+eventually_says() { # value, command...
+    local want=$1; shift
+    eventually says "$want" "$@"
+}
+says() { [ "$("${@:2}")" == "$1" ]; }
 
 # Polls a command until it succeeds; false after the deadline.
 eventually() {
@@ -75,6 +83,8 @@ png_size() {
     python3 -c 'import struct, sys
 print(*struct.unpack(">II", open(sys.argv[1], "rb").read(24)[16:]))' "$1"
 }
+
+xclip_holds_text() { [ -n "$(xclip -o -selection clipboard 2>/dev/null | head -c 1)" ]; }
 
 # xdotool complains on stderr that a server without a window manager has no focus window.
 xdotool() { command xdotool "$@" 2>/dev/null; }
@@ -158,17 +168,149 @@ check "the title is UTF-8" "$(xdotool getwindowname "$window")" "Field — ü"
 # The keys at the places of US y ' ; - = e: z ä ö ß, then a dead acute and e.
 "$probe" keys "$window" 29 48 47 20 21 26
 printf 'pasted ✓' | xclip -selection clipboard -i
-eventually test -n "$(xclip -o -selection clipboard)"
+eventually xclip_holds_text
 xdotool key --window "$window" ctrl+v
 check "a file dropped onto the window" "$("$probe" drop "$window" file:///tmp/a%20b)" "accepted"
+check "a file the window's drag tracking refuses while it hovers" \
+    "$("$probe" drop "$window" file:///tmp/c.bad)" "refused"
 xdotool key --window "$window" ctrl+a ctrl+c
 typed="${typed_by_keys}pasted ✓"
-eventually test "$(xclip -o -selection clipboard)" == "$typed"
+eventually_says "$typed" xclip -o -selection clipboard
 check "the field's text reaches the clipboard" "$(xclip -o -selection clipboard)" "$typed"
 "$probe" close "$window"
 check "typed, composed and pasted text" "$(outcome field)" "drop: file:///tmp/a%20b
 text: $typed|0"
 setxkbmap -layout us
+
+# ---- Popup menus, opened by a press on the button: chosen by click-click, by
+# press-drag-release, by keys and by typing; dismissed by Escape and by a click elsewhere; a
+# click on a disabled item leaves the menu open; a long menu is cut to the screen and scrolls.
+# The window's content is at (160, 120) and the button at (20, 40) in it, so the menu opens
+# with the current item's row at y 160. Rows are 22 points from y 4, the separator after the
+# third 9 points.
+row_top() { # item
+    if [ "$1" -le 4 ]; then echo $((4 + 22 * ($1 - 1))); else echo $((79 + 22 * ($1 - 5))); fi
+}
+item_y() { # item, current item: the global y of the item's middle while the menu is open
+    echo $((160 - $(row_top "$2") + $(row_top "$1") + 11))
+}
+visible_windows() { xdotool search --onlyvisible --pid "$(cat "$work/$1.pid")" | wc -l; }
+menu_open() { eventually_says 2 visible_windows "$1"; }
+menu_closed() { eventually_says 1 visible_windows "$1"; }
+open_menu() { # program
+    click_at "$window" 100 51 1
+    menu_open "$1" || echo "FAIL the menu of $1 did not open"
+}
+choices() { grep -c '^chose' "$work/$1.out"; }
+# The program's last line once it is the one wanted, or whatever it is after the deadline:
+# the choice is printed just after the menu's window goes.
+last_line() { # program, wanted line
+    eventually_says "$2" tail -1 "$work/$1.out"
+    tail -1 "$work/$1.out"
+}
+
+launch popup "$popup"
+window=$(window_of popup)
+open_menu popup
+"$probe" shot "$artifacts/popup-menu-x11.png"
+xdotool mousemove 230 "$(item_y 5 1)" click 1
+menu_closed popup
+check "click-click chooses" "$(last_line popup "chose: 5")" "chose: 5"
+
+xdotool mousemove --window "$window" 100 51 mousedown 1
+menu_open popup
+xdotool mousemove 230 "$(item_y 2 5)" mouseup 1
+menu_closed popup
+check "press-drag-release chooses" "$(last_line popup "chose: 2")" "chose: 2"
+
+open_menu popup
+xdotool mousemove 230 "$(item_y 3 2)" click 1
+xdotool mousemove 230 "$(item_y 1 2)" click 1
+menu_closed popup
+check "a disabled item leaves the menu open" "$(last_line popup "chose: 1")" "chose: 1"
+open_menu popup
+xdotool key Escape
+menu_closed popup
+open_menu popup
+xdotool mousemove 1000 700 click 1
+menu_closed popup
+check "Escape and a click elsewhere choose nothing" "$(choices popup)" 3
+
+open_menu popup
+xdotool key Down Down Down Return
+menu_closed popup
+check "arrows skip the disabled item and the separator" "$(last_line popup "chose: 6")" "chose: 6"
+open_menu popup
+xdotool type al
+xdotool key Return
+menu_closed popup
+check "typing selects by prefix" "$(last_line popup "chose: 1")" "chose: 1"
+"$probe" close "$window"
+check "the popup's value" "$(outcome popup | tail -1)" "value: 1|0"
+
+# At scale 2 the menu opens at the same place in points, drawn with twice the pixels.
+launch popup2 env GDK_SCALE=2 "$popup"
+window=$(window_of popup2)
+click_at "$window" 100 51 2
+menu_open popup2 || echo "FAIL the menu of popup2 did not open"
+"$probe" shot "$artifacts/popup-menu-x11-scale2.png"
+xdotool mousemove 460 $((2 * $(item_y 5 1))) click 1
+menu_closed popup2
+check "a menu at scale 2 chooses" "$(last_line popup2 "chose: 5")" "chose: 5"
+"$probe" close "$window"
+outcome popup2 >/dev/null
+
+# 60 items, 1315 points: the menu fills the screen's 800. With the last item current it is
+# scrolled to the end (515 points), item 59 in the row at y 752 to 774; three notches of the
+# wheel up scroll 66 points, putting item 56 there and a scroll arrow below it.
+launch long "$popup" long
+window=$(window_of long)
+open_menu long
+xdotool key End Return
+menu_closed long
+check "End chooses the last item of a long menu" "$(last_line long "chose: 60")" "chose: 60"
+open_menu long
+"$probe" shot "$artifacts/popup-menu-long-x11.png"
+xdotool mousemove 230 763 click 4 click 4 click 4
+xdotool click 1
+menu_closed long
+check "the wheel scrolls a long menu" "$(last_line long "chose: 56")" "chose: 56"
+"$probe" close "$window"
+outcome long >/dev/null
+
+# ---- A sheet: a modal dialog of its parent for the window manager, centred at the top of
+# the parent's content (400 points wide, the sheet 200), and moving with it.
+launch sheet "$sheetwin"
+eventually xdotool search --onlyvisible --name '^Sheet$'
+parent=$(xdotool search --onlyvisible --name '^Parent$')
+sheet=$(xdotool search --onlyvisible --name '^Sheet$')
+check "a sheet belongs to its parent" \
+    "$(xprop -id "$sheet" WM_TRANSIENT_FOR _NET_WM_STATE | grep -c -e "$(printf '0x%x' "$parent")" -e _MODAL)" 2
+sheet_x() { xdotool getwindowgeometry --shell "$sheet" | grep '^X='; }
+check "a sheet opens at the top of its parent" \
+    "$(xdotool getwindowgeometry --shell "$sheet" | grep -e '^X=' -e '^Y=' | tr '\n' ' ')" "X=260 Y=120 "
+xdotool windowmove "$parent" 300 200
+eventually_says X=400 sheet_x
+check "a sheet moves with its parent" \
+    "$(xdotool getwindowgeometry --shell "$sheet" | grep -e '^X=' -e '^Y=' | tr '\n' ' ')" "X=400 Y=200 "
+kill "$(cat "$work/sheet.pid")"
+outcome sheet >/dev/null
+
+# ---- A large text through the clipboard both ways: 3 MB is more than xclip and we send in
+# one piece, so it goes in pieces (INCR).
+python3 -c 'import sys
+line = "".join(chr(0x20 + i % 95) for i in range(99)) + "\n"
+sys.stdout.write(line * 30000 + "ünïcödé ✓")' >"$work/large.txt"
+xclip -selection clipboard -i "$work/large.txt"
+eventually xclip_holds_text
+"$clipboard" get >"$work/large.got"
+check "a large text read from another program" "$(cmp -s "$work/large.txt" "$work/large.got" && echo same)" same
+launch serve "$clipboard" put "$work/large.txt"
+eventually grep -q serving "$work/serve.out"
+xclip -o -selection clipboard >"$work/large.back"
+check "a large text read by another program" "$(cmp -s "$work/large.txt" "$work/large.back" && echo same)" same
+kill "$(cat "$work/serve.pid")"
+outcome serve >/dev/null
 
 # ---- Errors: no display, and a display that goes away.
 DISPLAY=:9999 timeout 20 "$kelpick" ask-save --document a >"$work/none.out" 2>"$work/none.err"

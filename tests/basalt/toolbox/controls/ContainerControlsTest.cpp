@@ -16,13 +16,14 @@ namespace {
 struct Content {
     BGPoint origin{};
     std::string log;
+    BGSize image = {200, 1000};
 };
 
 StatusCode Scrollable(EventHandlerCallRef, EventRef event, void* data) {
     auto* content = static_cast<Content*>(data);
     if (GetEventKind(event) == kEventScrollableGetInfo) {
-        BGSize image = {200, 1000}, view = {200, 100}, line = {10, 20};
-        SetParam(event, kEventParamImageSize, typeBTSize, image);
+        BGSize view = {200, 100}, line = {10, 20};
+        SetParam(event, kEventParamImageSize, typeBTSize, content->image);
         SetParam(event, kEventParamViewSize, typeBTSize, view);
         SetParam(event, kEventParamLineSize, typeBTSize, line);
         SetParam(event, kEventParamOrigin, typeBTPoint, content->origin);
@@ -111,6 +112,33 @@ TEST_F(ContainerTest, TheScrollViewDrivesItsContentThroughTheProtocol) {
     HeadlessDriver::Scroll(window, {50, 50}, -3);
     HeadlessDriver::RunUntilIdle();
     EXPECT_EQ(state.origin.y, 60);
+}
+
+TEST_F(ContainerTest, ASidewaysWheelScrollsTheScrollViewSideways) {
+    ControlRef scroll = nullptr;
+    BTScrollViewCreate(kBTScrollViewOptionsVertScroll, &scroll);
+    BTViewAddSubview(BTViewGetRoot(window), scroll);
+    BGRect frame = BGRectMake(10, 10, 211, 100);
+    BTViewSetFrame(scroll, &frame);
+    ControlRef content = Make(window, kControlKindUserPane, BGRectMake(0, 0, 200, 100), scroll);
+    Content state;
+    state.image = {600, 1000};
+    const EventTypeSpec protocol[] = {{kEventClassScrollable, kEventScrollableGetInfo},
+                                      {kEventClassScrollable, kEventScrollableScrollTo}};
+    InstallEventHandler(GetControlEventTarget(content), Scrollable, 2, protocol, &state, nullptr);
+
+    EventHolder wheel(kEventClassMouse, kEventMouseWheelMoved);
+    BGPoint global = {100 + 50, 100 + 50};
+    int32_t lines = -2;
+    EventMouseWheelAxis axis = kEventMouseWheelAxisX;
+    SetParam(wheel.get(), kEventParamMouseLocation, typeBTPoint, global);
+    SetParam(wheel.get(), kEventParamWindowRef, typeWindowRef, window);
+    SetParam(wheel.get(), kEventParamMouseWheelDelta, typeSInt32, lines);
+    SetParam(wheel.get(), kEventParamMouseWheelAxis, typeMouseWheelAxis, axis);
+    PostEventToQueue(GetMainEventQueue(), wheel.get(), kEventPriorityStandard);
+    HeadlessDriver::RunUntilIdle();
+    EXPECT_EQ(state.origin.x, 20);
+    EXPECT_EQ(state.origin.y, 0);
 }
 
 TEST_F(ContainerTest, TrackingAreasReportTheMouseEnteringAndLeaving) {

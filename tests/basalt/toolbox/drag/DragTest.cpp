@@ -8,6 +8,7 @@
 namespace {
 
 using basalt::toolbox::drag::DeliverFileDrop;
+using basalt::toolbox::drag::IncomingDrag;
 
 struct Seen {
     std::vector<DragTrackingMessage> messages;
@@ -36,6 +37,13 @@ StatusCode Receive(WindowRef, void* refCon, DragRef drag) {
     return seen->answer;
 }
 
+// Refuses a drag while it hovers once the window is entered, as a handler that cannot take
+// what is dragged does.
+StatusCode Picky(DragTrackingMessage message, WindowRef, void* refCon, DragRef) {
+    static_cast<Seen*>(refCon)->messages.push_back(message);
+    return message == kDragTrackingInWindow ? static_cast<Seen*>(refCon)->answer : noErr;
+}
+
 StatusCode Refuse(WindowRef, void*, DragRef) {
     return dragNotAcceptedErr;
 }
@@ -48,6 +56,7 @@ protected:
     }
     void TearDown() override {
         RemoveTrackingHandler(Track, window);
+        RemoveTrackingHandler(Picky, window);
         RemoveReceiveHandler(Receive, window);
         RemoveReceiveHandler(Refuse, window);
         RemoveReceiveHandler(Receive, nullptr);
@@ -134,3 +143,32 @@ TEST(DragFlavorTest, ReadsAreBoundedAndBadReferencesSaySo) {
 }
 
 } // namespace
+
+TEST_F(DragTest, AHoveringDragIsJudgedAtEveryMoveAndEntersAndLeavesOnce) {
+    Seen seen;
+    InstallTrackingHandler(Picky, window, &seen);
+    {
+        IncomingDrag drag(window, {"file:///tmp/a"});
+        EXPECT_FALSE(drag.Move(mouse)); // no receive handler: nothing would take it
+        InstallReceiveHandler(Receive, window, &seen);
+        EXPECT_TRUE(drag.Move(mouse));
+        seen.answer = dragNotAcceptedErr;
+        EXPECT_FALSE(drag.Move(mouse));
+    }
+    EXPECT_EQ(seen.messages,
+              (std::vector<DragTrackingMessage>{kDragTrackingEnterHandler, kDragTrackingEnterWindow,
+                                                kDragTrackingInWindow, kDragTrackingInWindow,
+                                                kDragTrackingInWindow, kDragTrackingLeaveWindow,
+                                                kDragTrackingLeaveHandler}));
+    EXPECT_TRUE(seen.received.empty());
+
+    seen = {};
+    {
+        IncomingDrag dropped(window, {"file:///tmp/b"});
+        EXPECT_TRUE(dropped.Move(mouse));
+        EXPECT_EQ(dropped.Drop(mouse), noErr);
+    }
+    EXPECT_EQ(seen.received, std::vector<std::string>{"file:///tmp/b"});
+    EXPECT_EQ(seen.messages.back(), kDragTrackingLeaveHandler);
+    EXPECT_EQ(seen.messages.size(), 5u); // the drop left; the end of the drag adds nothing
+}

@@ -30,6 +30,8 @@ struct Counter {
 
 class EventLoopTest : public ::testing::Test {
 protected:
+    // Whatever an earlier test left queued (a key's release, say) is not this test's.
+    void SetUp() override { FlushEventQueue(GetMainEventQueue()); }
     void TearDown() override { FlushEventQueue(GetMainEventQueue()); }
 };
 
