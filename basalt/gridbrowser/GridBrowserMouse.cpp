@@ -104,6 +104,10 @@ bool GridBrowserView::Wheel(BGPoint local, int32_t lines) {
     return ScrollByWheel(local, 0, BGFloat(lines) * rowHeight);
 }
 
+bool GridBrowserView::WheelSideways(BGPoint local, int32_t lines) {
+    return ScrollByWheel(local, BGFloat(lines) * kSidewaysLine, 0);
+}
+
 bool GridBrowserView::ScrollByWheel(BGPoint local, BGFloat dx, BGFloat dy) {
     if (dx != 0)
         ScrollBarTo(BarKind::Sideways, 0, scroll_.x - dx);

@@ -114,6 +114,9 @@ public:
     // The wheel turned by lines (positive: up) with the mouse at a point of the view; true if
     // the view scrolled.
     virtual bool Wheel(BGPoint, int32_t) { return false; }
+    // The same for a sideways wheel (positive: left); views that scroll across take it before
+    // any enclosing scroll view does.
+    virtual bool WheelSideways(BGPoint, int32_t) { return false; }
     virtual bool AcceptsFocus() const { return false; }
     virtual void FocusChanged(bool) {}
     // A key that reached the focused view: true if taken.

@@ -98,7 +98,7 @@ StatusCode MouseUp(Window& window, BGPoint local, uint32_t modifiers) {
 }
 
 // The wheel scrolls the innermost view under the mouse that scrolls itself, or scroll view,
-// by lines. Views scroll themselves vertically only; sideways the scroll view takes it.
+// by lines, on the wheel's axis.
 StatusCode Wheel(Window& window, EventRef event, BGPoint local) {
     int32_t delta = 0;
     GetParam(event, kEventParamMouseWheelDelta, typeSInt32, &delta);
@@ -106,7 +106,8 @@ StatusCode Wheel(Window& window, EventRef event, BGPoint local) {
     GetParam(event, kEventParamMouseWheelAxis, typeMouseWheelAxis, &axis);
     bool sideways = axis == kEventMouseWheelAxisX;
     for (View* view = window.Root().HitView(local); view != nullptr; view = view->Superview()) {
-        if (!sideways && view->Wheel(view->FromWindow(local), delta))
+        BGPoint point = view->FromWindow(local);
+        if (sideways ? view->WheelSideways(point, delta) : view->Wheel(point, delta))
             return noErr;
         if (auto* scroll = dynamic_cast<ScrollView*>(view)) {
             ScrollView::Info info = scroll->Query();

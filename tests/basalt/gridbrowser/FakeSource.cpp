@@ -227,7 +227,7 @@ uint32_t PixelAt(WindowRef window, BGPoint local) {
 }
 
 void PostMouse(WindowRef window, EventKind kind, BGPoint local, uint32_t modifiers,
-               int32_t wheelLines) {
+               int32_t wheelLines, EventMouseWheelAxis axis) {
     Rect content{};
     GetWindowBounds(window, kWindowContentRgn, &content);
     BGPoint global = {local.x + content.left, local.y + content.top};
@@ -238,9 +238,11 @@ void PostMouse(WindowRef window, EventKind kind, BGPoint local, uint32_t modifie
     SetEventParameter(event, kEventParamWindowRef, typeWindowRef, sizeof window, &window);
     uint16_t button = 1;
     SetEventParameter(event, kEventParamMouseButton, typeMouseButton, sizeof button, &button);
-    if (kind == kEventMouseWheelMoved)
+    if (kind == kEventMouseWheelMoved) {
         SetEventParameter(event, kEventParamMouseWheelDelta, typeSInt32, sizeof wheelLines,
                           &wheelLines);
+        SetEventParameter(event, kEventParamMouseWheelAxis, typeMouseWheelAxis, sizeof axis, &axis);
+    }
     PostEventToQueue(GetMainEventQueue(), event, kEventPriorityStandard);
     ReleaseEvent(event);
 }

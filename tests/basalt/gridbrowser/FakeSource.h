@@ -88,7 +88,7 @@ uint32_t PixelAt(WindowRef window, BGPoint local);
 // Posts one mouse event at a point of the window's content, for presses held across loop runs
 // (the driver's Drag releases at once) and wheel turns with modifiers.
 void PostMouse(WindowRef window, EventKind kind, BGPoint local, uint32_t modifiers = 0,
-               int32_t wheelLines = 0);
+               int32_t wheelLines = 0, EventMouseWheelAxis axis = kEventMouseWheelAxisY);
 
 // Runs the loop until the condition holds or a generous deadline passes; the condition's last
 // answer.

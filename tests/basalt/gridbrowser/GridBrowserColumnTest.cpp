@@ -176,6 +176,14 @@ TEST_F(ColumnTest, ASidewaysWheelScrollsThroughTheColumnsAndAnUprightOneDownACol
     HeadlessDriver::RunUntilIdle();
     EXPECT_GT(view->ScrollPosition().x, 0);
     EXPECT_EQ(view->ColumnScroll(2), 40.5) << "and not down";
+
+    // So does a wheel that turns sideways by itself, such as a tilt wheel's.
+    BGFloat before = view->ScrollPosition().x;
+    gridtest::PostMouse(browser.window, kEventMouseWheelMoved, overLast, 0, -2,
+                        kEventMouseWheelAxisX);
+    HeadlessDriver::RunUntilIdle();
+    EXPECT_GT(view->ScrollPosition().x, before);
+    EXPECT_EQ(view->ColumnScroll(2), 40.5);
 }
 
 TEST_F(ColumnTest, ANarrowerControlOrWiderColumnsStillShowTheLastColumn) {
