@@ -12,13 +12,13 @@
 
 #include "basalt/gridbrowser/GridBrowser.h"
 #include "kel/browser/INodeBrowserControlObserver.h"
+#include "kel/browser/NodeValidityMemo.h"
 #include "kel/browser/TContainerData.h"
 #include "kel/browser/TViewSnapshot.h"
 #include "kel/nodes/TKelNodeObservatory.h"
 #include "kel/nodes/TNodeFilter.h"
 
 #include <memory>
-#include <unordered_map>
 #include <vector>
 
 class GridItemIDs;
@@ -185,5 +185,5 @@ private:
     TKelNode queryScopeNode;
     TKelNode previewNode;
     // What Validate said of the nodes the control sorted, until the next change event.
-    std::unordered_map<OpaqueNodeRef*, bool> sortValidity;
+    NodeValidityMemo sortValidity;
 };

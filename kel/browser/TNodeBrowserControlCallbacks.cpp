@@ -188,11 +188,12 @@ bool TNodeBrowserControl::CompareNotification(ControlRef control, unsigned long 
 // Validating asks the file system; a sort of a large folder would ask it twice per comparison.
 // What it said holds until the next change event, which is how a deletion of a row reaches us.
 bool TNodeBrowserControl::IsValidForSorting(const TKelNode& node) {
-    auto [entry, added] = sortValidity.try_emplace(node.PeekNodeRef(), false);
-    if (added) {
-        entry->second = node.Validate();
+    if (std::optional<bool> known = sortValidity.Find(node.PeekNodeRef())) {
+        return *known;
     }
-    return entry->second;
+    const bool valid = node.Validate();
+    sortValidity.Set(node.PeekNodeRef(), valid);
+    return valid;
 }
 
 void TNodeBrowserControl::ItemNotification(ControlRef control, unsigned long item,

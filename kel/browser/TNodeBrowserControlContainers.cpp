@@ -123,7 +123,7 @@ void TNodeBrowserControl::PopulateContainerData(TContainerData& data) {
             data.children.push_back(child);
             // The folder was just read: asking the file system again per row for the sort that
             // follows would stat every entry of a large folder.
-            sortValidity.insert_or_assign(child.PeekNodeRef(), true);
+            sortValidity.Set(child.PeekNodeRef(), true);
         }
     }
     if (!data.children.empty()) {
