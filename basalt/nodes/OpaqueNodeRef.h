@@ -14,6 +14,7 @@
 #include "basalt/nodes/NodeService.h"
 
 #include <atomic>
+#include <memory>
 #include <mutex>
 #include <optional>
 #include <string>
@@ -63,11 +64,18 @@ struct NodeCache {
     std::optional<std::unordered_set<std::string>> hiddenNames; // a folder's .hidden
 };
 
-// Collation keys of "pnam" and "dnam". Made once and never changed, so a pointer to one
-// stays good while the node lives; they are not dropped by Forget.
+// A collation key, made once and never changed, so a pointer to it stays good while the node
+// lives; keys are not dropped by Forget. `bytes` is set under the node's mutex and then
+// published in `ready`, which a reader loads without the lock: a sort reads keys millions of
+// times. The first four bytes hold the key's length.
+struct NodeSortKey {
+    std::unique_ptr<uint8_t[]> bytes;
+    std::atomic<const uint8_t*> ready{nullptr};
+};
+
 struct NodeSortKeys {
-    std::optional<std::vector<uint8_t>> name;
-    std::optional<std::vector<uint8_t>> displayName;
+    NodeSortKey name;
+    NodeSortKey displayName;
 };
 
 struct OpaqueNodeRef {

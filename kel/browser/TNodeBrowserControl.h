@@ -140,7 +140,7 @@ private:
     StatusCode ItemData(const TKelNode& node, unsigned long property, void* itemData) const;
     bool IsContainerRow(const TKelNode& node) const;
     bool CanOpenRow(const TKelNode& node) const;
-    bool IsValidForSorting(const TKelNode& node);
+    bool IsValidForSorting(OpaqueNodeRef* node);
     StatusCode NameCell(const TKelNode& node, void* itemData) const;
     StatusCode TextCell(const TKelNode& node, void* itemData) const;
     void RowMessage(TKelNode& node, unsigned long message);

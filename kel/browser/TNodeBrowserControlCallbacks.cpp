@@ -26,13 +26,13 @@ bool IsUnconnectedServer(const TKelNode& node) {
 
 // The collating order of a string property, through the sort keys the node service caches per
 // node, so that sorting a large folder collates each name once.
-int CompareByKey(const TKelNode& a, const TKelNode& b, FourCharCode property) {
+int CompareByKey(OpaqueNodeRef* a, OpaqueNodeRef* b, FourCharCode property) {
     const uint8_t* keyA = nullptr;
     const uint8_t* keyB = nullptr;
     BCIndex lengthA = 0, lengthB = 0;
-    if (NodeGetSortKey(a.PeekNodeRef(), property, &keyA, &lengthA) != noErr ||
-        NodeGetSortKey(b.PeekNodeRef(), property, &keyB, &lengthB) != noErr) {
-        return NodeStringCompare(a.PeekNodeRef(), b.PeekNodeRef(), property, CompareStrings);
+    if (NodeGetSortKey(a, property, &keyA, &lengthA) != noErr ||
+        NodeGetSortKey(b, property, &keyB, &lengthB) != noErr) {
+        return NodeStringCompare(a, b, property, CompareStrings);
     }
     int order = memcmp(keyA, keyB, size_t(std::min(lengthA, lengthB)));
     return order != 0 ? order : int(lengthA > lengthB) - int(lengthA < lengthB);
@@ -153,12 +153,16 @@ StatusCode TNodeBrowserControl::TextCell(const TKelNode& node, void* itemData) c
     return SetGridBrowserItemDataText(itemData, text.AsBCStringRef());
 }
 
+// The rows' nodes are held by their containers' records, so the ids are used as they are: a
+// sort of a large folder compares millions of times, and counting each node up and down would
+// cost more than the comparison.
 bool TNodeBrowserControl::CompareNotification(ControlRef control, unsigned long item1,
                                               unsigned long item2, unsigned long property) {
-    TKelNode first{uintptr_t(item1)};
-    TKelNode second{uintptr_t(item2)};
+    auto* first = reinterpret_cast<OpaqueNodeRef*>(item1);
+    auto* second = reinterpret_cast<OpaqueNodeRef*>(item2);
     // Query results stay in the order the query gave.
-    if (IsQueryHit(first) || IsQueryHit(second) || item1 == item2) {
+    if (first == nullptr || second == nullptr || NodeIsQueryHit(first) || NodeIsQueryHit(second) ||
+        item1 == item2) {
         return false;
     }
     const bool byName = property == 0 || property == kGridBrowserItemSelfIdentityProperty ||
@@ -168,10 +172,13 @@ bool TNodeBrowserControl::CompareNotification(ControlRef control, unsigned long 
     }
     // A node that no longer exists sorts last.
     TNodeBrowserControl* self = FromControl(control);
-    if (!(self != nullptr ? self->IsValidForSorting(first) : first.Validate())) {
+    auto valid = [self](OpaqueNodeRef* node) {
+        return self != nullptr ? self->IsValidForSorting(node) : NodeValidate(node) != 0;
+    };
+    if (!valid(first)) {
         return false;
     }
-    if (!(self != nullptr ? self->IsValidForSorting(second) : second.Validate())) {
+    if (!valid(second)) {
         return true;
     }
     if (byName) {
@@ -179,20 +186,20 @@ bool TNodeBrowserControl::CompareNotification(ControlRef control, unsigned long 
         return (order != 0 ? order : CompareByKey(first, second, NodeCode("pnam"))) < 0;
     }
     UTCDateTime date1{}, date2{};
-    GetNodePropertyAsUTCDateTime(first.PeekNodeRef(), kModified, &date1, 0);
-    GetNodePropertyAsUTCDateTime(second.PeekNodeRef(), kModified, &date2, 0);
+    GetNodePropertyAsUTCDateTime(first, kModified, &date1, 0);
+    GetNodePropertyAsUTCDateTime(second, kModified, &date2, 0);
     // Ascending by date starts with the newest file.
     return IsLater(date1, date2);
 }
 
 // Validating asks the file system; a sort of a large folder would ask it twice per comparison.
 // What it said holds until the next change event, which is how a deletion of a row reaches us.
-bool TNodeBrowserControl::IsValidForSorting(const TKelNode& node) {
-    if (std::optional<bool> known = sortValidity.Find(node.PeekNodeRef())) {
+bool TNodeBrowserControl::IsValidForSorting(OpaqueNodeRef* node) {
+    if (std::optional<bool> known = sortValidity.Find(node)) {
         return *known;
     }
-    const bool valid = node.Validate();
-    sortValidity.Set(node.PeekNodeRef(), valid);
+    const bool valid = NodeValidate(node) != 0;
+    sortValidity.Set(node, valid);
     return valid;
 }
 
