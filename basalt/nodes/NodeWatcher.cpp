@@ -186,23 +186,36 @@ StatusCode NodeWatcher::Sync(NodeRef container, bool thorough) {
         ReleaseAll(children);
         return noErr;
     }
-    if (!thorough && NothingOnTheWay(it->second))
+    if (thorough || !it->second.trusted || !started_)
+        SyncLocked(container, it->second, touched);
+    else if (NothingOnTheWay())
         Send(container, kNodeEventSyncComplete, container, nullptr, 0, touched);
     else
-        SyncLocked(container, it->second, touched);
+        awaitingSync_.push_back(CopyNodeRef(container));
     Tickle(touched);
     return noErr;
 }
 
 // Under mutex_. The queue is looked at before the flag: whatever the watcher thread took from
 // the queue by then, it has either sent already or still holds, flag set.
-bool NodeWatcher::NothingOnTheWay(const Watched& watched) const {
-    if (!watched.trusted)
-        return false;
+bool NodeWatcher::NothingOnTheWay() const {
     int pending = 0;
     if (::ioctl(inotify_, FIONREAD, &pending) != 0 || pending > 0)
         return false;
     return !collecting_.load();
+}
+
+// Under mutex_, on the watcher thread at the end of a burst. Changes still queued come in the
+// next burst, which the queue's data brings about; the syncs wait for it.
+void NodeWatcher::CompleteAwaitedSyncs(Touched& touched) {
+    int pending = 0;
+    if (awaitingSync_.empty() || (::ioctl(inotify_, FIONREAD, &pending) == 0 && pending > 0))
+        return;
+    for (NodeRef container : awaitingSync_) {
+        Send(container, kNodeEventSyncComplete, container, nullptr, 0, touched);
+        DisposeNode(container);
+    }
+    awaitingSync_.clear();
 }
 
 void NodeWatcher::Announce(NodeRef container, uint32_t kind, NodeRef child, NodeRef parent) {
@@ -330,6 +343,7 @@ void NodeWatcher::HandleBurst(const std::vector<char>& bytes) {
         at += sizeof event + event.len;
         HandleEvent(event.wd, event.mask, name, touched);
     }
+    CompleteAwaitedSyncs(touched);
     Tickle(touched);
 }
 

@@ -6,9 +6,10 @@
 // ticklers while still holding it, so a queue cannot be disposed under its feet. Ticklers must
 // not call back into registration.
 //
-// A sync of a folder whose watch is trusted (inotify sees every change of its file system) and
-// that has no change on the way reads nothing: what a rescan would find, the watcher has sent
-// already. Other folders are rescanned against the names seen at registration and since.
+// A sync of a folder whose watch is trusted (inotify sees every change of its file system)
+// reads nothing: what a rescan would find, the watcher sends anyway. Its completion goes out at
+// once when no change is on the way, else after the watcher thread has sent what is queued.
+// Other folders are rescanned against the names seen at registration and since.
 
 #include "basalt/nodes/NodeEventQueue.h"
 #include "basalt/nodes/OpaqueNodeRef.h"
@@ -63,7 +64,8 @@ private:
     void HandleMountsChanged(Touched& touched);
     void HandleConfigChanged(const std::string& name, Touched& touched);
     void SyncLocked(NodeRef container, Watched& watched, Touched& touched);
-    bool NothingOnTheWay(const Watched& watched) const;
+    bool NothingOnTheWay() const;
+    void CompleteAwaitedSyncs(Touched& touched);
     void Send(NodeRef container, uint32_t kind, NodeRef child, NodeRef parent,
               FourCharCode property, Touched& touched);
     void WatchConfigLocked();
@@ -74,6 +76,7 @@ private:
     int mounts_ = -1;
     bool started_ = false;
     std::atomic<bool> collecting_{false}; // the watcher thread holds changes it has not sent
+    std::vector<NodeRef> awaitingSync_;   // counted; to complete once the queue is empty
     std::set<int> configWds_; // home, the config folder and gtk-3.0, as far as they exist
     std::map<NodeRef, Watched> watched_;
     std::unordered_map<int, NodeRef> byWd_;

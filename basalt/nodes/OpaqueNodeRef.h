@@ -61,7 +61,9 @@ struct NodeCache {
     std::optional<NodeStat> stat;
     std::optional<NodeExtras> extras;
     std::optional<bool> locked;
-    std::optional<std::unordered_set<std::string>> hiddenNames; // a folder's .hidden
+    // A folder's .hidden; few nodes are folders that someone listed, so it costs the others
+    // one pointer.
+    std::unique_ptr<std::unordered_set<std::string>> hiddenNames;
 };
 
 // A collation key, made once and never changed, so a pointer to it stays good while the node
@@ -89,8 +91,10 @@ struct OpaqueNodeRef {
         return k <= NodeKind::Other;
     }
 
+    // What a sort reads of every node comes first, so that it shares a cache line.
     std::atomic<int32_t> count{1};
     std::atomic<NodeKind> kind;
+    NodeSortKeys sortKeys;
     const std::string name;
     OpaqueNodeRef* const parent;
     std::atomic<OpaqueNodeRef*> aliasTarget{nullptr}; // a volume alias's volume, counted
@@ -98,5 +102,4 @@ struct OpaqueNodeRef {
 
     std::mutex mutex;
     NodeCache cache;
-    NodeSortKeys sortKeys;
 };

@@ -5,6 +5,7 @@
 namespace {
 
 constexpr size_t kSmallest = 64;
+constexpr uintptr_t kValidBit = 1;
 
 } // namespace
 
@@ -13,19 +14,25 @@ size_t NodeValidityMemo::Home(uintptr_t key) const {
     return size_t((key * 0x9E3779B97F4A7C15ull) >> 7) & (slots.size() - 1);
 }
 
+// The slot that holds key, or the empty one where it would go.
+size_t NodeValidityMemo::SlotOf(uintptr_t key) const {
+    size_t at = Home(key);
+    while (slots[at] != 0 && (slots[at] & ~kValidBit) != key) {
+        at = (at + 1) & (slots.size() - 1);
+    }
+    return at;
+}
+
 std::optional<bool> NodeValidityMemo::Find(const OpaqueNodeRef* node) const {
     const auto key = reinterpret_cast<uintptr_t>(node);
     if (slots.empty() || key == 0) {
         return std::nullopt;
     }
-    for (size_t at = Home(key);; at = (at + 1) & (slots.size() - 1)) {
-        if (slots[at].key == key) {
-            return slots[at].valid;
-        }
-        if (slots[at].key == 0) {
-            return std::nullopt;
-        }
+    const uintptr_t slot = slots[SlotOf(key)];
+    if (slot == 0) {
+        return std::nullopt;
     }
+    return (slot & kValidBit) != 0;
 }
 
 void NodeValidityMemo::Set(const OpaqueNodeRef* node, bool valid) {
@@ -37,12 +44,9 @@ void NodeValidityMemo::Set(const OpaqueNodeRef* node, bool valid) {
     if (2 * (used + 1) > slots.size()) {
         Grow(std::max(kSmallest, 2 * slots.size()));
     }
-    size_t at = Home(key);
-    while (slots[at].key != 0 && slots[at].key != key) {
-        at = (at + 1) & (slots.size() - 1);
-    }
-    used += slots[at].key == 0 ? 1 : 0;
-    slots[at] = {key, valid};
+    const size_t at = SlotOf(key);
+    used += slots[at] == 0 ? 1 : 0;
+    slots[at] = key | (valid ? kValidBit : 0);
 }
 
 void NodeValidityMemo::clear() {
@@ -52,12 +56,12 @@ void NodeValidityMemo::clear() {
 }
 
 void NodeValidityMemo::Grow(size_t capacity) {
-    std::vector<Slot> old = std::move(slots);
-    slots.assign(capacity, Slot{});
+    std::vector<uintptr_t> old = std::move(slots);
+    slots.assign(capacity, 0);
     used = 0;
-    for (const Slot& slot : old) {
-        if (slot.key != 0) {
-            Set(reinterpret_cast<const OpaqueNodeRef*>(slot.key), slot.valid);
+    for (const uintptr_t slot : old) {
+        if (slot != 0) {
+            Set(reinterpret_cast<const OpaqueNodeRef*>(slot & ~kValidBit), (slot & kValidBit) != 0);
         }
     }
 }

@@ -17,14 +17,12 @@ public:
     void clear();
 
 private:
-    struct Slot {
-        uintptr_t key = 0; // 0: empty; nodes are never null here
-        bool valid = false;
-    };
-
     size_t Home(uintptr_t key) const;
+    size_t SlotOf(uintptr_t key) const;
     void Grow(size_t capacity);
 
-    std::vector<Slot> slots;
+    // A node's address with its lowest bit set when it is valid (nodes are aligned, so the
+    // bit is free); 0 is an empty slot. Eight bytes a slot keep the table in cache.
+    std::vector<uintptr_t> slots;
     size_t used = 0;
 };
