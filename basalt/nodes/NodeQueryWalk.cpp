@@ -129,7 +129,7 @@ public:
         if (!Stopped())
             Deliver(true);
         run_->walked = true;
-        if (!matchesNothing)
+        if (!matchesNothing && watch_.Valid())
             FollowChanges();
     }
 

@@ -28,6 +28,8 @@ public:
     using FileID = std::pair<uint64_t, uint64_t>; // device and inode
 
     QueryWatch();
+    // False when the system gave no inotify descriptor: no change can be followed.
+    bool Valid() const { return fd_.Valid(); }
     void Add(const std::string& path, FileID id);
     // The changes that arrive within timeoutMs, the first of them waited for; none on timeout.
     std::vector<Change> Wait(int timeoutMs);
