@@ -9,6 +9,8 @@
 
 #include <algorithm>
 #include <iterator>
+#include <sys/eventfd.h>
+#include <unistd.h>
 #include <unordered_map>
 #include <utility>
 
@@ -135,8 +137,19 @@ std::vector<QueryHit> TakeHits(std::vector<QueryHit>& hits,
     return taken;
 }
 
-void QueryRun::StopAndWait() {
+QueryRun::QueryRun(QueryDefinition definition)
+    : definition(std::move(definition)), wake(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {}
+
+void QueryRun::RequestStop() {
     stop = true;
+    if (wake.Valid()) {
+        const uint64_t one = 1;
+        [[maybe_unused]] ssize_t written = ::write(wake.Get(), &one, sizeof one);
+    }
+}
+
+void QueryRun::StopAndWait() {
+    RequestStop();
     if (worker.load() == std::this_thread::get_id())
         return; // asked from a delivery of the walk itself, which ends once it returns
     std::unique_lock lock(mutex_);
@@ -176,7 +189,7 @@ void ForgetQueryNode(NodeRef node) {
     {
         std::lock_guard lock(state->mutex);
         if (state->run != nullptr)
-            state->run->stop = true;
+            state->run->RequestStop();
         state->run = nullptr;
         dropped.swap(state->published);
     }

@@ -12,6 +12,7 @@
 // `mutex` only while its run is still the state's run and not stopped, so a replaced or
 // cancelled search never adds a hit afterwards.
 
+#include "basalt/files/BFLongPath.h"
 #include "basalt/nodes/NodeQueries.h"
 #include "basalt/nodes/OpaqueNodeRef.h"
 #include "basalt/types/QueryExpression.h"
@@ -58,7 +59,9 @@ std::vector<QueryHit> TakeHits(std::vector<QueryHit>& hits,
 
 // One walk over the scope.
 struct QueryRun {
-    explicit QueryRun(QueryDefinition definition) : definition(std::move(definition)) {}
+    explicit QueryRun(QueryDefinition definition);
+    // Asks the walk to stop, waking it if it waits for changes.
+    void RequestStop();
     // Asks the walk to stop and, unless called on the walk's own thread, waits until it has.
     void StopAndWait();
     void MarkFinished();
@@ -68,6 +71,7 @@ struct QueryRun {
     std::atomic<bool> stop{false};
     std::atomic<bool> walked{false};       // the scope is done; changes are followed from now on
     std::atomic<std::thread::id> worker{}; // the walk's thread, once it runs
+    const files::UniqueFd wake;            // readable once a stop is asked for
 
 private:
     std::mutex mutex_;

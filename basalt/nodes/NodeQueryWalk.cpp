@@ -39,8 +39,9 @@ using Clock = std::chrono::steady_clock;
 
 // How many entries are looked at between two checks of the stop flag and the batch clock.
 constexpr int kCheckEvery = 256;
-// The longest a search that follows changes waits before it looks at its stop flag again.
-constexpr int kStopCheckMs = 50;
+// The longest a search that follows changes waits before it looks at its stop flag again; a
+// stop asked for wakes it at once.
+constexpr int kStopCheckMs = 1000;
 // Seconds from 1970 to 2001, the epoch of core dates.
 constexpr double kCoreDateEpoch = 978307200.0;
 
@@ -163,7 +164,7 @@ private:
 
     void FollowChanges() {
         while (!Stopped()) {
-            for (const QueryWatch::Change& change : watch_.Wait(UpdateWaitMs())) {
+            for (const QueryWatch::Change& change : watch_.Wait(UpdateWaitMs(), run_->wake.Get())) {
                 if (change.added)
                     Arrived(change);
                 else

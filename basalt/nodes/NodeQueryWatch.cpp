@@ -27,12 +27,12 @@ void QueryWatch::Add(const std::string& path, FileID id) {
         byWd_[wd] = {path, id};
 }
 
-std::vector<QueryWatch::Change> QueryWatch::Wait(int timeoutMs) {
+std::vector<QueryWatch::Change> QueryWatch::Wait(int timeoutMs, int wake) {
     std::vector<Change> changes;
     if (!fd_.Valid())
         return changes;
-    pollfd ready{fd_.Get(), POLLIN, 0};
-    if (::poll(&ready, 1, timeoutMs) > 0)
+    pollfd ready[2] = {{fd_.Get(), POLLIN, 0}, {wake, POLLIN, 0}};
+    if (::poll(ready, wake >= 0 ? 2 : 1, timeoutMs) > 0 && (ready[0].revents & POLLIN))
         Read(changes);
     return changes;
 }

@@ -31,8 +31,9 @@ public:
     // False when the system gave no inotify descriptor: no change can be followed.
     bool Valid() const { return fd_.Valid(); }
     void Add(const std::string& path, FileID id);
-    // The changes that arrive within timeoutMs, the first of them waited for; none on timeout.
-    std::vector<Change> Wait(int timeoutMs);
+    // The changes that arrive within timeoutMs, the first of them waited for; none on timeout
+    // or as soon as wake (a descriptor, -1 for none) becomes readable.
+    std::vector<Change> Wait(int timeoutMs, int wake);
     // Stops following the folder at path and those under it, which moved away or went; gives
     // their ids, so that they can be entered again where they turn up.
     std::vector<FileID> Drop(const std::string& path);
