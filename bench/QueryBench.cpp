@@ -103,11 +103,16 @@ double RawWalkMs(const std::string& root) {
 }
 
 std::atomic<int64_t> gFirstDelivery{0};
+std::atomic<NodeRef> gHits{nullptr};
 
+// The first delivery that holds hits: a new search first tells that the old hits are gone.
 void NoteDelivery(NodeEventQueueRef queue) {
     int64_t now = Clock::now().time_since_epoch().count();
+    BCIndex count = 0;
+    NodeGetChildrenCount(gHits.load(), &count);
     int64_t none = 0;
-    gFirstDelivery.compare_exchange_strong(none, now);
+    if (count > 0)
+        gFirstDelivery.compare_exchange_strong(none, now);
     NodeEventRef event = nullptr;
     while (NodeEventBlockUntilNextEventNew(&event, queue))
         NodeEventRelease(event);
@@ -169,6 +174,7 @@ QueryBenchResult MeasureNameQuery(const std::string& baseFolder, int runs) {
                                   500, scope, 0, &query);
     NodeRef hits = nullptr;
     NodeFollowAlias(query, false, &hits);
+    gHits = hits;
     NodeEventQueueRef queue = nullptr;
     NodeEventNewEventQueue(NoteDelivery, &queue);
     NodeNotificationClient client{&queue, queue, NoteDelivery};

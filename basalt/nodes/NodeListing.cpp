@@ -94,8 +94,6 @@ StatusCode ReadFolderEntries(const std::string& path, std::vector<NodeEntry>& en
                 entries.push_back({std::string(name), KindOfDirentType(entry->d_type)});
         }
     }
-    std::sort(entries.begin(), entries.end(),
-              [](const NodeEntry& a, const NodeEntry& b) { return a.name < b.name; });
     return noErr;
 }
 

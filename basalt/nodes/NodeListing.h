@@ -20,7 +20,7 @@ struct LinuxDirent64 {
 NodeKind KindOfDirentType(unsigned char type);
 
 StatusCode ListChildren(NodeRef container, std::vector<NodeRef>& children);
-// The entries of a folder by getdents64 alone, sorted by their bytes.
+// The entries of a folder by getdents64 alone, in the file system's order.
 StatusCode ReadFolderEntries(const std::string& path, std::vector<NodeEntry>& entries);
 // The children of the virtual nodes 11 and 12.
 std::vector<NodeRef> SidebarChildren(NodeRef sidebar);

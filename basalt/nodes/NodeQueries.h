@@ -10,8 +10,9 @@
 // links, and it delivers hits in batches: the first after firstCount hits or firstMs, whichever
 // comes first, then at most every progressMs (or progressCount hits). Each delivery is a
 // kNodeEventVirtualChildListChanged event, child and parent the hits container, to the clients
-// registered on the hits container. The walk ends when the scope is done; the update numbers
-// are accepted for later use (the hits are not kept up to date after the walk).
+// registered on the hits container. When the scope is done the search keeps its hits up to
+// date: an item created, renamed or moved into a walked folder that matches is added, one that
+// goes is withdrawn, in batches of at most updateCount changes or every updateMs.
 //
 // A walk stops when the query is cancelled (NodeCancelQuery), given a new query
 // (NodeSetVirtualQuery) or when the query node's last reference goes. The first two wait until

@@ -8,6 +8,9 @@
 #include "basalt/types/BUTypes.h"
 
 #include <algorithm>
+#include <iterator>
+#include <sys/eventfd.h>
+#include <unistd.h>
 #include <unordered_map>
 #include <utility>
 
@@ -124,8 +127,29 @@ void ReleaseHits(std::vector<QueryHit>& hits) {
     hits.clear();
 }
 
-void QueryRun::StopAndWait() {
+std::vector<QueryHit> TakeHits(std::vector<QueryHit>& hits,
+                               const std::function<bool(NodeRef item)>& test) {
+    auto kept = std::stable_partition(hits.begin(), hits.end(), [&](const QueryHit& hit) {
+        return !test(hit.node->aliasTarget.load());
+    });
+    std::vector<QueryHit> taken(std::make_move_iterator(kept), std::make_move_iterator(hits.end()));
+    hits.erase(kept, hits.end());
+    return taken;
+}
+
+QueryRun::QueryRun(QueryDefinition definition)
+    : definition(std::move(definition)), wake(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {}
+
+void QueryRun::RequestStop() {
     stop = true;
+    if (wake.Valid()) {
+        const uint64_t one = 1;
+        [[maybe_unused]] ssize_t written = ::write(wake.Get(), &one, sizeof one);
+    }
+}
+
+void QueryRun::StopAndWait() {
+    RequestStop();
     if (worker.load() == std::this_thread::get_id())
         return; // asked from a delivery of the walk itself, which ends once it returns
     std::unique_lock lock(mutex_);
@@ -165,7 +189,7 @@ void ForgetQueryNode(NodeRef node) {
     {
         std::lock_guard lock(state->mutex);
         if (state->run != nullptr)
-            state->run->stop = true;
+            state->run->RequestStop();
         state->run = nullptr;
         dropped.swap(state->published);
     }
@@ -198,11 +222,15 @@ NodeRef MakeQueryHit(NodeRef hitsContainer, NodeRef original) {
     return hit;
 }
 
-bool PublishHits(QueryState& state, const QueryRun& run, std::vector<QueryHit>& batch) {
+bool PublishHits(QueryState& state, const QueryRun& run, std::vector<QueryHit>& batch,
+                 const std::function<bool(NodeRef item)>& gone) {
+    std::vector<QueryHit> withdrawn;
     {
         std::lock_guard lock(state.mutex);
         if (run.stop || state.run.get() != &run)
             return false;
+        if (gone)
+            withdrawn = TakeHits(state.published, gone);
         if (NodeQuerySortProc sort = run.definition.sort) {
             auto less = [sort](const QueryHit& a, const QueryHit& b) {
                 return sort(a.row.data(), b.row.data(), nullptr) == kBCCompareLessThan;
@@ -217,6 +245,7 @@ bool PublishHits(QueryState& state, const QueryRun& run, std::vector<QueryHit>& 
         }
         batch.clear();
     }
+    ReleaseHits(withdrawn); // outside the lock: the last hit may take its container along
     Announce(state.hits);
     return true;
 }
@@ -253,17 +282,16 @@ StatusCode NodeCreateNewVirtualQueryNode(BCIndex nameLength, const UniChar* name
 StatusCode NodeSetVirtualQuery(NodeRef node, BCIndex nameLength, const UniChar* name,
                                BCStringRef query, BCArrayRef attributes, NodeQuerySortProc sort,
                                uint32_t firstCount, uint32_t firstMs, uint32_t progressCount,
-                               uint32_t progressMs, uint32_t, uint32_t, BCArrayRef scope,
-                               uint32_t flags) {
+                               uint32_t progressMs, uint32_t updateCount, uint32_t updateMs,
+                               BCArrayRef scope, uint32_t flags) {
     if (node == nullptr)
         return paramErr;
     std::shared_ptr<QueryState> state = QueryStateOf(node);
     if (state == nullptr || node->kind != NodeKind::Query)
         return kNodeNotQueryErr;
     QueryDefinition definition;
-    QueryArguments in{nameLength, name, query,
-                      attributes, sort, {firstCount, firstMs, progressCount, progressMs},
-                      scope,      flags};
+    QueryBatching batching{firstCount, firstMs, progressCount, progressMs, updateCount, updateMs};
+    QueryArguments in{nameLength, name, query, attributes, sort, batching, scope, flags};
     if (StatusCode status = MakeDefinition(in, definition))
         return status;
     std::u16string text;
@@ -295,5 +323,5 @@ Boolean NodeQueryIsGathering(NodeRef node) {
         std::lock_guard lock(state->mutex);
         run = state->run;
     }
-    return run != nullptr && !run->stop && !run->Finished();
+    return run != nullptr && !run->stop && !run->walked && !run->Finished();
 }

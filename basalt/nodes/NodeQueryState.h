@@ -12,12 +12,14 @@
 // `mutex` only while its run is still the state's run and not stopped, so a replaced or
 // cancelled search never adds a hit afterwards.
 
+#include "basalt/files/BFLongPath.h"
 #include "basalt/nodes/NodeQueries.h"
 #include "basalt/nodes/OpaqueNodeRef.h"
 #include "basalt/types/QueryExpression.h"
 
 #include <atomic>
 #include <condition_variable>
+#include <functional>
 #include <memory>
 #include <mutex>
 #include <string>
@@ -31,6 +33,8 @@ struct QueryBatching {
     uint32_t firstMs = 100;
     uint32_t progressCount = 1000000;
     uint32_t progressMs = 500;
+    uint32_t updateCount = 25;
+    uint32_t updateMs = 500;
 };
 
 struct QueryDefinition {
@@ -49,10 +53,15 @@ struct QueryHit {
     std::vector<BCTypeRef> row;
 };
 void ReleaseHits(std::vector<QueryHit>& hits);
+// Moves the hits whose items pass the test out of hits, keeping the order of the others.
+std::vector<QueryHit> TakeHits(std::vector<QueryHit>& hits,
+                               const std::function<bool(NodeRef item)>& test);
 
 // One walk over the scope.
 struct QueryRun {
-    explicit QueryRun(QueryDefinition definition) : definition(std::move(definition)) {}
+    explicit QueryRun(QueryDefinition definition);
+    // Asks the walk to stop, waking it if it waits for changes.
+    void RequestStop();
     // Asks the walk to stop and, unless called on the walk's own thread, waits until it has.
     void StopAndWait();
     void MarkFinished();
@@ -60,7 +69,9 @@ struct QueryRun {
 
     const QueryDefinition definition;
     std::atomic<bool> stop{false};
+    std::atomic<bool> walked{false};       // the scope is done; changes are followed from now on
     std::atomic<std::thread::id> worker{}; // the walk's thread, once it runs
+    const files::UniqueFd wake;            // readable once a stop is asked for
 
 private:
     std::mutex mutex_;
@@ -87,9 +98,11 @@ std::u16string QueryName(NodeRef node);
 
 // A hit leading to original (whose count it takes over).
 NodeRef MakeQueryHit(NodeRef hitsContainer, NodeRef original);
-// Adds a batch to the published hits (sorted in when the search sorts) and tells the clients;
-// false, with the batch left alone, when the run is no longer the state's live run.
-bool PublishHits(QueryState& state, const QueryRun& run, std::vector<QueryHit>& batch);
+// Withdraws the hits whose items are gone, adds a batch to the published hits (sorted in when
+// the search sorts) and tells the clients; false, with the batch left alone, when the run is
+// no longer the state's live run.
+bool PublishHits(QueryState& state, const QueryRun& run, std::vector<QueryHit>& batch,
+                 const std::function<bool(NodeRef item)>& gone = {});
 // Runs the walk on a worker thread; the run is marked finished when the walk ends.
 StatusCode StartQueryWalk(std::shared_ptr<QueryState> state, std::shared_ptr<QueryRun> run);
 // Number of walks still running in the process (tests wait for it to reach zero).

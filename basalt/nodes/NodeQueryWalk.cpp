@@ -6,12 +6,17 @@
 // entered), opens folders with O_NOFOLLOW, and remembers the folders it has entered by device
 // and inode, so bind mounts that loop are walked once. It enters another file system only
 // where a volume the service lists is mounted, which keeps /proc and friends out.
+//
+// Once the walk is done, the same thread follows the folders it entered (NodeQueryWatch.h): an
+// item created or moved in that matches becomes a hit, one deleted or moved away stops being
+// one, and a folder moved in is walked. These updates go out in the update batches.
 
 #include "basalt/files/BFLongPath.h"
 #include "basalt/linkage/Linkage.h"
 #include "basalt/nodes/NodeListing.h"
 #include "basalt/nodes/NodeProperties.h"
 #include "basalt/nodes/NodeQueryState.h"
+#include "basalt/nodes/NodeQueryWatch.h"
 #include "basalt/nodes/NodeStat.h"
 #include "basalt/nodes/NodeVolumes.h"
 #include "basalt/types/BMQuery.h"
@@ -34,6 +39,9 @@ using Clock = std::chrono::steady_clock;
 
 // How many entries are looked at between two checks of the stop flag and the batch clock.
 constexpr int kCheckEvery = 256;
+// The longest a search that follows changes waits before it looks at its stop flag again; a
+// stop asked for wakes it at once.
+constexpr int kStopCheckMs = 1000;
 // Seconds from 1970 to 2001, the epoch of core dates.
 constexpr double kCoreDateEpoch = 978307200.0;
 
@@ -104,21 +112,26 @@ public:
     Walk(std::shared_ptr<QueryState> state, std::shared_ptr<QueryRun> run)
         : state_(std::move(state)), run_(std::move(run)), hits_(CopyNodeRef(state_->hits)) {}
 
+    ~Walk() {
+        ReleaseHits(found_);
+        ReleaseAll(gone_);
+        for (NodeRef item : hitItems_)
+            DisposeNode(item);
+    }
+
     void Run() {
         start_ = lastDelivery_ = Clock::now();
-        if (!run_->definition.expression->IsFalse()) {
+        const bool matchesNothing = run_->definition.expression->IsFalse();
+        if (!matchesNothing) {
             for (const std::string& root : Roots())
                 folders_.push_back({root, 0});
-            while (!folders_.empty() && !Stopped()) {
-                Folder next = std::move(folders_.front());
-                folders_.pop_front();
-                WalkFolder(next);
-                Deliver(false);
-            }
+            WalkFolders();
         }
         if (!Stopped())
             Deliver(true);
-        ReleaseHits(found_);
+        run_->walked = true;
+        if (!matchesNothing && watch_.Valid())
+            FollowChanges();
     }
 
 private:
@@ -140,6 +153,83 @@ private:
 
     bool Stopped() const { return run_->stop.load(std::memory_order_relaxed); }
 
+    void WalkFolders() {
+        while (!folders_.empty() && !Stopped()) {
+            Folder next = std::move(folders_.front());
+            folders_.pop_front();
+            WalkFolder(next);
+            Deliver(false);
+        }
+    }
+
+    void FollowChanges() {
+        while (!Stopped()) {
+            for (const QueryWatch::Change& change : watch_.Wait(UpdateWaitMs(), run_->wake.Get())) {
+                if (change.added)
+                    Arrived(change);
+                else
+                    Left(change);
+            }
+            WalkFolders(); // those that were moved in
+            Deliver(false);
+        }
+    }
+
+    // Until the update batch is due when something waits to go, else until the next look at
+    // the stop flag.
+    int UpdateWaitMs() const {
+        if (found_.empty() && gone_.empty())
+            return kStopCheckMs;
+        auto due = lastDelivery_ + std::chrono::milliseconds(run_->definition.batching.updateMs);
+        auto left = std::chrono::duration_cast<std::chrono::milliseconds>(due - Clock::now());
+        return int(std::clamp<int64_t>(left.count(), 0, kStopCheckMs));
+    }
+
+    void Arrived(const QueryWatch::Change& change) {
+        if (change.name.front() == '.')
+            return;
+        files::UniqueFd folder = files::OpenPath(change.folder, O_RDONLY | O_DIRECTORY);
+        struct stat info {};
+        if (!folder.Valid() || ::fstat(folder.Get(), &info) != 0 ||
+            HiddenNames(folder.Get()).count(change.name) != 0)
+            return;
+        folderNode_ = NodeHolder();
+        Consider(change.folder, folder.Get(), info.st_dev, change.name,
+                 change.isFolder ? NodeKind::Folder : NodeKind::Unknown);
+    }
+
+    // The item is no hit any more, nor is anything under it; a folder that went may turn up
+    // again elsewhere in the scope, to be walked anew there.
+    void Left(const QueryWatch::Change& change) {
+        if (change.isFolder) {
+            for (const QueryWatch::FileID& id :
+                 watch_.Drop(files::JoinPath(change.folder, change.name)))
+                entered_.erase(id);
+        }
+        NodeHolder folder(NodeForPath(change.folder));
+        NodeHolder item(folder ? Existing(folder.Get(), change.name) : nullptr);
+        if (!item)
+            return; // a hit counts its item, so none leads here
+        auto under = [gone = item.Get()](NodeRef node) { return IsAtOrUnder(node, gone); };
+        std::erase_if(hitItems_, [&](NodeRef node) {
+            if (!under(node))
+                return false;
+            DisposeNode(node);
+            return true;
+        });
+        std::vector<QueryHit> unpublished = TakeHits(found_, under);
+        ReleaseHits(unpublished);
+        gone_.push_back(item.Release());
+    }
+
+    static bool IsAtOrUnder(NodeRef node, NodeRef ancestor) {
+        for (; node != nullptr; node = node->parent) {
+            if (node == ancestor)
+                return true;
+        }
+        return false;
+    }
+
     // Opens a folder to be walked, or refuses it: seen before, or another file system that
     // is no volume.
     files::UniqueFd Enter(const Folder& folder, uint64_t& device) {
@@ -153,6 +243,7 @@ private:
             return {};
         if (!entered_.insert({info.st_dev, info.st_ino}).second)
             return {};
+        watch_.Add(folder.path, {info.st_dev, info.st_ino});
         return fd;
     }
 
@@ -207,6 +298,11 @@ private:
         if (!folderNode_)
             return;
         NodeRef original = Intern(folderNode_.Get(), name, kind);
+        if (!hitItems_.insert(original).second) {
+            DisposeNode(original); // found by the walk and again by a change on its way
+            return;
+        }
+        CopyNodeRef(original); // for hitItems_, which outlives the hits once they are dropped
         QueryHit hit{MakeQueryHit(hits_.Get(), original), {}};
         if (run_->definition.sort != nullptr) {
             for (const std::string& attribute : run_->definition.attributes)
@@ -220,23 +316,34 @@ private:
     // Hands the hits found so far over when the batch is full or its time has come; always
     // when forced.
     void Deliver(bool force) {
-        if (found_.empty())
+        if (found_.empty() && gone_.empty())
             return;
+        if (!force && !Due())
+            return;
+        auto gone = [this](NodeRef item) {
+            return std::any_of(gone_.begin(), gone_.end(),
+                               [item](NodeRef left) { return IsAtOrUnder(item, left); });
+        };
+        if (!PublishHits(*state_, *run_, found_, gone))
+            run_->stop = true;
+        ReleaseAll(gone_);
+        delivered_ = true;
+        lastDelivery_ = Clock::now();
+    }
+
+    bool Due() const {
         const QueryBatching& batching = run_->definition.batching;
         auto now = Clock::now();
         auto since = [&](Clock::time_point t, uint32_t ms) {
             return now - t >= std::chrono::milliseconds(ms);
         };
-        bool due = delivered_
-                       ? found_.size() >= batching.progressCount ||
-                             since(lastDelivery_, batching.progressMs)
-                       : found_.size() >= batching.firstCount || since(start_, batching.firstMs);
-        if (!force && !due)
-            return;
-        if (!PublishHits(*state_, *run_, found_))
-            run_->stop = true;
-        delivered_ = true;
-        lastDelivery_ = now;
+        if (run_->walked)
+            return found_.size() + gone_.size() >= batching.updateCount ||
+                   since(lastDelivery_, batching.updateMs);
+        if (delivered_)
+            return found_.size() >= batching.progressCount ||
+                   since(lastDelivery_, batching.progressMs);
+        return found_.size() >= batching.firstCount || since(start_, batching.firstMs);
     }
 
     std::shared_ptr<QueryState> state_;
@@ -245,7 +352,10 @@ private:
     std::deque<Folder> folders_;
     std::set<std::pair<uint64_t, uint64_t>> entered_;
     NodeHolder folderNode_;
+    QueryWatch watch_;
+    std::unordered_set<NodeRef> hitItems_; // the items of this run's hits, counted
     std::vector<QueryHit> found_;
+    std::vector<NodeRef> gone_; // counted; items whose hits are to be withdrawn
     bool delivered_ = false;
     Clock::time_point start_;
     Clock::time_point lastDelivery_;

@@ -155,7 +155,7 @@ bool IsListedHidden(NodeRef folder, const std::string& name) {
         return false;
     std::lock_guard lock(folder->mutex);
     if (!folder->cache.hiddenNames) {
-        folder->cache.hiddenNames.emplace();
+        folder->cache.hiddenNames = std::make_unique<std::unordered_set<std::string>>();
         UniqueFd fd = files::OpenPath(files::JoinPath(PathOf(folder), ".hidden"), O_RDONLY);
         std::string text;
         char buffer[4096];

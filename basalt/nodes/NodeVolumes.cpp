@@ -177,6 +177,13 @@ std::string FileSystemTypeHolding(const std::string& path) {
     return mount ? mount->fsType : std::string();
 }
 
+bool ChangesSeenLocally(const std::string& path) {
+    std::string type = FileSystemTypeHolding(path);
+    bool network =
+        std::find(kNetworkTypes.begin(), kNetworkTypes.end(), type) != kNetworkTypes.end();
+    return !type.empty() && !network && !StartsWith(type, "fuse");
+}
+
 std::string VolumeDisplayName(const Volume& volume) {
     std::string label = StartsWith(volume.source, "/dev/") ? LabelOf(volume.source) : "";
     if (!label.empty())

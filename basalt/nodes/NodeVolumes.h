@@ -28,6 +28,9 @@ void RefreshVolumes();
 std::optional<Volume> VolumeAtPath(const std::string& path);
 // The volume that holds a path (for name rules), from all mounts, not only the cared ones.
 std::string FileSystemTypeHolding(const std::string& path);
+// True when every change to the folder at path is made through this kernel, so inotify sees it:
+// not so for network file systems, nor for FUSE ones, which may be fed from anywhere.
+bool ChangesSeenLocally(const std::string& path);
 // The name of a link in /dev/disk/by-label as the label itself: udev writes bytes such as the
 // space as "\x20".
 std::string DecodeDeviceLinkName(std::string_view name);

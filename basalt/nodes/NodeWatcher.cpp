@@ -14,6 +14,7 @@
 #include <iterator>
 #include <poll.h>
 #include <sys/inotify.h>
+#include <sys/ioctl.h>
 #include <system_error>
 
 namespace basalt::nodes {
@@ -39,7 +40,7 @@ int AddWatch(int inotify, const std::string& path, uint32_t mask) {
     return ::inotify_add_watch(inotify, proxy.c_str(), mask);
 }
 
-// Sorted, as the folder read gives them: a large folder costs one vector, not a tree node per name.
+// Sorted: a large folder costs one vector, not a tree node per name.
 std::vector<std::string> ChildNames(NodeRef container) {
     std::vector<std::string> names;
     std::vector<NodeEntry> entries;
@@ -48,6 +49,7 @@ std::vector<std::string> ChildNames(NodeRef container) {
         for (NodeEntry& entry : entries)
             names.push_back(std::move(entry.name));
     }
+    std::sort(names.begin(), names.end());
     return names;
 }
 
@@ -56,13 +58,19 @@ bool Contains(const Names& sorted, std::string_view name) {
     return std::binary_search(sorted.begin(), sorted.end(), name);
 }
 
-void InsertName(std::vector<std::string>& sorted, const std::string& name) {
+void InsertName(std::optional<std::vector<std::string>>& names, const std::string& name) {
+    if (!names)
+        return;
+    std::vector<std::string>& sorted = *names;
     auto at = std::lower_bound(sorted.begin(), sorted.end(), name);
     if (at == sorted.end() || *at != name)
         sorted.insert(at, name);
 }
 
-void EraseName(std::vector<std::string>& sorted, const std::string& name) {
+void EraseName(std::optional<std::vector<std::string>>& names, const std::string& name) {
+    if (!names)
+        return;
+    std::vector<std::string>& sorted = *names;
     auto at = std::lower_bound(sorted.begin(), sorted.end(), name);
     if (at != sorted.end() && *at == name)
         sorted.erase(at);
@@ -109,10 +117,13 @@ StatusCode NodeWatcher::Register(NodeRef container, const NodeNotificationClient
     if (added) {
         CopyNodeRef(container);
         if (container->IsFileSystem() && SettledKind(container) == NodeKind::Folder) {
-            watched.wd = AddWatch(inotify_, PathOf(container), kFolderMask);
+            std::string path = PathOf(container);
+            watched.wd = AddWatch(inotify_, path, kFolderMask);
             if (watched.wd >= 0)
                 byWd_[watched.wd] = container;
-            watched.names = ChildNames(container);
+            watched.trusted = watched.wd >= 0 && ChangesSeenLocally(path);
+            if (!watched.trusted)
+                watched.names = ChildNames(container);
         }
         if (container == Special().places)
             WatchConfigLocked();
@@ -162,7 +173,7 @@ void NodeWatcher::ForgetQueue(NodeEventQueueRef queue) {
         Unregister(container, clientRef);
 }
 
-StatusCode NodeWatcher::Sync(NodeRef container) {
+StatusCode NodeWatcher::Sync(NodeRef container, bool thorough) {
     if (container == nullptr)
         return paramErr;
     Touched touched;
@@ -175,9 +186,36 @@ StatusCode NodeWatcher::Sync(NodeRef container) {
         ReleaseAll(children);
         return noErr;
     }
-    SyncLocked(container, it->second, touched);
+    if (thorough || !it->second.trusted || !started_)
+        SyncLocked(container, it->second, touched);
+    else if (NothingOnTheWay())
+        Send(container, kNodeEventSyncComplete, container, nullptr, 0, touched);
+    else
+        awaitingSync_.push_back(CopyNodeRef(container));
     Tickle(touched);
     return noErr;
+}
+
+// Under mutex_. The queue is looked at before the flag: whatever the watcher thread took from
+// the queue by then, it has either sent already or still holds, flag set.
+bool NodeWatcher::NothingOnTheWay() const {
+    int pending = 0;
+    if (::ioctl(inotify_, FIONREAD, &pending) != 0 || pending > 0)
+        return false;
+    return !collecting_.load();
+}
+
+// Under mutex_, on the watcher thread at the end of a burst. Changes still queued come in the
+// next burst, which the queue's data brings about; the syncs wait for it.
+void NodeWatcher::CompleteAwaitedSyncs(Touched& touched) {
+    int pending = 0;
+    if (awaitingSync_.empty() || (::ioctl(inotify_, FIONREAD, &pending) == 0 && pending > 0))
+        return;
+    for (NodeRef container : awaitingSync_) {
+        Send(container, kNodeEventSyncComplete, container, nullptr, 0, touched);
+        DisposeNode(container);
+    }
+    awaitingSync_.clear();
 }
 
 void NodeWatcher::Announce(NodeRef container, uint32_t kind, NodeRef child, NodeRef parent) {
@@ -203,17 +241,20 @@ void NodeWatcher::SyncLocked(NodeRef container, Watched& watched, Touched& touch
         }
         std::sort(heldNames.begin(), heldNames.end());
         Forget(container);
+        // A folder without names (trusted, or whose watch went) takes what is there now as
+        // seen: only its visible children are compared, against those that are held.
+        const std::vector<std::string>& seen = watched.names ? *watched.names : now;
         for (const std::string& name : now) {
             bool unheld = !Contains(heldNames, name) && !name.starts_with(".") &&
                           !IsListedHidden(container, name);
-            if (unheld || !Contains(watched.names, name)) {
+            if (unheld || !Contains(seen, name)) {
                 NodeHolder child(Intern(container, name, NodeKind::Unknown));
                 Send(container, kNodeEventChildAdded, child.Get(), container, 0, touched);
             }
         }
         std::vector<std::string_view> known;
-        std::set_union(heldNames.begin(), heldNames.end(), watched.names.begin(),
-                       watched.names.end(), std::back_inserter(known));
+        std::set_union(heldNames.begin(), heldNames.end(), seen.begin(), seen.end(),
+                       std::back_inserter(known));
         for (std::string_view name : known) {
             if (!Contains(now, name)) {
                 NodeHolder child(Existing(container, name));
@@ -224,7 +265,8 @@ void NodeWatcher::SyncLocked(NodeRef container, Watched& watched, Touched& touch
         known.clear();
         heldNames.clear();
         ReleaseAll(held);
-        watched.names = std::move(now);
+        if (watched.names)
+            watched.names = std::move(now);
     }
     Send(container, kNodeEventSyncComplete, container, nullptr, 0, touched);
 }
@@ -273,6 +315,7 @@ void NodeWatcher::Run() {
         }
         if (!(fds[0].revents & POLLIN))
             continue;
+        collecting_ = true;
         std::vector<char> bytes;
         auto start = std::chrono::steady_clock::now();
         for (;;) {
@@ -286,6 +329,7 @@ void NodeWatcher::Run() {
                 break;
         }
         HandleBurst(bytes);
+        collecting_ = false;
     }
 }
 
@@ -299,6 +343,7 @@ void NodeWatcher::HandleBurst(const std::vector<char>& bytes) {
         at += sizeof event + event.len;
         HandleEvent(event.wd, event.mask, name, touched);
     }
+    CompleteAwaitedSyncs(touched);
     Tickle(touched);
 }
 
@@ -318,6 +363,7 @@ void NodeWatcher::HandleEvent(int wd, uint32_t mask, const std::string& name, To
     if (mask & IN_IGNORED) {
         byWd_.erase(found);
         watched.wd = -1;
+        watched.trusted = false;
         return;
     }
     if (mask & (IN_DELETE_SELF | IN_MOVE_SELF)) {
@@ -399,12 +445,12 @@ StatusCode NodeUnRegisterChildChangedNotification(NodeRef container, void* clien
 }
 
 StatusCode NodeSync(NodeRef node) {
-    return NodeWatcher::Shared().Sync(node);
+    return NodeWatcher::Shared().Sync(node, false);
 }
 
 StatusCode FNNotify(const BFRef* ref, uint32_t, uint32_t) {
     NodeHolder folder(GetBFRefAsNode(ref));
     if (!folder)
         return fnfErr;
-    return NodeSync(folder.Get());
+    return NodeWatcher::Shared().Sync(folder.Get(), true);
 }

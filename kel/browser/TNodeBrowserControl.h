@@ -12,13 +12,13 @@
 
 #include "basalt/gridbrowser/GridBrowser.h"
 #include "kel/browser/INodeBrowserControlObserver.h"
+#include "kel/browser/NodeSortMemo.h"
 #include "kel/browser/TContainerData.h"
 #include "kel/browser/TViewSnapshot.h"
 #include "kel/nodes/TKelNodeObservatory.h"
 #include "kel/nodes/TNodeFilter.h"
 
 #include <memory>
-#include <unordered_map>
 #include <vector>
 
 class GridItemIDs;
@@ -140,7 +140,7 @@ private:
     StatusCode ItemData(const TKelNode& node, unsigned long property, void* itemData) const;
     bool IsContainerRow(const TKelNode& node) const;
     bool CanOpenRow(const TKelNode& node) const;
-    bool IsValidForSorting(const TKelNode& node);
+    NodeSortFacts SortFactsOf(OpaqueNodeRef* node, bool wantKey);
     StatusCode NameCell(const TKelNode& node, void* itemData) const;
     StatusCode TextCell(const TKelNode& node, void* itemData) const;
     void RowMessage(TKelNode& node, unsigned long message);
@@ -184,6 +184,6 @@ private:
     TKelNode queryNode;
     TKelNode queryScopeNode;
     TKelNode previewNode;
-    // What Validate said of the nodes the control sorted, until the next change event.
-    std::unordered_map<OpaqueNodeRef*, bool> sortValidity;
+    // What the control's sorts learnt of their nodes, until the next change event.
+    NodeSortMemo sortMemo;
 };

@@ -26,16 +26,45 @@ bool IsUnconnectedServer(const TKelNode& node) {
 
 // The collating order of a string property, through the sort keys the node service caches per
 // node, so that sorting a large folder collates each name once.
-int CompareByKey(const TKelNode& a, const TKelNode& b, FourCharCode property) {
+int CompareKeys(const uint8_t* keyA, BCIndex lengthA, const uint8_t* keyB, BCIndex lengthB) {
+    int order = memcmp(keyA, keyB, size_t(std::min(lengthA, lengthB)));
+    return order != 0 ? order : int(lengthA > lengthB) - int(lengthA < lengthB);
+}
+
+int CompareByKey(OpaqueNodeRef* a, OpaqueNodeRef* b, FourCharCode property) {
     const uint8_t* keyA = nullptr;
     const uint8_t* keyB = nullptr;
     BCIndex lengthA = 0, lengthB = 0;
-    if (NodeGetSortKey(a.PeekNodeRef(), property, &keyA, &lengthA) != noErr ||
-        NodeGetSortKey(b.PeekNodeRef(), property, &keyB, &lengthB) != noErr) {
-        return NodeStringCompare(a.PeekNodeRef(), b.PeekNodeRef(), property, CompareStrings);
+    if (NodeGetSortKey(a, property, &keyA, &lengthA) != noErr ||
+        NodeGetSortKey(b, property, &keyB, &lengthB) != noErr) {
+        return NodeStringCompare(a, b, property, CompareStrings);
     }
-    int order = memcmp(keyA, keyB, size_t(std::min(lengthA, lengthB)));
-    return order != 0 ? order : int(lengthA > lengthB) - int(lengthA < lengthB);
+    return CompareKeys(keyA, lengthA, keyB, lengthB);
+}
+
+// The key stays good while the node lives, which the row's record sees to.
+void ReadDisplayKey(OpaqueNodeRef* node, NodeSortFacts& facts) {
+    const uint8_t* key = nullptr;
+    BCIndex length = 0;
+    facts.keyKnown = true;
+    if (NodeGetSortKey(node, kDisplayName, &key, &length) == noErr) {
+        facts.displayKey = key;
+        facts.keyLength = uint32_t(length);
+    }
+}
+
+// A query hit is compared with nothing, so nothing more is asked of it.
+NodeSortFacts ReadSortFacts(OpaqueNodeRef* node, bool wantKey) {
+    NodeSortFacts facts;
+    facts.queryHit = NodeIsQueryHit(node) != 0;
+    if (facts.queryHit) {
+        return facts;
+    }
+    facts.valid = NodeValidate(node) != 0;
+    if (wantKey) {
+        ReadDisplayKey(node, facts);
+    }
+    return facts;
 }
 
 // True when a is later than b; equal dates are not.
@@ -153,46 +182,62 @@ StatusCode TNodeBrowserControl::TextCell(const TKelNode& node, void* itemData) c
     return SetGridBrowserItemDataText(itemData, text.AsBCStringRef());
 }
 
+// The rows' nodes are held by their containers' records, so the ids are used as they are: a
+// sort of a large folder compares millions of times, and counting each node up and down would
+// cost more than the comparison. What a comparison needs of a node is asked once per node.
 bool TNodeBrowserControl::CompareNotification(ControlRef control, unsigned long item1,
                                               unsigned long item2, unsigned long property) {
-    TKelNode first{uintptr_t(item1)};
-    TKelNode second{uintptr_t(item2)};
-    // Query results stay in the order the query gave.
-    if (IsQueryHit(first) || IsQueryHit(second) || item1 == item2) {
-        return false;
-    }
+    auto* first = reinterpret_cast<OpaqueNodeRef*>(item1);
+    auto* second = reinterpret_cast<OpaqueNodeRef*>(item2);
     const bool byName = property == 0 || property == kGridBrowserItemSelfIdentityProperty ||
                         property == kNameProperty || property == kGridBrowserNameTextProperty;
-    if (!byName && property != kDateProperty) {
+    if (first == nullptr || second == nullptr || item1 == item2 ||
+        (!byName && property != kDateProperty)) {
+        return false;
+    }
+    TNodeBrowserControl* self = FromControl(control);
+    auto facts = [&](OpaqueNodeRef* node) {
+        return self != nullptr ? self->SortFactsOf(node, byName) : ReadSortFacts(node, byName);
+    };
+    const NodeSortFacts a = facts(first);
+    const NodeSortFacts b = facts(second);
+    // Query results stay in the order the query gave.
+    if (a.queryHit || b.queryHit) {
         return false;
     }
     // A node that no longer exists sorts last.
-    TNodeBrowserControl* self = FromControl(control);
-    if (!(self != nullptr ? self->IsValidForSorting(first) : first.Validate())) {
+    if (!a.valid) {
         return false;
     }
-    if (!(self != nullptr ? self->IsValidForSorting(second) : second.Validate())) {
+    if (!b.valid) {
         return true;
     }
     if (byName) {
-        int order = CompareByKey(first, second, kDisplayName);
+        int order = a.displayKey != nullptr && b.displayKey != nullptr
+                        ? CompareKeys(a.displayKey, a.keyLength, b.displayKey, b.keyLength)
+                        : NodeStringCompare(first, second, kDisplayName, CompareStrings);
         return (order != 0 ? order : CompareByKey(first, second, NodeCode("pnam"))) < 0;
     }
     UTCDateTime date1{}, date2{};
-    GetNodePropertyAsUTCDateTime(first.PeekNodeRef(), kModified, &date1, 0);
-    GetNodePropertyAsUTCDateTime(second.PeekNodeRef(), kModified, &date2, 0);
+    GetNodePropertyAsUTCDateTime(first, kModified, &date1, 0);
+    GetNodePropertyAsUTCDateTime(second, kModified, &date2, 0);
     // Ascending by date starts with the newest file.
     return IsLater(date1, date2);
 }
 
-// Validating asks the file system; a sort of a large folder would ask it twice per comparison.
-// What it said holds until the next change event, which is how a deletion of a row reaches us.
-bool TNodeBrowserControl::IsValidForSorting(const TKelNode& node) {
-    auto [entry, added] = sortValidity.try_emplace(node.PeekNodeRef(), false);
-    if (added) {
-        entry->second = node.Validate();
+// Validating asks the file system; what it said holds until the next change event, which is
+// how a deletion of a row reaches us. The display name's key is asked for by name sorts only.
+NodeSortFacts TNodeBrowserControl::SortFactsOf(OpaqueNodeRef* node, bool wantKey) {
+    NodeSortFacts* kept = sortMemo.Find(node);
+    if (kept == nullptr) {
+        NodeSortFacts facts = ReadSortFacts(node, wantKey);
+        sortMemo.Keep(node, facts);
+        return facts;
     }
-    return entry->second;
+    if (wantKey && !kept->keyKnown) {
+        ReadDisplayKey(node, *kept);
+    }
+    return *kept;
 }
 
 void TNodeBrowserControl::ItemNotification(ControlRef control, unsigned long item,

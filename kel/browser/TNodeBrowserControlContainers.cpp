@@ -86,7 +86,7 @@ void TNodeBrowserControl::CloseContainer(TKelNode& node) {
     }
     for (auto record = containers.begin(); record != containers.end(); ++record) {
         if ((*record)->node == node) {
-            sortValidity.clear(); // its rows' nodes may go, and their addresses be reused
+            sortMemo.clear(); // its rows' nodes may go, and their addresses be reused
             std::unique_ptr<TContainerData> data = std::move(*record);
             containers.erase(record);
             observatory.UnregisterContainerObserver(ListedNode(data->node), *data);
@@ -123,7 +123,7 @@ void TNodeBrowserControl::PopulateContainerData(TContainerData& data) {
             data.children.push_back(child);
             // The folder was just read: asking the file system again per row for the sort that
             // follows would stat every entry of a large folder.
-            sortValidity.insert_or_assign(child.PeekNodeRef(), true);
+            sortMemo.Keep(child.PeekNodeRef(), {true, NodeIsQueryHit(child.PeekNodeRef()) != 0});
         }
     }
     if (!data.children.empty()) {
@@ -173,7 +173,7 @@ void TNodeBrowserControl::SynchronizeContainers(EventLoopTimerRef, void* control
 }
 
 void TNodeBrowserControl::NoteChildAddition(TContainerData& data, TKelNode& child) {
-    sortValidity.clear();
+    sortMemo.clear();
     if (!filter->CanSee(child)) {
         return;
     }
@@ -195,7 +195,7 @@ void TNodeBrowserControl::NoteChildAddition(TContainerData& data, TKelNode& chil
 }
 
 void TNodeBrowserControl::NoteChildDeletion(TContainerData& data, TKelNode& child) {
-    sortValidity.clear();
+    sortMemo.clear();
     TKelNodeArray one;
     one.push_back(child);
     if (RemoveItems(data.node, one, 0) == noErr) {
@@ -205,7 +205,7 @@ void TNodeBrowserControl::NoteChildDeletion(TContainerData& data, TKelNode& chil
 
 void TNodeBrowserControl::NoteChildPropertyChange(TContainerData& data, TKelNode& child,
                                                   unsigned long property) {
-    sortValidity.clear();
+    sortMemo.clear();
     const GridBrowserItemID id = child.AsItemID();
     const GridBrowserItemID container = data.node.AsItemID();
     if (property == NodeCode("asty") || property == NodeCode("icon")) {

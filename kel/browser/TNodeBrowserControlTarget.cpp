@@ -332,7 +332,7 @@ StatusCode TNodeBrowserControl::SelectAll() {
 void TNodeBrowserControl::Refresh() {
     // Rows are asked again, so the filter's verdicts are new; nothing moves, nothing is re-read.
     BTViewSetNeedsDisplay(control, true);
-    sortValidity.clear();
+    sortMemo.clear();
     for (const auto& data : containers) {
         _UpdateGridBrowserItemsNoSort(control, data->node.AsItemID(), 0, nullptr, 0,
                                       ItemProperty());

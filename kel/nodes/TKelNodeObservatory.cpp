@@ -1,6 +1,7 @@
 #include "kel/nodes/TKelNodeObservatory.h"
 
 #include <algorithm>
+#include <iterator>
 #include <mutex>
 #include <vector>
 
@@ -14,6 +15,10 @@ TKelNodeObservatory* sFirstObservatory = nullptr;
 
 constexpr EventParamName kPostTargetParam = 0x70747267; // "ptrg"
 constexpr EventParamType kTargetType = 0x65747267;      // "etrg"
+// What the handler on the tickle control hears: the wake-ups, and the control leaving its
+// window, which comes before the control goes.
+constexpr EventTypeSpec kTickleEvents[] = {kNodeEventSpec,
+                                           {kEventClassControl, kEventControlOwningWindowChanged}};
 
 // The node an event getter gives, adopted; empty when the event has none.
 TKelNode AdoptedNode(NodeEventRef event, StatusCode (*getter)(NodeEventRef, NodeRef*)) {
@@ -50,6 +55,7 @@ TKelNodeObservatory::~TKelNodeObservatory() {
         std::erase(*gObservatories, this);
     }
     NodeEventDisposeEventQueue(eventQueue);
+    // A control that left its window was let go of at that moment, so this one still lives.
     if (tickleControl != nullptr) {
         if (tickleHandler != nullptr) {
             RemoveEventHandler(tickleHandler);
@@ -77,7 +83,20 @@ StatusCode TKelNodeObservatory::SetTickleControl(ControlRef control) {
     if (control == nullptr) {
         return status;
     }
-    return InstallEventHandler(target, Handler, 1, &kNodeEventSpec, this, &tickleHandler);
+    return InstallEventHandler(target, Handler, std::size(kTickleEvents), kTickleEvents, this,
+                               &tickleHandler);
+}
+
+// Called from the control's own event, while it lives: removing the handler is safe now and
+// would not be later.
+void TKelNodeObservatory::ForgetTickleControl() {
+    if (tickleHandler != nullptr) {
+        RemoveEventHandler(tickleHandler);
+    }
+    tickleControl = nullptr;
+    tickleHandler = nullptr;
+    std::lock_guard lock(gMutex);
+    tickleTarget = nullptr;
 }
 
 StatusCode TKelNodeObservatory::RegisterContainerObserver(const TKelNode& container,
@@ -137,8 +156,17 @@ void TKelNodeObservatory::ClearTickled(NodeEventQueueRef queue) {
 
 // ---- The main thread ------------------------------------------------------------------------
 
-StatusCode TKelNodeObservatory::Handler(EventHandlerCallRef, EventRef, void* userData) {
+StatusCode TKelNodeObservatory::Handler(EventHandlerCallRef, EventRef event, void* userData) {
     auto* observatory = static_cast<TKelNodeObservatory*>(userData);
+    if (GetEventClass(event) == kEventClassControl) {
+        WindowRef window = nullptr;
+        GetEventParameter(event, kEventParamControlCurrentOwningWindow, typeWindowRef, nullptr,
+                          sizeof window, nullptr, &window);
+        if (window == nullptr) {
+            observatory->ForgetTickleControl();
+        }
+        return eventNotHandledErr;
+    }
     observatory->ProcessWaitingNodeEvents();
     if (observatory == sFirstObservatory) {
         DrainStrayWakeUps();

@@ -8,6 +8,11 @@
 // Threads: Tickler runs on the watcher thread and touches only the list of observatories (under
 // gMutex) and the tickled flag; everything else runs on the main thread. The first observatory
 // made also makes one for the application's event target, which lives for the process.
+//
+// The tickle control may leave its window, or go with it, before its owner clears it here: the
+// observatory hears of that (kEventControlOwningWindowChanged, no window) while the control
+// still lives, and lets go of it then, so that neither its wake-ups nor its destruction reach
+// a control that is gone. Its wake-ups then come through the application's target.
 
 #include "basalt/nodes/NodeEvents.h"
 #include "kel/nodes/INodeObserver.h"
@@ -39,6 +44,7 @@ public:
     static void Tickler(NodeEventQueueRef queue);
 
 private:
+    void ForgetTickleControl();
     void Dispatch(NodeEventRef event);
     static void ClearTickled(NodeEventQueueRef queue);
     static void DrainStrayWakeUps();

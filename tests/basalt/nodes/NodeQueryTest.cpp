@@ -300,3 +300,79 @@ TEST_F(NodeQueryTest, TypeTestsNarrowTheHitsAndFoldersAlwaysPass) {
 }
 
 } // namespace
+
+namespace {
+
+// After the walk the hits follow the scope: what comes in and matches is added, what goes or
+// is renamed away is withdrawn, and a folder moved in or out brings or takes its hits along.
+class NodeQueryLiveTest : public NodeQueryTest {
+protected:
+    void SetUp() override {
+        NodeQueryTest::SetUp();
+        outside_ = keltest::MakeScratchFolder("query outside");
+        Touch("a/report-old.txt");
+        Touch("a/b/notes.txt");
+        NodeRef query = nullptr;
+        ASSERT_EQ(StartSearch(Typed("rep"), &query), noErr);
+        query_ = Held(query);
+        ASSERT_TRUE(WaitForEnd(query));
+        hits_ = HitsOf(query);
+    }
+    void TearDown() override {
+        hits_ = Held();
+        query_ = Held();
+        NodeQueryTest::TearDown();
+    }
+
+    std::vector<std::u16string> Names() { return Sorted(HitNames(hits_.get())); }
+    // Waits, with a generous deadline, until the hits are exactly these.
+    bool HitsBecome(std::vector<std::u16string> expected) {
+        std::sort(expected.begin(), expected.end());
+        return WaitUntil([&] { return Names() == expected; });
+    }
+
+    fs::path outside_;
+    Held query_;
+    Held hits_;
+};
+
+TEST_F(NodeQueryLiveTest, CreatedAndRenamedItemsThatMatchArriveAndDeletedOnesGo) {
+    ASSERT_EQ(Names(), std::vector<std::u16string>{u"report-old.txt"});
+    Touch("report-new.txt");
+    Touch("a/b/report-deep.txt");
+    Touch("a/unrelated.txt");
+    Touch(".report-dot.txt");
+    fs::create_directory(root_ / "a/reports");
+    EXPECT_TRUE(HitsBecome({u"report-old.txt", u"report-new.txt", u"report-deep.txt", u"reports"}));
+    EXPECT_FALSE(NodeQueryIsGathering(query_.get())) << "following changes is no gathering";
+
+    fs::rename(root_ / "a/report-old.txt", root_ / "a/renamed.txt");
+    fs::rename(root_ / "a/b/notes.txt", root_ / "a/b/report-notes.txt");
+    fs::remove(root_ / "report-new.txt");
+    Touch("a/reports/report-inside.txt"); // in a folder made after the walk
+    EXPECT_TRUE(
+        HitsBecome({u"report-deep.txt", u"report-notes.txt", u"reports", u"report-inside.txt"}));
+}
+
+TEST_F(NodeQueryLiveTest, FoldersMovedInAreWalkedAndFoldersMovedOutTakeTheirHits) {
+    keltest::WriteFile(outside_ / "incoming/deeper/report-moved.txt", "x");
+    fs::rename(outside_ / "incoming", root_ / "a/incoming");
+    EXPECT_TRUE(HitsBecome({u"report-old.txt", u"report-moved.txt"}));
+
+    fs::rename(root_ / "a", outside_ / "a");
+    EXPECT_TRUE(HitsBecome({}));
+    // Moved back, the folder is walked again though it was entered before.
+    fs::rename(outside_ / "a", root_ / "back");
+    EXPECT_TRUE(HitsBecome({u"report-old.txt", u"report-moved.txt"}));
+}
+
+TEST_F(NodeQueryLiveTest, ManyChangesAtOnceArriveInFewDeliveries) {
+    HitsObserver observer(hits_.get());
+    for (int i = 0; i < 300; ++i)
+        Touch("a/b/report-" + std::to_string(i));
+    EXPECT_TRUE(WaitUntil([&] { return HitNames(hits_.get()).size() == 301; }));
+    // At most 25 changes or 500 ms to a batch; the files come far faster than that.
+    EXPECT_LE(observer.Deliveries().size(), 300u / 25 + 2);
+}
+
+} // namespace

@@ -13,15 +13,20 @@ using basalt::nodes::kParallelSortKeysFrom;
 namespace {
 
 std::optional<std::vector<uint8_t>> PreparedKey(NodeRef node) {
-    std::lock_guard lock(node->mutex);
-    return node->sortKeys.displayName;
+    if (node->sortKeys.displayName.ready.load() == nullptr)
+        return std::nullopt;
+    const uint8_t* key = nullptr;
+    BCIndex length = 0;
+    EXPECT_EQ(NodeGetSortKey(node, NodeCode("dnam"), &key, &length), noErr);
+    return std::vector<uint8_t>(key, key + length);
 }
 
 // The key made fresh, for comparison with the one made ahead.
 std::vector<uint8_t> FreshKey(NodeRef node) {
     {
         std::lock_guard lock(node->mutex);
-        node->sortKeys.displayName.reset();
+        node->sortKeys.displayName.ready.store(nullptr);
+        node->sortKeys.displayName.bytes.reset();
     }
     const uint8_t* key = nullptr;
     BCIndex length = 0;

@@ -101,6 +101,13 @@ auto Having(uint32_t kind, NodeRef child) {
     return [=](const std::vector<Event>& events) { return Has(events, kind, child); };
 }
 
+// Tells the service that the folder changed, as a client that wrote into it does.
+StatusCode Notify(NodeRef folder) {
+    BFRef ref;
+    StatusCode status = GetNodeAsBFRef(folder, &ref);
+    return status != noErr ? status : FNNotify(&ref, 1, 0);
+}
+
 // The additions and deletions of one child, in order.
 std::vector<uint32_t> ListChanges(const std::vector<Event>& events, NodeRef child) {
     std::vector<uint32_t> kinds;
@@ -193,8 +200,9 @@ TEST(NodeWatcherTest, OnlyIdenticalRepeatsMerge) {
         (std::vector<uint32_t>{kNodeEventChildAdded, kNodeEventDeleted, kNodeEventChildAdded}));
 }
 
-// A rescan compares the folder with the children that are held: a visible child that nobody
-// holds cannot be in any list, so it is announced again; an invisible one is not.
+// A client's word that a folder changed rescans it against the children that are held: a
+// visible child that nobody holds cannot be in any list, so it is announced again; an
+// invisible one is not.
 TEST(NodeWatcherTest, RescanAnnouncesWhatNoListCanHold) {
     auto folder = keltest::MakeScratchFolder("rescan");
     keltest::WriteFile(folder / "kept", "x");
@@ -203,7 +211,7 @@ TEST(NodeWatcherTest, RescanAnnouncesWhatNoListCanHold) {
     Held parent = NodeAt(folder);
     Held kept = Child(parent.get(), u"kept");
     Client client(parent.get());
-    ASSERT_EQ(NodeSync(parent.get()), noErr);
+    ASSERT_EQ(Notify(parent.get()), noErr);
     std::vector<Event> events = client.Drain();
     EXPECT_TRUE(Has(events, kNodeEventSyncComplete, parent.get()));
     EXPECT_FALSE(Has(events, kNodeEventChildAdded, kept.get()));
@@ -211,6 +219,36 @@ TEST(NodeWatcherTest, RescanAnnouncesWhatNoListCanHold) {
     EXPECT_TRUE(Has(events, kNodeEventChildAdded, lost.get()));
     Held dot = Child(parent.get(), u".dot");
     EXPECT_FALSE(Has(events, kNodeEventChildAdded, dot.get()));
+}
+
+// A watched local folder is not read again by a sync, yet a change made just before one
+// arrives before its completion, whether the watcher has sent it yet or not.
+TEST(NodeWatcherTest, SyncOfAWatchedFolderCompletesAfterWhatIsOnTheWay) {
+    auto folder = keltest::MakeScratchFolder("quick sync");
+    keltest::WriteFile(folder / "unheld", "x");
+    Held parent = NodeAt(folder);
+    Client client(parent.get());
+    for (int round = 0; round < 20; ++round) {
+        std::string name = "new " + std::to_string(round);
+        keltest::WriteFile(folder / name, "x");
+        ASSERT_EQ(NodeSync(parent.get()), noErr);
+        std::vector<Event> events = client.DrainUntil(Having(kNodeEventSyncComplete, parent.get()));
+        Held fresh = Child(parent.get(), std::u16string(name.begin(), name.end()));
+        auto added = std::find_if(events.begin(), events.end(), [&](const Event& e) {
+            return e.kind == kNodeEventChildAdded && e.child.get() == fresh.get();
+        });
+        auto done = std::find_if(events.begin(), events.end(),
+                                 [&](const Event& e) { return e.kind == kNodeEventSyncComplete; });
+        ASSERT_NE(done, events.end());
+        EXPECT_LT(added, done) << name;
+    }
+    // Once the watcher is idle a sync reads nothing, so the unheld child is not announced.
+    Held unheld = Child(parent.get(), u"unheld");
+    EXPECT_TRUE(keltest::WaitUntil([&] {
+        NodeSync(parent.get());
+        std::vector<Event> events = client.DrainUntil(Having(kNodeEventSyncComplete, parent.get()));
+        return !Has(events, kNodeEventChildAdded, unheld.get());
+    }));
 }
 
 TEST(NodeWatcherTest, SyncSendsTheDifferencesThenCompletion) {
@@ -222,9 +260,7 @@ TEST(NodeWatcherTest, SyncSendsTheDifferencesThenCompletion) {
     // Changes the watcher has not reported yet are found by the rescan.
     fs::remove(folder / "old");
     keltest::WriteFile(folder / "fresh", "x");
-    BFRef ref;
-    ASSERT_EQ(GetNodeAsBFRef(parent.get(), &ref), noErr);
-    ASSERT_EQ(FNNotify(&ref, 1, 0), noErr);
+    ASSERT_EQ(Notify(parent.get()), noErr);
     // The watcher may report the same changes itself; either way each arrives.
     std::vector<Event> events = client.Drain();
     EXPECT_TRUE(Has(events, kNodeEventDeleted, old.get()));

@@ -199,4 +199,29 @@ TEST_F(TKelNodeObservatoryTest, WakeUpsReachTheTickleControlThroughTheEventLoop)
     DisposeWindow(window);
 }
 
+// An owner that fails to clear the tickle control before the control goes, with its window or
+// alone: the observatory lets go of it, still hears changes, and is destroyed without touching
+// the dead control (the sanitizer build sees any such touch).
+TEST_F(TKelNodeObservatoryTest, AControlThatGoesFirstIsLetGoOf) {
+    for (bool withWindow : {true, false}) {
+        auto carrier = std::make_unique<TickleControl>();
+        auto observatory = std::make_unique<TKelNodeObservatory>();
+        Recorder recorder;
+        ASSERT_EQ(observatory->SetTickleControl(carrier->control), noErr);
+        observatory->RegisterContainerObserver(container, recorder);
+        if (withWindow) {
+            carrier.reset();
+        } else {
+            DisposeControl(carrier->control);
+        }
+        std::string name = withWindow ? "after window" : "after control";
+        keltest::WriteFile(folder / name, "x");
+        EXPECT_TRUE(
+            WaitFor([&] { return recorder.added.size() == 1; }, [] { RunCurrentEventLoop(0.05); }))
+            << name;
+        observatory->UnregisterContainerObserver(container, recorder);
+        observatory.reset();
+    }
+}
+
 } // namespace
