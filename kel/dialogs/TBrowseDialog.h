@@ -283,6 +283,8 @@ protected:
 
 private:
     void MakeCustomPane();
+    // Keeps control 25 in the middle of the window; what is bound to it follows.
+    void CentreTopBlock();
     ControlRef MakeBrowserView();
     void InstallDragHandlers();
     void RemoveDragHandlers();

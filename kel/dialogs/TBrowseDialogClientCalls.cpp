@@ -57,5 +57,3 @@ void TBrowseDialog::AddTypeMenuItems() {
         }
     }
 }
-
-void TBrowseDialog::SetUpViewLayouts() {}
