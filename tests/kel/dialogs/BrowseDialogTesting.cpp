@@ -3,6 +3,7 @@
 #include "basalt/gridbrowser/GridBrowser.h"
 #include "kel/foundation/KelBundle.h"
 #include "kel/foundation/TKelPrefs.h"
+#include "kel/foundation/TKelPrefsStore.h"
 #include "kel/interface/KelStartup.h"
 #include "tests/kel/browser/BrowserWindow.h"
 #include "tests/kel/nodes/KelNodeTesting.h"
@@ -129,6 +130,16 @@ std::vector<std::string> BrowseDialogRun::ReplyPaths(StatusCode* status) {
     }
     KelDisposeReply(&reply);
     return paths;
+}
+
+void ForgetDialogPrefs() {
+    TKelPrefs prefs;
+    prefs.SetClientKeys(TStringRef(BCSTR("GetFile")), TStringRef(BCSTR("0")));
+    for (BCStringRef leaf : {kKelPrefDialogPath, kKelPrefDialogHomeDirectoryPath,
+                             kKelPrefDialogSize, kKelPrefDialogPosition}) {
+        kel_prefs::RemoveAppValue(prefs.CreateKey(leaf));
+    }
+    BCPreferencesAppSynchronize(kBCPreferencesCurrentApplication);
 }
 
 void UseListView(bool list) {

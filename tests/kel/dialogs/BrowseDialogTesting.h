@@ -58,6 +58,8 @@ struct BrowseDialogRun {
     std::function<bool(const std::string&)> allows;
 };
 
+// Forgets what the test dialogs remembered: their folder, size and place.
+void ForgetDialogPrefs();
 // Switches the open dialogs' view style for the next dialogs.
 void UseListView(bool list);
 // Runs the loop until the condition holds, for at most the deadline.

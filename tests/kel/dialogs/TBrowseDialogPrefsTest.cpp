@@ -21,10 +21,7 @@ protected:
         std::filesystem::create_directories(tree / "elsewhere");
         WriteFile(tree / "elsewhere" / "other.txt", "o");
         UseListView(true);
-        TKelPrefs prefs;
-        prefs.SetClientKeys(TStringRef(BCSTR("GetFile")), TStringRef(BCSTR("0")));
-        prefs.SetDialogSizePref(Rect{0, 0, -1, -1});
-        prefs.SetDialogLocationPref(Point{0, 0});
+        ForgetDialogPrefs();
     }
 
     // Opens a dialog where the client named nothing, and ends it by accepting or cancelling.
@@ -65,6 +62,7 @@ TEST_F(TBrowseDialogPrefsTest, TheWindowComesBackAtItsSizeAndPlace) {
     RunAndEnd(false, [&](TBrowseDialog& dialog) {
         WindowRef window = dialog.GetWindow();
         HeadlessDriver::ResizeTo(window, 800, 600);
+        HeadlessDriver::RunUntilIdle();
         MoveWindow(window, 70, 90, false);
     });
     BrowseDialogRun run({}, kKelModalityModeless);

@@ -49,7 +49,7 @@ TEST_F(TBrowseDialogTest, AFileAsTheLocationOpensItsFolderWithTheFileSelected) {
 TEST_F(TBrowseDialogTest, ALocationThatCannotBeEnteredFallsBackToItsNearestFolder) {
     // A package is a file to the open dialog: the dialog shows the folder that holds it.
     BrowseDialogRun run(tree / "gamma" / "Thing.app", kKelModalityAppModal);
-    EXPECT_EQ(SelectedNames(*run.dialog), std::vector<std::string>{"gamma"});
+    EXPECT_EQ(SelectedNames(*run.dialog), std::vector<std::string>{"Thing.app"});
     run.RunModal([&] {
         EXPECT_EQ(TargetName(*run.dialog), "gamma");
         ClickItem(*run.dialog, kBrowseCancelButton);
@@ -57,6 +57,7 @@ TEST_F(TBrowseDialogTest, ALocationThatCannotBeEnteredFallsBackToItsNearestFolde
 }
 
 TEST_F(TBrowseDialogTest, WithoutALocationItOpensInTheDocumentsFolder) {
+    ForgetDialogPrefs();
     BrowseDialogRun run({}, kKelModalityAppModal);
     run.RunModal([&] {
         EXPECT_EQ(TargetName(*run.dialog), "Documents");
