@@ -18,6 +18,7 @@ namespace {
 class TBrowseDialogAcceptTest : public ::testing::Test {
 protected:
     void SetUp() override {
+        ForgetDialogPrefs();
         tree = MakeScratchFolder("accept");
         std::filesystem::create_directory(tree / "folder");
         WriteFile(tree / "one.txt", "1");

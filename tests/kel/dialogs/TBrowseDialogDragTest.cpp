@@ -19,6 +19,7 @@ std::string FileURL(const std::filesystem::path& path) {
 class TBrowseDialogDragTest : public ::testing::Test {
 protected:
     void SetUp() override {
+        ForgetDialogPrefs();
         tree = MakeScratchFolder("drag");
         std::filesystem::create_directories(tree / "start");
         std::filesystem::create_directories(tree / "there" / "inside");

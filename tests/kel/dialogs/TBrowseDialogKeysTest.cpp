@@ -22,6 +22,7 @@ constexpr uint16_t kKeyRightBracket = 0x1E;
 class TBrowseDialogKeysTest : public ::testing::Test {
 protected:
     void SetUp() override {
+        ForgetDialogPrefs();
         tree = MakeScratchFolder("keys");
         std::filesystem::create_directories(tree / "inner" / "deeper");
         std::filesystem::create_directories(tree / "other");

@@ -28,6 +28,7 @@ Rect ContentBounds(TBrowseDialog& dialog) {
 class TBrowseDialogLayoutTest : public ::testing::Test {
 protected:
     void SetUp() override {
+        ForgetDialogPrefs();
         tree = MakeScratchFolder("layout");
         UseListView(true);
     }

@@ -14,6 +14,7 @@ namespace {
 class TBrowseDialogTest : public ::testing::Test {
 protected:
     void SetUp() override {
+        ForgetDialogPrefs();
         tree = MakeScratchFolder("browse");
         WriteFile(tree / "alpha.txt", "a");
         WriteFile(tree / "beta.txt", "b");
@@ -57,7 +58,6 @@ TEST_F(TBrowseDialogTest, ALocationThatCannotBeEnteredFallsBackToItsNearestFolde
 }
 
 TEST_F(TBrowseDialogTest, WithoutALocationItOpensInTheDocumentsFolder) {
-    ForgetDialogPrefs();
     BrowseDialogRun run({}, kKelModalityAppModal);
     run.RunModal([&] {
         EXPECT_EQ(TargetName(*run.dialog), "Documents");
