@@ -317,6 +317,7 @@ private:
     static StatusCode DragReceive(WindowRef window, void* data, DragRef drag);
     static StatusCode DragTracking(DragTrackingMessage message, WindowRef window, void* data,
                                    DragRef drag);
+    static void PreviewDrawTimerProc(EventLoopTimerRef timer, void* data);
     static void MyDisplayNotifyProc(BGDirectDisplayID display, BGDisplayChangeSummaryFlags flags,
                                     void* data);
 
