@@ -3,16 +3,13 @@
 // The open dialog, and the base of the choose and new folder dialogs.
 
 #include "kel/dialogs/TBrowseDialog.h"
-#include "kel/foundation/KelBundle.h"
 
 class KelGetFileDialog : public TBrowseDialog {
 public:
     explicit KelGetFileDialog(const TDialogConfiguration& configuration)
         : KelGetFileDialog(configuration, BCSTR("Get File"), kKelUserActionOpen) {}
 
-    TStringRef GetDefaultButtonTitle() override {
-        return KelBundle::GetStringResource(BCSTR("Open Button"));
-    }
+    TStringRef GetDefaultButtonTitle() override { return BundleText("Open Button"); }
 
 protected:
     KelGetFileDialog(const TDialogConfiguration& configuration, BCStringRef layoutName,

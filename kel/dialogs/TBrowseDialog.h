@@ -67,6 +67,9 @@ enum BrowseDialogItem : int16_t {
     kBrowseScopeFolder = 35,
 };
 
+// The bundle's text of a key, read once for the process.
+const TStringRef& BundleText(const char* key);
+
 inline int16_t RectWidth(const Rect& rect) {
     return int16_t(rect.right - rect.left);
 }

@@ -103,8 +103,7 @@ void TBrowseDialog::NodeBrowserControlHandleError(TNodeBrowserControl&, TKelNode
     }
     TUniString name;
     node.GetPropertyAsString(kNameProperty4, name);
-    TMutableStringRef text =
-        KelBundle::GetStringResource(BCSTR("Navigate Alias Not Found")).CopyMutable(0);
+    TMutableStringRef text = BundleText("Navigate Alias Not Found").CopyMutable(0);
     text.ReplaceParam(0, name.AsBCString());
     CStandardAlert alert(kAlertNoteAlert, text.AsBCStringRef(), nullptr, nullptr, 0, false, nullptr,
                          nullptr, 1, kWindowAlertPositionParentWindowScreen, nullptr, false, true,
