@@ -9,8 +9,11 @@ public:
     explicit KelGetFileDialog(const TDialogConfiguration& configuration)
         : KelGetFileDialog(configuration, BCSTR("Get File"), kKelUserActionOpen) {}
 
+    TStringRef GetDefaultButtonTitle() override { return BundleText("Open Button"); }
+
 protected:
     KelGetFileDialog(const TDialogConfiguration& configuration, BCStringRef layoutName,
                      uint32_t acceptAction)
-        : TBrowseDialog(configuration, layoutName, acceptAction) {}
+        : TBrowseDialog(layoutName, acceptAction, TStringRef(BCSTR("GetFile")), configuration,
+                        nullptr, BCSTR("KelPanelFileListModeForOpenMode")) {}
 };

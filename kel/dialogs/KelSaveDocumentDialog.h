@@ -8,8 +8,11 @@ class KelSaveDocumentDialog : public TBrowseDialog {
 public:
     KelSaveDocumentDialog(const TDialogConfiguration& configuration, FourCharCode fileType,
                           FourCharCode fileCreator)
-        : TBrowseDialog(configuration, BCSTR("Put File"), kKelUserActionSaveAs), fileType(fileType),
-          fileCreator(fileCreator) {}
+        : TBrowseDialog(BCSTR("Put File"), kKelUserActionSaveAs, TStringRef(BCSTR("PutFile")),
+                        configuration, nullptr, BCSTR("KelPanelFileListModeForSaveMode")),
+          fileType(fileType), fileCreator(fileCreator) {}
+
+    TStringRef GetDefaultButtonTitle() override { return BundleText("Save Button"); }
 
     StatusCode SetSaveFileExtensionHidden(bool) override {
         // Hiding the extension needs the name's extension handling, which comes with the save

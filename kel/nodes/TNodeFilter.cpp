@@ -4,6 +4,7 @@
 #include "kel/foundation/TKelPrefs.h"
 
 #include <algorithm>
+#include <cstddef>
 
 namespace {
 
@@ -40,7 +41,12 @@ void TNodeFilter::SetTypes(KelTypeList** list, unsigned long creator) {
     if (list != nullptr && *list != nullptr) {
         const KelTypeList& header = **list;
         listCreator = header.componentSignature;
-        types.assign(header.osTypes, header.osTypes + std::max<int16_t>(header.typeCount, 0));
+        // A count that claims more types than the handle holds is cut to what is there.
+        const auto held =
+            (GetHandleSize(reinterpret_cast<Handle>(list)) - Size(offsetof(KelTypeList, osTypes))) /
+            Size(sizeof(FourCharCode));
+        const auto count = std::clamp<Size>(header.typeCount, 0, std::max<Size>(held, 0));
+        types.assign(header.osTypes, header.osTypes + count);
     }
     if (creator != 0) {
         listCreator = creator;
