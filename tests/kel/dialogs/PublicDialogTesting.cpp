@@ -58,23 +58,32 @@ void PublicDialog::StartIn(const std::filesystem::path& folder) {
     BEDisposeDesc(&desc);
 }
 
-// Runs work once the dialog's window shows: start-up itself may run the loop (to wait for a
-// listing, say) before the dialog's own loop runs.
-void WhenShown(KelDialogRef dialog, const std::function<void()>& work) {
+void When(const std::function<bool()>& condition, const std::function<void()>& work) {
     HeadlessDriver::Soon(
-        [dialog, work] {
-            WindowRef window = KelDialogGetWindow(dialog);
-            if (window != nullptr && IsWindowVisible(window)) {
+        [condition, work] {
+            if (condition()) {
                 work();
             } else {
-                WhenShown(dialog, work);
+                When(condition, work);
             }
         },
         0.01);
 }
 
+void WhenInFront(WindowRef window, const std::function<void(WindowRef)>& work) {
+    When([window] { return FrontWindow() != window; }, [work] { work(FrontWindow()); });
+}
+
 uint32_t PublicDialog::RunModal(const std::function<void()>& work) {
-    WhenShown(dialog, work);
+    // Start-up itself may run the loop (to wait for a listing, say) before the dialog's own
+    // loop runs: the work waits for the window.
+    KelDialogRef shown = dialog;
+    When(
+        [shown] {
+            WindowRef window = KelDialogGetWindow(shown);
+            return window != nullptr && IsWindowVisible(window);
+        },
+        work);
     EXPECT_EQ(KelDialogRun(dialog), noErr);
     return KelDialogGetUserAction(dialog);
 }

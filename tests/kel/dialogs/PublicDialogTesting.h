@@ -53,6 +53,10 @@ struct PublicDialog {
     std::vector<KelMenuItemSpec> popupChoices;
 };
 
+// Runs work from inside whatever loop runs once the condition holds.
+void When(const std::function<bool()>& condition, const std::function<void()>& work);
+// Acts on the window that comes up in front of window.
+void WhenInFront(WindowRef window, const std::function<void(WindowRef)>& work);
 // A node's "bfrf" descriptor; the caller disposes of it.
 BEDesc DescOf(const std::filesystem::path& path);
 // The titles of the popup's entries, "-" for a separator.
