@@ -218,10 +218,13 @@ StatusCode TCustomControlMessages::SetSelection(TBrowseDialog& dialog, const BED
         return FailedUnless(lastRead == noErr);
     }
     // Nodes of other folders than the first one's stay unselected: the dialog shows one folder.
-    const bool done = dialog.browser->SetTarget(location, TKelNode(), TKelNode()) == noErr &&
-                      dialog.browser->SetSelection(nodes, kSelectionSet) == noErr &&
-                      dialog.browser->RevealTarget() == noErr;
-    return FailedUnless(done);
+    if (dialog.browser->SetTarget(location, TKelNode(), TKelNode()) != noErr ||
+        dialog.browser->SetSelection(nodes, kSelectionSet) != noErr) {
+        return kFailedErr;
+    }
+    // Showing the target is a courtesy: the selection stands either way.
+    dialog.browser->RevealTarget();
+    return noErr;
 }
 
 StatusCode TCustomControlMessages::NewFolder(TBrowseDialog& dialog, const uint8_t* name) {
