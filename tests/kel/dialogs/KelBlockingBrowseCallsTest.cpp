@@ -37,23 +37,9 @@ struct ActingClient {
     EventRecorder recorder;
 };
 
-std::vector<std::string> PathsOf(KelReplyRecord& reply) {
-    std::vector<std::string> paths;
-    BEDescList list = reply.selection;
-    long count = 0;
-    BECountItems(&list, &count);
-    for (long index = 1; index <= count; ++index) {
-        BFRef ref;
-        DescType type = 0;
-        Size size = 0;
-        uint8_t path[4096] = {};
-        if (BEGetNthPtr(&list, index, typeBFRef, nullptr, &type, &ref, sizeof ref, &size) ==
-                noErr &&
-            BFRefMakePath(&ref, path, sizeof path) == noErr) {
-            paths.emplace_back(reinterpret_cast<char*>(path));
-        }
-    }
-    return paths;
+std::vector<std::string> ReplyPathsOf(const KelReplyRecord& reply) {
+    const BEDescList list = reply.selection;
+    return PathsOf(list);
 }
 
 class KelBlockingBrowseCallsTest : public ::testing::Test {
@@ -85,7 +71,7 @@ TEST_F(KelBlockingBrowseCallsTest, AChooseFolderCallRunsInTheCallAndAnswersFileS
     EXPECT_EQ(BEGetNthDesc(&selection, 1, typeWildCard, nullptr, &first), noErr);
     EXPECT_EQ(first.descriptorType, FourCharCode{typeFileSpec});
     BEDisposeDesc(&first);
-    EXPECT_EQ(PathsOf(reply), std::vector<std::string>{(tree / "folder").string()});
+    EXPECT_EQ(ReplyPathsOf(reply), std::vector<std::string>{(tree / "folder").string()});
     KelDisposeReply(&reply);
 }
 
@@ -104,7 +90,7 @@ TEST_F(KelBlockingBrowseCallsTest, ACancelledOpenCallAnswersCancelWithAnEmptyRep
     BEDisposeDesc(&location);
     EXPECT_EQ(selected, std::vector<std::string>{"a.txt"});
     EXPECT_EQ(reply.validRecord, 0);
-    EXPECT_TRUE(PathsOf(reply).empty());
+    EXPECT_TRUE(ReplyPathsOf(reply).empty());
     KelDisposeReply(&reply);
 }
 

@@ -94,22 +94,40 @@ std::vector<std::string> PublicDialog::ReplyPaths(StatusCode* status) {
     if (status != nullptr) {
         *status = got;
     }
-    std::vector<std::string> paths;
     BEDescList list = reply.selection;
+    std::vector<std::string> paths = PathsOf(list);
+    KelDisposeReply(&reply);
+    return paths;
+}
+
+std::vector<std::string> PathsOf(const BEDesc& desc) {
+    std::vector<std::string> paths;
+    const auto add = [&paths](const BFRef& ref) {
+        uint8_t path[4096] = {};
+        if (BFRefMakePath(&ref, path, sizeof path) == noErr) {
+            paths.emplace_back(reinterpret_cast<char*>(path));
+        }
+    };
     long count = 0;
-    BECountItems(&list, &count);
+    if (BECountItems(&desc, &count) != noErr) {
+        BEDesc coerced{typeNull, nullptr};
+        BFRef ref;
+        if (BECoerceDesc(&desc, typeBFRef, &coerced) == noErr &&
+            BEGetDescData(&coerced, &ref, sizeof ref) == noErr) {
+            add(ref);
+        }
+        BEDisposeDesc(&coerced);
+        return paths;
+    }
     for (long index = 1; index <= count; ++index) {
         BFRef ref;
         DescType type = 0;
         Size size = 0;
-        uint8_t path[4096] = {};
-        if (BEGetNthPtr(&list, index, typeBFRef, nullptr, &type, &ref, sizeof ref, &size) ==
-                noErr &&
-            BFRefMakePath(&ref, path, sizeof path) == noErr) {
-            paths.emplace_back(reinterpret_cast<char*>(path));
+        if (BEGetNthPtr(&desc, index, typeBFRef, nullptr, &type, &ref, sizeof ref, &size) ==
+            noErr) {
+            add(ref);
         }
     }
-    KelDisposeReply(&reply);
     return paths;
 }
 

@@ -57,6 +57,8 @@ struct PublicDialog {
 void When(const std::function<bool()>& condition, const std::function<void()>& work);
 // Acts on the window that comes up in front of window.
 void WhenInFront(WindowRef window, const std::function<void(WindowRef)>& work);
+// The absolute paths of a descriptor list's items, or of one descriptor.
+std::vector<std::string> PathsOf(const BEDesc& desc);
 // A node's "bfrf" descriptor; the caller disposes of it.
 BEDesc DescOf(const std::filesystem::path& path);
 // The titles of the popup's entries, "-" for a separator.

@@ -31,32 +31,6 @@ BEDesc ListOf(std::initializer_list<std::filesystem::path> paths) {
     return list;
 }
 
-// The paths of a descriptor or of each item of a list.
-std::vector<std::string> PathsOf(const BEDesc& desc) {
-    std::vector<std::string> paths;
-    long count = 0;
-    if (BECountItems(&desc, &count) != noErr) {
-        BEDesc one = desc;
-        BEDesc list = ListOf({});
-        BEPutDesc(&list, 1, &one);
-        paths = PathsOf(list);
-        BEDisposeDesc(&list);
-        return paths;
-    }
-    for (long index = 1; index <= count; ++index) {
-        BFRef ref;
-        DescType type = 0;
-        Size size = 0;
-        uint8_t path[4096] = {};
-        if (BEGetNthPtr(&desc, index, typeBFRef, nullptr, &type, &ref, sizeof ref, &size) ==
-                noErr &&
-            BFRefMakePath(&ref, path, sizeof path) == noErr) {
-            paths.emplace_back(reinterpret_cast<char*>(path));
-        }
-    }
-    return paths;
-}
-
 class TBrowseDialogCustomControlTest : public ::testing::Test {
 protected:
     void SetUp() override {
