@@ -129,8 +129,8 @@ StatusCode TBrowseDialog::CustomControl(long selector, void* parms) {
         browser->Refresh();
         return noErr;
     case kKelCtlTerminate:
-        __KelDialog::Terminate();
-        return noErr;
+        // A dialog that isn't running has nothing to end.
+        return __KelDialog::Terminate();
     default:
         // 3 to 6 have no function; 18 and 19 add controls to the custom area, which takes none
         // yet.

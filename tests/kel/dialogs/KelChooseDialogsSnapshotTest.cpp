@@ -83,7 +83,7 @@ TEST_P(KelChooseDialogsSnapshotTest, TheNewFolderNameWindow) {
         WhenInFront(window, [&, window](WindowRef names) {
             HeadlessDriver::RunUntilIdle();
             Snapshot(names, "new-folder");
-            HeadlessDriver::Click(names, "kels", 2);
+            HeadlessDriver::Click(names, "kels", 1);
             When([window] { return FrontWindow() == window; },
                  [&] { ClickItem(run.Dialog(), kBrowseCancelButton); });
         });

@@ -14,8 +14,8 @@ using namespace keltest;
 
 namespace {
 
-constexpr int16_t kNameCreate = 1;
-constexpr int16_t kNameCancel = 2;
+constexpr int16_t kNameCreate = 2;
+constexpr int16_t kNameCancel = 1;
 
 std::vector<uint8_t> PascalName(const std::string& name) {
     std::vector<uint8_t> text(name.size() + 1);
