@@ -7,10 +7,7 @@
 #include "kel/dialogs/KelGetFileDialog.h"
 #include "kel/foundation/KelBundle.h"
 
-#include <algorithm>
 #include <array>
-#include <cstddef>
-#include <vector>
 
 namespace {
 
@@ -64,19 +61,6 @@ StatusCode CopyTypeTitle(FourCharCode creator, FourCharCode type, TStringRef& ti
         title = TStringRef(kind, false);
     }
     return status;
-}
-
-// The types of a client's type list, as many as its count says and its block has room for: a
-// count may lie.
-std::vector<FourCharCode> TypesOfList(KelTypeList** list) {
-    if (list == nullptr || *list == nullptr) {
-        return {};
-    }
-    const auto room = static_cast<int32_t>(
-        (GetHandleSize(reinterpret_cast<Handle>(list)) - Size(offsetof(KelTypeList, osTypes))) /
-        Size(sizeof(FourCharCode)));
-    const int32_t count = std::clamp<int32_t>((*list)->typeCount, 0, std::max(room, 0));
-    return std::vector<FourCharCode>((*list)->osTypes, (*list)->osTypes + count);
 }
 
 } // namespace
