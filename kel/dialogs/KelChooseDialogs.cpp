@@ -1,6 +1,6 @@
 #include "kel/dialogs/KelChooseDialogs.h"
 
-#include "kel/foundation/KelBundle.h"
+#include "kel/dialogs/DialogTexts.h"
 
 #include <basalt/files/BEDesc.h>
 
@@ -26,7 +26,7 @@ bool KelChooseDialog::CanChoose() {
 }
 
 TStringRef KelChooseDialog::GetDefaultButtonTitle() {
-    return KelBundle::GetStringResource(TStringRef::Create(buttonKey, kBCStringEncodingUTF8));
+    return LocalizedText(buttonKey);
 }
 
 void KelChooseDialog::SetDefaultButtonTitle() {

@@ -3,7 +3,7 @@
 #include "basalt/files/BFRef.h"
 #include "basalt/nodes/NodeProperties.h"
 #include "basalt/types/BLRegistry.h"
-#include "kel/foundation/KelBundle.h"
+#include "kel/dialogs/DialogTexts.h"
 #include "kel/interface/KelCommandKeys.h"
 
 #include <algorithm>
@@ -17,10 +17,6 @@ constexpr uint16_t kDownArrowCharacter = 31;
 constexpr int32_t kOpenCommandKey = 0;
 constexpr int32_t kRecentDocument = 2;
 constexpr FourCharCode kReplyFormatRef = 0x62667266; // "bfrf"
-
-TStringRef BundleString(const char* key) {
-    return KelBundle::GetStringResource(TStringRef::Create(key, kBCStringEncodingUTF8));
-}
 
 bool AnyFile(const TKelNodeArray& nodes) {
     return std::any_of(nodes.begin(), nodes.end(),
@@ -55,17 +51,17 @@ KelGetFileDialog::KelGetFileDialog(BCStringRef layoutName, uint32_t acceptAction
 void KelGetFileDialog::AssignWindowTitle() {
     TStringRef title = windowTitle;
     if (title.Length() == 0 && clientName.Length() > 0) {
-        TMutableStringRef named = BundleString("Open Title").CopyMutable(0);
+        TMutableStringRef named = LocalizedText("Open Title").CopyMutable(0);
         named.ReplaceParam(0, clientName);
         title = named;
     } else if (title.Length() == 0) {
-        title = BundleString("Open Default Title");
+        title = LocalizedText("Open Default Title");
     }
     SetWindowTitleWithBCString(windowRef, title.AsBCStringRef());
 }
 
 TStringRef KelGetFileDialog::GetDefaultButtonTitle() {
-    return BundleString("Open Button");
+    return LocalizedText("Open Button");
 }
 
 StatusCode KelGetFileDialog::GetFirstCustomControl(uint16_t* item) {

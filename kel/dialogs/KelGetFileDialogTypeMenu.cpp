@@ -4,8 +4,8 @@
 #include "basalt/nodes/NodeProperties.h"
 #include "basalt/types/BLRegistry.h"
 #include "basalt/types/BUTypes.h"
+#include "kel/dialogs/DialogTexts.h"
 #include "kel/dialogs/KelGetFileDialog.h"
-#include "kel/foundation/KelBundle.h"
 
 #include <array>
 
@@ -34,10 +34,6 @@ constexpr std::array<GenericKind, 26> kGenericKinds{{
     {NodeCode("ULAW"), "Sound Document"},   {NodeCode("VfW "), "Sound Document"},
     {NodeCode("Sd2f"), "Sound Document"},   {NodeCode("trak"), "Sound Document"},
 }};
-
-TStringRef BundleString(const char* key) {
-    return KelBundle::GetStringResource(TStringRef::Create(key, kBCStringEncodingUTF8));
-}
 
 TTypeMenuItem Entry(uint16_t kind, const TStringRef& title) {
     TTypeMenuItem item;
@@ -70,7 +66,7 @@ StatusCode KelGetFileDialog::GetGenericKindString(unsigned long type, TStringRef
         if (kind.type != type) {
             continue;
         }
-        if (TStringRef title = BundleString(kind.titleKey); !title.IsNil()) {
+        if (TStringRef title = LocalizedText(kind.titleKey); !title.IsNil()) {
             out = title;
             break;
         }
@@ -89,7 +85,7 @@ void KelGetFileDialog::UpdateTypeMenu(KelTypeList** types,
     auto cursor = typeMenuItems.begin();
     if (types != nullptr || identifiers != nullptr) {
         cursor = std::next(typeMenuItems.insert(
-            cursor, Entry(TTypeMenuItem::kFilterByTypeList, BundleString("All Readable Files"))));
+            cursor, Entry(TTypeMenuItem::kFilterByTypeList, LocalizedText("All Readable Files"))));
         if (identifiers == nullptr || identifierCount > 0) {
             cursor = std::next(typeMenuItems.insert(cursor, Separator()));
         }
@@ -99,9 +95,9 @@ void KelGetFileDialog::UpdateTypeMenu(KelTypeList** types,
         if (!listed.empty()) {
             const FourCharCode creator = (*types)->componentSignature;
             if (creator != kAnyCreator) {
-                TStringRef title = BundleString("All Known Files");
+                TStringRef title = LocalizedText("All Known Files");
                 if (clientName.Length() > 0) {
-                    TMutableStringRef named = BundleString("All App").CopyMutable(0);
+                    TMutableStringRef named = LocalizedText("All App").CopyMutable(0);
                     named.ReplaceParam(0, clientName);
                     title = named;
                 }
@@ -137,7 +133,7 @@ void KelGetFileDialog::UpdateTypeMenu(KelTypeList** types,
     if ((optionFlags & kKelOptAllFilesInPopup) != 0 &&
         (!typeMenuItems.empty() || identifierCount > 0)) {
         AddPopupMenuItemSeperator();
-        AddTypeMenuItem(Entry(TTypeMenuItem::kNoFilter, BundleString("All Files")));
+        AddTypeMenuItem(Entry(TTypeMenuItem::kNoFilter, LocalizedText("All Files")));
     }
 }
 

@@ -1,6 +1,6 @@
 #include "kel/dialogs/NewFolderDialog.h"
 
-#include "kel/foundation/KelBundle.h"
+#include "kel/dialogs/DialogTexts.h"
 #include "kel/foundation/TUniString.h"
 #include "kel/interface/CStandardAlert.h"
 
@@ -24,8 +24,7 @@ void Alert(AlertType kind, const TStringRef& text) {
 }
 
 TStringRef WithParameter(const char* key, const TStringRef& value) {
-    TMutableStringRef text =
-        KelBundle::GetStringResource(TStringRef::Create(key, kBCStringEncodingUTF8)).CopyMutable(0);
+    TMutableStringRef text = LocalizedText(key).CopyMutable(0);
     text.ReplaceParam(0, value);
     return text;
 }
@@ -72,7 +71,7 @@ StatusCode NewFolderDialog::InitDialog() {
     nameField->SetMaxTextLengthIsUnicode(true);
     nameField->SetFocus(kControlEditTextPart);
     // No number is tried against the folder's names: a clash shows up when the user accepts.
-    nameField->SetTextContent(KelBundle::GetStringResource(TStringRef(BCSTR("Untitled Folder"))));
+    nameField->SetTextContent(LocalizedText("Untitled Folder"));
     ControlEditTextSelectionRec all{0, 0x7FFF};
     nameField->SelectTextContent(all);
     AutoPositionWindow(windowRef, kWindowCenterOnParentWindow, true, true);
@@ -140,12 +139,10 @@ bool NewFolderDialog::AcceptName() {
 }
 
 bool NewFolderDialog::ConfirmDotName() const {
-    const TStringRef useDot = KelBundle::GetStringResource(TStringRef(BCSTR("Use Dot Button")));
-    CStandardAlert alert(
-        kCautionAlert,
-        KelBundle::GetStringResource(TStringRef(BCSTR("Cant use period"))).AsBCStringRef(), nullptr,
-        nullptr, kCreateItem, false, useDot.AsBCStringRef(), nullptr, kCreateItem, 0, nullptr,
-        false, true, nullptr);
+    const TStringRef useDot = LocalizedText("Use Dot Button");
+    CStandardAlert alert(kCautionAlert, LocalizedText("Cant use period").AsBCStringRef(), nullptr,
+                         nullptr, kCreateItem, false, useDot.AsBCStringRef(), nullptr, kCreateItem,
+                         0, nullptr, false, true, nullptr);
     int16_t hit = 0;
     alert.Run(&hit);
     return hit == kUseDotItem;

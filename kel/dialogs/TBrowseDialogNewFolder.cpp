@@ -3,9 +3,9 @@
 
 #include "basalt/nodes/NodeProperties.h"
 #include "basalt/nodes/NodeService.h"
+#include "kel/dialogs/DialogTexts.h"
 #include "kel/dialogs/NewFolderDialog.h"
 #include "kel/dialogs/TBrowseDialog.h"
-#include "kel/foundation/KelBundle.h"
 #include "kel/interface/CStandardAlert.h"
 
 namespace {
@@ -48,8 +48,7 @@ StatusCode TBrowseDialog::DoNewFolder(TUniString* name) {
     uint32_t rights = kNodePermissionAddChild;
     const StatusCode status = NodeGetPermissions(target.PeekNodeRef(), &rights);
     if ((rights & kNodePermissionAddChild) == 0) {
-        const TStringRef text =
-            KelBundle::GetStringResource(TStringRef(BCSTR("Cant NewFolder OnLockedDisk")));
+        const TStringRef text = LocalizedText("Cant NewFolder OnLockedDisk");
         CStandardAlert alert(kAlertStopAlert, text.AsBCStringRef(), nullptr, nullptr, 0, true,
                              nullptr, nullptr, 1, 0, nullptr, false, true, nullptr);
         return status;

@@ -165,8 +165,11 @@ TEST_F(KelGetFileDialogTest, ChoosingATypeRefiltersKeepsWhatStillPassesAndTellsT
     EXPECT_EQ(before, (std::vector<std::string>{"notes.txt", "photo.jpg", "tune.ogg"}));
     EXPECT_EQ(after, (std::vector<std::string>{"notes.txt"}));
     ASSERT_EQ(open.popupChoices.size(), 2u);
-    EXPECT_EQ(open.popupChoices[1].menuType, kText);
-    EXPECT_EQ(open.popupChoices[1].menuCreator, kAnyCreator);
+    // Copied first: the record is packed and its codes may sit unaligned.
+    const FourCharCode type = open.popupChoices[1].menuType;
+    const FourCharCode creator = open.popupChoices[1].menuCreator;
+    EXPECT_EQ(type, kText);
+    EXPECT_EQ(creator, kAnyCreator);
     EXPECT_EQ(std::string(reinterpret_cast<const char*>(open.popupChoices[1].menuItemName + 1),
                           open.popupChoices[1].menuItemName[0]),
               "Text Documents");
