@@ -1,7 +1,5 @@
 #include "kel/dialogs/KelChooseDialogs.h"
 
-#include "kel/dialogs/DialogTexts.h"
-
 #include <basalt/files/BEDesc.h>
 
 namespace {
@@ -26,7 +24,7 @@ bool KelChooseDialog::CanChoose() {
 }
 
 TStringRef KelChooseDialog::GetDefaultButtonTitle() {
-    return LocalizedText(buttonKey);
+    return BundleText(buttonKey);
 }
 
 void KelChooseDialog::SetDefaultButtonTitle() {

@@ -3,7 +3,6 @@
 #include "basalt/files/BFRef.h"
 #include "basalt/nodes/NodeProperties.h"
 #include "basalt/types/BLRegistry.h"
-#include "kel/dialogs/DialogTexts.h"
 #include "kel/interface/KelCommandKeys.h"
 
 #include <algorithm>
@@ -51,17 +50,17 @@ KelGetFileDialog::KelGetFileDialog(BCStringRef layoutName, uint32_t acceptAction
 void KelGetFileDialog::AssignWindowTitle() {
     TStringRef title = windowTitle;
     if (title.Length() == 0 && clientName.Length() > 0) {
-        TMutableStringRef named = LocalizedText("Open Title").CopyMutable(0);
+        TMutableStringRef named = BundleText("Open Title").CopyMutable(0);
         named.ReplaceParam(0, clientName);
         title = named;
     } else if (title.Length() == 0) {
-        title = LocalizedText("Open Default Title");
+        title = BundleText("Open Default Title");
     }
     SetWindowTitleWithBCString(windowRef, title.AsBCStringRef());
 }
 
 TStringRef KelGetFileDialog::GetDefaultButtonTitle() {
-    return LocalizedText("Open Button");
+    return BundleText("Open Button");
 }
 
 StatusCode KelGetFileDialog::GetFirstCustomControl(uint16_t* item) {

@@ -4,7 +4,6 @@
 #include "basalt/nodes/NodeProperties.h"
 #include "basalt/types/BLRegistry.h"
 #include "basalt/types/BUTypes.h"
-#include "kel/dialogs/DialogTexts.h"
 #include "kel/dialogs/KelGetFileDialog.h"
 
 #include <array>
@@ -66,7 +65,7 @@ StatusCode KelGetFileDialog::GetGenericKindString(unsigned long type, TStringRef
         if (kind.type != type) {
             continue;
         }
-        if (TStringRef title = LocalizedText(kind.titleKey); !title.IsNil()) {
+        if (TStringRef title = BundleText(kind.titleKey); !title.IsNil()) {
             out = title;
             break;
         }
@@ -85,7 +84,7 @@ void KelGetFileDialog::UpdateTypeMenu(KelTypeList** types,
     auto cursor = typeMenuItems.begin();
     if (types != nullptr || identifiers != nullptr) {
         cursor = std::next(typeMenuItems.insert(
-            cursor, Entry(TTypeMenuItem::kFilterByTypeList, LocalizedText("All Readable Files"))));
+            cursor, Entry(TTypeMenuItem::kFilterByTypeList, BundleText("All Readable Files"))));
         if (identifiers == nullptr || identifierCount > 0) {
             cursor = std::next(typeMenuItems.insert(cursor, Separator()));
         }
@@ -95,9 +94,9 @@ void KelGetFileDialog::UpdateTypeMenu(KelTypeList** types,
         if (!listed.empty()) {
             const FourCharCode creator = (*types)->componentSignature;
             if (creator != kAnyCreator) {
-                TStringRef title = LocalizedText("All Known Files");
+                TStringRef title = BundleText("All Known Files");
                 if (clientName.Length() > 0) {
-                    TMutableStringRef named = LocalizedText("All App").CopyMutable(0);
+                    TMutableStringRef named = BundleText("All App").CopyMutable(0);
                     named.ReplaceParam(0, clientName);
                     title = named;
                 }
@@ -133,7 +132,7 @@ void KelGetFileDialog::UpdateTypeMenu(KelTypeList** types,
     if ((optionFlags & kKelOptAllFilesInPopup) != 0 &&
         (!typeMenuItems.empty() || identifierCount > 0)) {
         AddPopupMenuItemSeperator();
-        AddTypeMenuItem(Entry(TTypeMenuItem::kNoFilter, LocalizedText("All Files")));
+        AddTypeMenuItem(Entry(TTypeMenuItem::kNoFilter, BundleText("All Files")));
     }
 }
 

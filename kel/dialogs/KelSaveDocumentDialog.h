@@ -3,7 +3,6 @@
 // The save dialog: a browser to pick the folder and a field for the name.
 
 #include "kel/dialogs/TBrowseDialog.h"
-#include "kel/foundation/KelBundle.h"
 
 class KelSaveDocumentDialog : public TBrowseDialog {
 public:
@@ -13,9 +12,7 @@ public:
                         configuration, nullptr, BCSTR("KelPanelFileListModeForSaveMode")),
           fileType(fileType), fileCreator(fileCreator) {}
 
-    TStringRef GetDefaultButtonTitle() override {
-        return KelBundle::GetStringResource(BCSTR("Save Button"));
-    }
+    TStringRef GetDefaultButtonTitle() override { return BundleText("Save Button"); }
 
     StatusCode SetSaveFileExtensionHidden(bool) override {
         // Hiding the extension needs the name's extension handling, which comes with the save

@@ -1,6 +1,6 @@
 #include "kel/dialogs/NewFolderDialog.h"
 
-#include "kel/dialogs/DialogTexts.h"
+#include "kel/dialogs/TBrowseDialog.h"
 #include "kel/foundation/TUniString.h"
 #include "kel/interface/CStandardAlert.h"
 
@@ -24,7 +24,7 @@ void Alert(AlertType kind, const TStringRef& text) {
 }
 
 TStringRef WithParameter(const char* key, const TStringRef& value) {
-    TMutableStringRef text = LocalizedText(key).CopyMutable(0);
+    TMutableStringRef text = BundleText(key).CopyMutable(0);
     text.ReplaceParam(0, value);
     return text;
 }
@@ -71,7 +71,7 @@ StatusCode NewFolderDialog::InitDialog() {
     nameField->SetMaxTextLengthIsUnicode(true);
     nameField->SetFocus(kControlEditTextPart);
     // No number is tried against the folder's names: a clash shows up when the user accepts.
-    nameField->SetTextContent(LocalizedText("Untitled Folder"));
+    nameField->SetTextContent(BundleText("Untitled Folder"));
     ControlEditTextSelectionRec all{0, 0x7FFF};
     nameField->SelectTextContent(all);
     AutoPositionWindow(windowRef, kWindowCenterOnParentWindow, true, true);
@@ -139,8 +139,8 @@ bool NewFolderDialog::AcceptName() {
 }
 
 bool NewFolderDialog::ConfirmDotName() const {
-    const TStringRef useDot = LocalizedText("Use Dot Button");
-    CStandardAlert alert(kCautionAlert, LocalizedText("Cant use period").AsBCStringRef(), nullptr,
+    const TStringRef useDot = BundleText("Use Dot Button");
+    CStandardAlert alert(kCautionAlert, BundleText("Cant use period").AsBCStringRef(), nullptr,
                          nullptr, kCreateItem, false, useDot.AsBCStringRef(), nullptr, kCreateItem,
                          0, nullptr, false, true, nullptr);
     int16_t hit = 0;

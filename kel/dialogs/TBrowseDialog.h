@@ -67,6 +67,9 @@ enum BrowseDialogItem : int16_t {
     kBrowseScopeFolder = 35,
 };
 
+// The bundle's text of a key, read once for the process.
+const TStringRef& BundleText(const char* key);
+
 inline int16_t RectWidth(const Rect& rect) {
     return int16_t(rect.right - rect.left);
 }
@@ -325,6 +328,7 @@ private:
     static StatusCode DragReceive(WindowRef window, void* data, DragRef drag);
     static StatusCode DragTracking(DragTrackingMessage message, WindowRef window, void* data,
                                    DragRef drag);
+    static void PreviewDrawTimerProc(EventLoopTimerRef timer, void* data);
     static void MyDisplayNotifyProc(BGDirectDisplayID display, BGDisplayChangeSummaryFlags flags,
                                     void* data);
 

@@ -154,9 +154,8 @@ void TBrowseDialog::SetDefaultButtonTitle() {
     if (defaultControl == nullptr) {
         return;
     }
-    const TStringRef title = actionButtonLabel.Length() > 0
-                                 ? actionButtonLabel
-                                 : KelBundle::GetStringResource(BCSTR("Open Button"));
+    const TStringRef title =
+        actionButtonLabel.Length() > 0 ? actionButtonLabel : BundleText("Open Button");
     SetControlTitleWithBCString(defaultControl, title.AsBCStringRef());
 }
 

@@ -139,6 +139,14 @@ StatusCode TBrowseDialog::HandleWindowClassEvent(EventHandlerCallRef, EventRef e
         if (ControlRef pane = Control(kBrowseCustomPane)) {
             Draw1Control(pane);
         }
+        if (window == windowRef && RectHeight(client.record.customRect) > 0) {
+            EventRecord update{};
+            update.what = updateEvt;
+            update.message = reinterpret_cast<uintptr_t>(windowRef);
+            client.record.eventData = &update;
+            EventInCustomArea(kKelCBEvent);
+            client.record.eventData = nullptr;
+        }
         return eventNotHandledErr;
     case kEventWindowActivated:
         editMenu.AdjustMenu();
@@ -152,7 +160,9 @@ StatusCode TBrowseDialog::HandleWindowClassEvent(EventHandlerCallRef, EventRef e
         }
         return eventNotHandledErr;
     case kEventWindowBoundsChanged:
+        // The custom area moves with its group, which its own frame doesn't show.
         CentreTopBlock();
+        SyncCustomAreaTraditionalControlBounds();
         if (NodeBrowserControlIsPreviewAllowed()) {
             client.record.eventData = &previewShowing;
             client.Event(kKelCBAdjustPreview);

@@ -7,6 +7,8 @@
 #include "kel/foundation/KelBundle.h"
 
 #include <algorithm>
+#include <map>
+#include <string>
 
 namespace {
 
@@ -41,6 +43,19 @@ void SetSegmentImage(ControlRef view, int16_t segment, BCStringRef name) {
 }
 
 } // namespace
+
+// The bundle's text of a key, read once for the process as bundle texts are meant to be.
+const TStringRef& BundleText(const char* key) {
+    static auto* texts = new std::map<std::string, TStringRef>;
+    auto found = texts->find(key);
+    if (found == texts->end()) {
+        found = texts
+                    ->emplace(key, KelBundle::GetStringResource(
+                                       TStringRef::Create(key, kBCStringEncodingUTF8)))
+                    .first;
+    }
+    return found->second;
+}
 
 int32_t TBrowseDialog::ExtraOf(ControlRef view) {
     int32_t extra = 0;
@@ -98,8 +113,7 @@ void TBrowseDialog::SetupCountText() {
     }
     const Boolean single = true;
     SetControlData(countText, 0, NodeCode("stim"), sizeof single, &single);
-    TMutableStringRef text =
-        KelBundle::GetStringResource(BCSTR("QueryItemCountString")).CopyMutable(0);
+    TMutableStringRef text = BundleText("QueryItemCountString").CopyMutable(0);
     BCStringRef counted = BCStringCreateWithFormat(nullptr, nullptr, text.AsBCStringRef(), 9999L);
     BTViewSetText(countText, counted);
     BCRelease(counted);
@@ -115,11 +129,10 @@ void TBrowseDialog::SetupScopeButtons() {
     if (everywhere == nullptr || home == nullptr || folder == nullptr) {
         return;
     }
-    BTViewSetText(everywhere,
-                  KelBundle::GetStringResource(BCSTR("EverywhereScopeString")).AsBCStringRef());
+    BTViewSetText(everywhere, BundleText("EverywhereScopeString").AsBCStringRef());
     SizeToFitAt(everywhere, kFirstScopeButtonX);
     BTViewSetValue(everywhere, 1);
-    BTViewSetText(home, KelBundle::GetStringResource(BCSTR("HomeScopeString")).AsBCStringRef());
+    BTViewSetText(home, BundleText("HomeScopeString").AsBCStringRef());
     SizeToFitAt(home, BGRectGetMaxX(FrameOf(everywhere)) + kScopeButtonGap);
     SizeToFitAt(folder, BGRectGetMaxX(FrameOf(home)) + kScopeButtonGap);
 }

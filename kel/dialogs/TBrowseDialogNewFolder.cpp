@@ -3,7 +3,6 @@
 
 #include "basalt/nodes/NodeProperties.h"
 #include "basalt/nodes/NodeService.h"
-#include "kel/dialogs/DialogTexts.h"
 #include "kel/dialogs/NewFolderDialog.h"
 #include "kel/dialogs/TBrowseDialog.h"
 #include "kel/interface/CStandardAlert.h"
@@ -48,7 +47,7 @@ StatusCode TBrowseDialog::DoNewFolder(TUniString* name) {
     uint32_t rights = kNodePermissionAddChild;
     const StatusCode status = NodeGetPermissions(target.PeekNodeRef(), &rights);
     if ((rights & kNodePermissionAddChild) == 0) {
-        const TStringRef text = LocalizedText("Cant NewFolder OnLockedDisk");
+        const TStringRef text = BundleText("Cant NewFolder OnLockedDisk");
         CStandardAlert alert(kAlertStopAlert, text.AsBCStringRef(), nullptr, nullptr, 0, true,
                              nullptr, nullptr, 1, 0, nullptr, false, true, nullptr);
         return status;

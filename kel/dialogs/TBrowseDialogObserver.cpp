@@ -6,6 +6,7 @@
 #include "kel/dialogs/TBrowseDialog.h"
 #include "kel/foundation/KelBundle.h"
 #include "kel/interface/CStandardAlert.h"
+#include "kel/interface/KelProcess.h"
 
 namespace {
 
@@ -14,6 +15,14 @@ constexpr long kFileNotFound = -43;
 constexpr long kAliasTargetMissing = -1069;
 
 } // namespace
+
+void TBrowseDialog::PreviewDrawTimerProc(EventLoopTimerRef, void* data) {
+    auto* dialog = static_cast<TBrowseDialog*>(data);
+    dialog->inPreviewDrawTimer = true;
+    BTViewSetNeedsDisplay(dialog->browserView, true);
+    BTViewRender(BTViewGetRoot(dialog->windowRef));
+    dialog->inPreviewDrawTimer = false;
+}
 
 void TBrowseDialog::NodeBrowserControlNodeOpen(TNodeBrowserControl&, TKelNode&) {
     SetBusyState(1);
@@ -94,8 +103,7 @@ void TBrowseDialog::NodeBrowserControlHandleError(TNodeBrowserControl&, TKelNode
     }
     TUniString name;
     node.GetPropertyAsString(kNameProperty4, name);
-    TMutableStringRef text =
-        KelBundle::GetStringResource(BCSTR("Navigate Alias Not Found")).CopyMutable(0);
+    TMutableStringRef text = BundleText("Navigate Alias Not Found").CopyMutable(0);
     text.ReplaceParam(0, name.AsBCString());
     CStandardAlert alert(kAlertNoteAlert, text.AsBCStringRef(), nullptr, nullptr, 0, false, nullptr,
                          nullptr, 1, kWindowAlertPositionParentWindowScreen, nullptr, false, true,
@@ -126,11 +134,27 @@ bool TBrowseDialog::NodeBrowserControlWantsDisclosureTrianglesInListView() {
     return target.savedQueryRef != nullptr;
 }
 
+// A client that runs the event loop from its preview callback must not do so while the
+// views draw: the drawing is left for a timer, which draws the window again with the client
+// called outside of any view's drawing.
 bool TBrowseDialog::NodeBrowserControlDrawPreview(TNodeBrowserControl&, TKelNode& node,
                                                   TRect& rect) {
+    if (!client.HasPreviewProc()) {
+        return false;
+    }
     BEDesc desc{typeNull, nullptr};
     if (node.GetAsBEDesc(desc, client.SelectionType()) != noErr) {
         return false;
+    }
+    if (!inPreviewDrawTimer && ShouldExpectClientToRunEventLoopDuringPreviewDraw()) {
+        if (previewDrawTimer == nullptr) {
+            InstallEventLoopTimer(GetMainEventLoop(), 0, kEventDurationForever,
+                                  PreviewDrawTimerProc, this, &previewDrawTimer);
+        } else {
+            SetEventLoopTimerNextFireTime(previewDrawTimer, 0);
+        }
+        BEDisposeDesc(&desc);
+        return true;
     }
     BGRect frame = BGRectMake(rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top);
     BTViewConvertRect(&frame, browserView, nullptr);

@@ -19,6 +19,7 @@ public:
     void Close();
 
     bool HasEventProc() const { return eventProc != nullptr; }
+    bool HasPreviewProc() const { return previewProc != nullptr; }
     FourCharCode SelectionType() const { return selectionType; }
 
     KelCBRec record;

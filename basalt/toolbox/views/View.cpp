@@ -223,26 +223,21 @@ void View::Follow(View& leader, const BGRect& before, const BGRect& after) {
         return EdgeMove(side, before.origin.y, before.origin.y + before.size.height, after.origin.y,
                         after.origin.y + after.size.height);
     };
-    if (follows(binding.left)) {
-        double move = horizontal(binding.left);
-        left += move;
-        right += Unbound(binding.right) ? move : 0;
-    }
-    if (follows(binding.right)) {
-        double move = horizontal(binding.right);
-        right += move;
-        left += Unbound(binding.left) ? move : 0;
-    }
-    if (follows(binding.top)) {
-        double move = vertical(binding.top);
-        top += move;
-        bottom += Unbound(binding.bottom) ? move : 0;
-    }
-    if (follows(binding.bottom)) {
-        double move = vertical(binding.bottom);
-        bottom += move;
-        top += Unbound(binding.top) ? move : 0;
-    }
+    // An edge moves with its leader; the opposite edge goes along when its side is unbound, so
+    // the view keeps its size.
+    auto follow = [&](const BTSideBinding& side, const BTSideBinding& opposite, double& edge,
+                      double& other, bool isHorizontal) {
+        if (!follows(side))
+            return;
+        double move = isHorizontal ? horizontal(side) : vertical(side);
+        edge += move;
+        if (Unbound(opposite))
+            other += move;
+    };
+    follow(binding.left, binding.right, left, right, true);
+    follow(binding.right, binding.left, right, left, true);
+    follow(binding.top, binding.bottom, top, bottom, false);
+    follow(binding.bottom, binding.top, bottom, top, false);
     SetFrame(BGRectMake(left, top, right - left, bottom - top));
 }
 

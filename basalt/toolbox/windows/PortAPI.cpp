@@ -4,6 +4,8 @@
 #include "basalt/toolbox/windows/WindowList.h"
 
 #include <map>
+#include <memory>
+#include <type_traits>
 
 using namespace basalt::toolbox;
 
@@ -14,8 +16,15 @@ using windows::Live;
 GrafPtr gCurrentPort = nullptr;
 uint32_t gThemeCursor = 0;
 
-std::map<CGrafPtr, RgnHandle>& VisibleRegions() {
-    static std::map<CGrafPtr, RgnHandle> regions;
+struct RegionDisposer {
+    void operator()(RgnHandle region) const { DisposeRgn(region); }
+};
+using OwnedRegion = std::unique_ptr<std::remove_pointer_t<RgnHandle>, RegionDisposer>;
+
+// The visible region a client set on a port. A port of a window that is gone no longer counts,
+// and its region is taken over by the next window that gets the same port.
+std::map<CGrafPtr, OwnedRegion>& VisibleRegions() {
+    static std::map<CGrafPtr, OwnedRegion> regions;
     return regions;
 }
 
@@ -63,7 +72,7 @@ RgnHandle GetPortVisibleRegion(CGrafPtr port, RgnHandle visRgn) {
         return visRgn;
     auto it = VisibleRegions().find(port);
     if (it != VisibleRegions().end() && Live(GetWindowFromPort(port)) != nullptr) {
-        CopyRgn(it->second, visRgn);
+        CopyRgn(it->second.get(), visRgn);
     } else {
         Rect bounds;
         GetPortBounds(port, &bounds);
@@ -75,10 +84,10 @@ RgnHandle GetPortVisibleRegion(CGrafPtr port, RgnHandle visRgn) {
 void SetPortVisibleRegion(CGrafPtr port, RgnHandle visRgn) {
     if (port == nullptr || visRgn == nullptr)
         return;
-    RgnHandle& stored = VisibleRegions()[port];
+    OwnedRegion& stored = VisibleRegions()[port];
     if (stored == nullptr)
-        stored = NewRgn();
-    CopyRgn(visRgn, stored);
+        stored.reset(NewRgn());
+    CopyRgn(visRgn, stored.get());
 }
 
 void InitCursor(void) {

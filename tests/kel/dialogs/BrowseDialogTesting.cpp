@@ -21,7 +21,7 @@ TestBrowseDialog::TestBrowseDialog(const TDialogConfiguration& configuration,
                     configuration, location, BCSTR("KelPanelFileListModeForOpenMode")) {}
 
 TStringRef TestBrowseDialog::GetDefaultButtonTitle() {
-    return KelBundle::GetStringResource(BCSTR("Open Button"));
+    return BundleText("Open Button");
 }
 
 namespace {
