@@ -35,18 +35,24 @@ TNodeFilter::~TNodeFilter() {
     }
 }
 
+std::vector<FourCharCode> TypesOfList(KelTypeList** list) {
+    if (list == nullptr || *list == nullptr) {
+        return {};
+    }
+    const auto room = static_cast<int32_t>(
+        (GetHandleSize(reinterpret_cast<Handle>(list)) - Size(offsetof(KelTypeList, osTypes))) /
+        Size(sizeof(FourCharCode)));
+    const int32_t count = std::clamp<int32_t>((*list)->typeCount, 0, std::max(room, 0));
+    return std::vector<FourCharCode>((*list)->osTypes, (*list)->osTypes + count);
+}
+
 void TNodeFilter::SetTypes(KelTypeList** list, unsigned long creator) {
     listCreator = kAnyCreator;
     types.clear();
     if (list != nullptr && *list != nullptr) {
-        const KelTypeList& header = **list;
-        listCreator = header.componentSignature;
-        // A count that claims more types than the handle holds is cut to what is there.
-        const auto held =
-            (GetHandleSize(reinterpret_cast<Handle>(list)) - Size(offsetof(KelTypeList, osTypes))) /
-            Size(sizeof(FourCharCode));
-        const auto count = std::clamp<Size>(header.typeCount, 0, std::max<Size>(held, 0));
-        types.assign(header.osTypes, header.osTypes + count);
+        listCreator = (*list)->componentSignature;
+        const std::vector<FourCharCode> listed = TypesOfList(list);
+        types.assign(listed.begin(), listed.end());
     }
     if (creator != 0) {
         listCreator = creator;

@@ -16,6 +16,10 @@
 #include <kel/KelServices.h>
 #include <vector>
 
+// The types of a client's type list, as many as its count says and its block has room for: a
+// count may lie.
+std::vector<FourCharCode> TypesOfList(KelTypeList** list);
+
 class TNodeFilter {
 public:
     enum TypeFilterMode : int32_t {

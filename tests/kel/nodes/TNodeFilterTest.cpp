@@ -52,17 +52,18 @@ T Copy(T value) {
 class TypeList {
 public:
     TypeList(FourCharCode signature, std::vector<FourCharCode> types) {
-        size_t size = offsetof(KelTypeList, osTypes) + std::max<size_t>(types.size(), 1) * 4;
-        block = static_cast<KelTypeList*>(std::calloc(1, size));
+        const size_t size = offsetof(KelTypeList, osTypes) + std::max<size_t>(types.size(), 1) * 4;
+        handle = NewHandleClear(static_cast<Size>(size));
+        KelTypeList* block = *Handle();
         block->componentSignature = signature;
         block->typeCount = int16_t(types.size());
         std::copy(types.begin(), types.end(), block->osTypes);
     }
-    ~TypeList() { std::free(block); }
-    KelTypeList** Handle() { return &block; }
+    ~TypeList() { DisposeHandle(handle); }
+    KelTypeList** Handle() { return reinterpret_cast<KelTypeList**>(handle); }
 
 private:
-    KelTypeList* block;
+    ::Handle handle;
 };
 
 class TNodeFilterTest : public ::testing::Test {
