@@ -1,8 +1,9 @@
 // The handlers a browse dialog installs and what each event does. A handler that does not take
 // an event answers eventNotHandledErr so that the toolbox's standard handling goes on.
 
-#include "kel/dialogs/SidebarCalls.h"
 #include "kel/dialogs/TBrowseDialog.h"
+#include "kel/widgets/BTSidebar.h"
+#include "kel/widgets/SidebarEvents.h"
 
 namespace {
 
@@ -64,8 +65,8 @@ void TBrowseDialog::SetupEventHandlers() {
                                          {kEventClassControl, kEventControlActivate},
                                          {kEventClassControl, kEventControlDeactivate}};
     install(Control(kBrowseBottomGroup), BottomGroupHandler, groupEvents);
-    const EventTypeSpec sidebarEvents[] = {{kSidebarEventClass, kSidebarPicked},
-                                           {kSidebarEventClass, kSidebarAsksCurrent}};
+    const EventTypeSpec sidebarEvents[] = {{kEventClassSidebar, kEventSidebarItemChosen},
+                                           {kEventClassSidebar, kEventSidebarCopyClientRoot}};
     install(sidebar, SidebarHandler, sidebarEvents);
     const EventTypeSpec browserEvents[] = {{kEventClassControl, kEventControlClickActivation}};
     install(browserView, BrowserHandler, browserEvents);
@@ -343,9 +344,10 @@ StatusCode TBrowseDialog::SidebarHandler(EventHandlerCallRef, EventRef event, vo
     if (dialog->browser == nullptr) {
         return eventNotHandledErr;
     }
-    if (GetEventKind(event) == kSidebarPicked) {
+    if (GetEventKind(event) == kEventSidebarItemChosen) {
         TKelNode* picked = nullptr;
-        if (!ReadParam(event, kSidebarNodeParam, kSidebarNodeParam, picked) || picked == nullptr) {
+        if (!ReadParam(event, kEventParamSidebarNode, typeSidebarNode, picked) ||
+            picked == nullptr) {
             return eventNotHandledErr;
         }
         if (NodeIsSavedQuery(picked->PeekNodeRef())) {
@@ -362,7 +364,7 @@ StatusCode TBrowseDialog::SidebarHandler(EventHandlerCallRef, EventRef event, vo
         target = VolumeOf(target);
     }
     OpaqueNodeRef* answer = target.IsEmpty() ? nullptr : CopyNodeRef(target.PeekNodeRef());
-    SetEventParameter(event, kSidebarAnswerParam, kSidebarAnswerParam, sizeof answer, &answer);
+    SetEventParameter(event, kEventParamSidebarNodeRef, typeSidebarNodeRef, sizeof answer, &answer);
     return noErr;
 }
 

@@ -2,9 +2,10 @@
 // binding of each to its neighbours, the dismiss buttons' widths, the bottom group and the
 // splitter between sidebar and browser.
 
-#include "kel/dialogs/SidebarCalls.h"
 #include "kel/dialogs/TBrowseDialog.h"
 #include "kel/foundation/KelBundle.h"
+#include "kel/widgets/BTSidebar.h"
+#include "kel/widgets/SidebarEvents.h"
 
 #include <algorithm>
 #include <map>
@@ -94,7 +95,7 @@ void TBrowseDialog::CacheControlRefs() {
         BTSearchFieldChangeAttributes(searchField, kBTSearchFieldAttributesSearchIcon, 0);
     }
     sidebar = Control(kBrowseSidebar);
-    if (sidebar != nullptr && _BTSidebarSetFilter != nullptr) {
+    if (sidebar != nullptr) {
         _BTSidebarSetFilter(sidebar, &filter);
     }
     scopeBar = Control(kBrowseScopeBar);
@@ -278,12 +279,11 @@ BGFloat TBrowseDialog::ConstrainSplitterPosition(ControlRef splitter, BGFloat po
     const BGFloat thickness =
         bounds.size.width - FrameOf(first).size.width - FrameOf(second).size.width;
     position = std::max<BGFloat>(position, 0);
-    if (_BTSidebarConstrainFrame != nullptr) {
-        BGRect frame = FrameOf(first);
-        frame.size.width = position;
-        _BTSidebarConstrainFrame(first, &frame);
-        position = frame.size.width;
-    }
+    // The sidebar keeps its width within its own limits; a first pane that isn't one leaves it.
+    BGRect frame = FrameOf(first);
+    frame.size.width = position;
+    _BTSidebarConstrainFrame(first, &frame);
+    position = frame.size.width;
     return std::min(position, bounds.size.width - thickness - kMinimumBrowserWidth);
 }
 

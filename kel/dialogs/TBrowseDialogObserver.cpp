@@ -2,11 +2,12 @@
 // the new target and selection, the sidebar of the new root, and the history buttons of where
 // the user stands in the history.
 
-#include "kel/dialogs/SidebarCalls.h"
 #include "kel/dialogs/TBrowseDialog.h"
 #include "kel/foundation/KelBundle.h"
 #include "kel/interface/CStandardAlert.h"
 #include "kel/interface/KelProcess.h"
+#include "kel/widgets/BTSidebar.h"
+#include "kel/widgets/SidebarEvents.h"
 
 namespace {
 
@@ -57,11 +58,11 @@ void TBrowseDialog::NodeBrowserControlTargetChanged(TNodeBrowserControl&, TKelNo
 void TBrowseDialog::NodeBrowserControlViewRootChanged(TNodeBrowserControl&, TKelNode& root) {
     if (sidebar != nullptr) {
         EventRef event = nullptr;
-        if (CreateEvent(nullptr, kSidebarEventClass, kSidebarRootChanged, GetCurrentEventTime(), 0,
-                        &event) == noErr) {
+        if (CreateEvent(nullptr, kEventClassSidebar, kEventSidebarClientRootChanged,
+                        GetCurrentEventTime(), 0, &event) == noErr) {
             auto copy = std::make_unique<TKelNode>(root);
             TKelNode* pointer = copy.get();
-            SetEventParameter(event, kSidebarNodeParam, kSidebarNodeParam, sizeof pointer,
+            SetEventParameter(event, kEventParamSidebarNode, typeSidebarNode, sizeof pointer,
                               &pointer);
             SendEventToEventTarget(event, GetControlEventTarget(sidebar));
             ReleaseEvent(event);
