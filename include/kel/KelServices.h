@@ -14,8 +14,8 @@
 #define KEL_SERVICES_H
 
 #include <basalt/BasaltCore.h>
+#include <basalt/BasaltFiles.h>
 #include <basalt/BasaltGraphics.h>
-#include <basalt/files/BEDesc.h>
 
 #ifdef __cplusplus
 extern "C" {
@@ -110,8 +110,36 @@ enum { kKelSaveChangesClosing = 1, kKelSaveChangesQuitting = 2, kKelSaveChangesO
 /* Answers of the blocking ask calls. */
 enum { kKelAnswerSaveOrDiscard = 1, kKelAnswerCancel = 2, kKelAnswerDontSave = 3 };
 
-/* The terminate selector of KelCustomControl: ends any dialog with user action 0. */
-enum { kKelCtlTerminate = 30 };
+/* Selectors of KelCustomControl. Location and selection travel as descriptors of the reply's
+ * type ("bfrf") or as file URLs ("furl"); see <basalt/BasaltFiles.h>. Terminate ends any dialog
+ * with user action 0. */
+enum {
+    kKelCtlShowDesktop = 0,
+    kKelCtlGetLocation = 7,   /* BEDesc*, filled */
+    kKelCtlSetLocation = 8,   /* const BEDesc* */
+    kKelCtlGetSelection = 9,  /* BEDescList*, filled */
+    kKelCtlSetSelection = 10, /* const BEDescList*, or NULL to select nothing */
+    kKelCtlShowSelection = 11,
+    kKelCtlOpenSelection = 12,
+    kKelCtlEjectVolume = 13,
+    kKelCtlNewFolder = 14,
+    kKelCtlCancel = 15,
+    kKelCtlAccept = 16,
+    kKelCtlIsPreviewShowing = 17,
+    kKelCtlAddControl = 18,
+    kKelCtlAddControlList = 19,
+    kKelCtlGetFirstControl = 20,
+    kKelCtlSelectCustomType = 21,
+    kKelCtlSelectAllType = 22,
+    kKelCtlGetEditFileName = 23,
+    kKelCtlSetEditFileName = 24,
+    kKelCtlSelectEditFileName = 25,
+    kKelCtlBrowserSelectAll = 26,
+    kKelCtlGotoParent = 27,
+    kKelCtlSetActionState = 28,
+    kKelCtlBrowserRedraw = 29,
+    kKelCtlTerminate = 30
+};
 
 /* Status values of the boundary besides those of the platform (0, -50, -108, -128). */
 enum {

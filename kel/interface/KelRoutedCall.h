@@ -9,9 +9,6 @@
 
 #include <kel/KelServices.h>
 
-// Selector of KelCustomControl that sets the dialog's location.
-constexpr long kKelCtlSetLocation = 8;
-
 // create(const KelDialogCreationOptions*, KelDialogRef*) makes the dialog; finish(KelDialogRef)
 // reads its result after a successful run and answers a status.
 template <class Create, class Finish>
