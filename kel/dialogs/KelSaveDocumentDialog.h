@@ -3,13 +3,19 @@
 // The save dialog: a browser to pick the folder and a field for the name.
 
 #include "kel/dialogs/TBrowseDialog.h"
+#include "kel/foundation/KelBundle.h"
 
 class KelSaveDocumentDialog : public TBrowseDialog {
 public:
     KelSaveDocumentDialog(const TDialogConfiguration& configuration, FourCharCode fileType,
                           FourCharCode fileCreator)
-        : TBrowseDialog(configuration, BCSTR("Put File"), kKelUserActionSaveAs), fileType(fileType),
-          fileCreator(fileCreator) {}
+        : TBrowseDialog(BCSTR("Put File"), kKelUserActionSaveAs, TStringRef(BCSTR("PutFile")),
+                        configuration, nullptr, BCSTR("KelPanelFileListModeForSaveMode")),
+          fileType(fileType), fileCreator(fileCreator) {}
+
+    TStringRef GetDefaultButtonTitle() override {
+        return KelBundle::GetStringResource(BCSTR("Save Button"));
+    }
 
     StatusCode SetSaveFileExtensionHidden(bool) override {
         // Hiding the extension needs the name's extension handling, which comes with the save

@@ -1,0 +1,284 @@
+// The controls of a browse window: which ones the dialog keeps, their texts and images, the
+// binding of each to its neighbours, the dismiss buttons' widths, the bottom group and the
+// splitter between sidebar and browser.
+
+#include "kel/dialogs/SidebarCalls.h"
+#include "kel/dialogs/TBrowseDialog.h"
+#include "kel/foundation/KelBundle.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr BGFloat kScopeButtonGap = 6.0;
+constexpr BGFloat kFirstScopeButtonX = 8.0;
+constexpr int16_t kButtonGap = 12;
+constexpr BGFloat kMinimumBrowserWidth = 120.0;
+
+BGRect FrameOf(ControlRef view) {
+    BGRect frame = BGRectZero;
+    BTViewGetFrame(view, &frame);
+    return frame;
+}
+
+// Gives a view its optimal size, keeping its origin, and places it at x.
+void SizeToFitAt(ControlRef view, BGFloat x) {
+    BGRect best = BGRectZero;
+    BTViewGetOptimalBounds(view, &best, nullptr);
+    BGRect frame = FrameOf(view);
+    frame.origin.x = x;
+    frame.size.width = best.size.width;
+    BTViewSetFrame(view, &frame);
+}
+
+void SetSegmentImage(ControlRef view, int16_t segment, BCStringRef name) {
+    BGImageRef image = KelBundle::GetImageFromPNG(name);
+    if (image == nullptr) {
+        return;
+    }
+    SetControlData(view, segment, kControlImageViewImageTag, sizeof image, &image);
+    BGImageRelease(image);
+}
+
+} // namespace
+
+int32_t TBrowseDialog::ExtraOf(ControlRef view) {
+    int32_t extra = 0;
+    GetControlProperty(view, kKelControlSignature, NodeCode("extr"), sizeof extra, nullptr, &extra);
+    return extra;
+}
+
+// The layout file holds a plain pane where the browser goes: the GridBrowser takes its place,
+// frame, bindings and id.
+ControlRef TBrowseDialog::MakeBrowserView() {
+    ControlRef placeholder = Control(kBrowseBrowser);
+    if (placeholder == nullptr) {
+        return nullptr;
+    }
+    const Rect frame = GetControlContentRelativeRect(placeholder);
+    ControlRef grid = nullptr;
+    if (CreateGridBrowserControl(windowRef, &frame, kGridBrowserColumnView, &grid) != noErr) {
+        return nullptr;
+    }
+    BTLayoutInfo layout{};
+    BTViewGetLayoutInfo(placeholder, &layout);
+    BTViewAddSubview(BTViewGetSuperview(placeholder), grid);
+    SetControlContentRelativeRect(grid, frame);
+    BTViewSetLayoutInfo(grid, &layout);
+    DisposeControl(placeholder);
+    const ControlID id{kKelControlSignature, kBrowseBrowser};
+    SetControlID(grid, &id);
+    return grid;
+}
+
+void TBrowseDialog::CacheControlRefs() {
+    KelBaseDialog::CacheControlRefs();
+    SetupCountText();
+    searchField = Control(kBrowseSearchField);
+    if (searchField != nullptr) {
+        BTSearchFieldChangeAttributes(searchField, kBTSearchFieldAttributesSearchIcon, 0);
+    }
+    sidebar = Control(kBrowseSidebar);
+    if (sidebar != nullptr && _BTSidebarSetFilter != nullptr) {
+        _BTSidebarSetFilter(sidebar, &filter);
+    }
+    scopeBar = Control(kBrowseScopeBar);
+    browserView = MakeBrowserView();
+    if (browserView != nullptr && scopeBar != nullptr) {
+        BTViewSetZOrder(browserView, 1, scopeBar);
+    }
+    SetupScopeButtons();
+    SetupSegmentImages();
+}
+
+void TBrowseDialog::SetupCountText() {
+    countText = Control(kBrowseCountText);
+    if (countText == nullptr) {
+        return;
+    }
+    const Boolean single = true;
+    SetControlData(countText, 0, NodeCode("stim"), sizeof single, &single);
+    TMutableStringRef text =
+        KelBundle::GetStringResource(BCSTR("QueryItemCountString")).CopyMutable(0);
+    BCStringRef counted = BCStringCreateWithFormat(nullptr, nullptr, text.AsBCStringRef(), 9999L);
+    BTViewSetText(countText, counted);
+    BCRelease(counted);
+    BGRect best = BGRectZero;
+    BTViewGetOptimalBounds(countText, &best, nullptr);
+    countTextMinWidth = float(best.size.width);
+}
+
+void TBrowseDialog::SetupScopeButtons() {
+    ControlRef everywhere = Control(kBrowseScopeEverywhere);
+    ControlRef home = Control(kBrowseScopeHome);
+    ControlRef folder = Control(kBrowseScopeFolder);
+    if (everywhere == nullptr || home == nullptr || folder == nullptr) {
+        return;
+    }
+    BTViewSetText(everywhere,
+                  KelBundle::GetStringResource(BCSTR("EverywhereScopeString")).AsBCStringRef());
+    SizeToFitAt(everywhere, kFirstScopeButtonX);
+    BTViewSetValue(everywhere, 1);
+    BTViewSetText(home, KelBundle::GetStringResource(BCSTR("HomeScopeString")).AsBCStringRef());
+    SizeToFitAt(home, BGRectGetMaxX(FrameOf(everywhere)) + kScopeButtonGap);
+    SizeToFitAt(folder, BGRectGetMaxX(FrameOf(home)) + kScopeButtonGap);
+}
+
+void TBrowseDialog::SetupSegmentImages() {
+    if (ControlRef history = Control(kBrowseBackForward)) {
+        SetSegmentImage(history, 1, BCSTR("_internal_left.png"));
+        SetSegmentImage(history, 2, BCSTR("_internal_right.png"));
+    }
+    if (ControlRef view = Control(kBrowseViewStyle)) {
+        SetSegmentImage(view, 1, BCSTR("_internal_list.png"));
+        SetSegmentImage(view, 2, BCSTR("_internal_column.png"));
+    }
+}
+
+void TBrowseDialog::SetSegmentEnabled(int16_t segment, bool enabled) {
+    ControlRef history = Control(kBrowseBackForward);
+    Boolean current = false;
+    GetControlData(history, segment, NodeCode("enab"), sizeof current, &current, nullptr);
+    if (bool(current) != enabled) {
+        const Boolean value = enabled;
+        SetControlData(history, segment, NodeCode("enab"), sizeof value, &value);
+    }
+}
+
+void TBrowseDialog::AdjustViewPositionBySizeAndExtra(ControlRef view, long direction) {
+    const BGRect frame = FrameOf(view);
+    const BGFloat extra = ExtraOf(view);
+    switch (direction) {
+    case kShiftUp:
+        BTViewMoveBy(view, 0, -(frame.size.height + extra));
+        break;
+    case kShiftDown:
+        BTViewMoveBy(view, 0, frame.size.height + extra);
+        break;
+    case kShiftLeft:
+        BTViewMoveBy(view, -(frame.size.width + extra), 0);
+        break;
+    case kShiftRight:
+        BTViewMoveBy(view, frame.size.width + extra, 0);
+        break;
+    default:
+        break;
+    }
+}
+
+void TBrowseDialog::RemoveWidgetFromBottomGroup(ControlRef widget) {
+    ControlRef group = Control(kBrowseBottomGroup);
+    TRect bounds;
+    GetBounds(bounds);
+    if (bottomGroupCount-- == 1) {
+        if (group != nullptr) {
+            HideControl(group);
+            const int16_t gone = int16_t(FrameOf(group).size.height + ExtraOf(group));
+            SizeWindow(windowRef, RectWidth(bounds), int16_t(RectHeight(bounds) - gone), true);
+        }
+        return;
+    }
+    const BGFloat d = FrameOf(widget).size.height + ExtraOf(widget);
+    BTViewSuspendLayout(group);
+    SizeWindow(windowRef, RectWidth(bounds), int16_t(RectHeight(bounds) - d), true);
+    BGRect frame = FrameOf(group);
+    frame.size.height -= d;
+    BTViewSetFrame(group, &frame);
+    if (ControlRef area = Control(kBrowseCustomArea); area != nullptr && area != widget) {
+        BTViewMoveBy(area, 0, -d);
+    }
+    BTViewResumeLayout(group);
+}
+
+void TBrowseDialog::SetupDismissButtons() {
+    SetDefaultButtonTitle();
+    if (cancelControl != nullptr && cancelButtonLabel.Length() > 0) {
+        SetControlTitleWithBCString(cancelControl, cancelButtonLabel.AsBCStringRef());
+    }
+    DetermineBestControlBounds();
+}
+
+int16_t TBrowseDialog::GetLeftBoundsLimit() {
+    return 24;
+}
+
+void TBrowseDialog::DetermineBestControlBounds() {
+    if (defaultControl == nullptr || cancelControl == nullptr) {
+        return;
+    }
+    Rect accept = GetControlContentRelativeRect(defaultControl);
+    Rect cancel = GetControlContentRelativeRect(cancelControl);
+    Rect best{0, 0, 0, 0};
+    GetBestControlRect(defaultControl, &best, nullptr);
+    const int16_t bestAccept = int16_t(best.right - best.left);
+    GetBestControlRect(cancelControl, &best, nullptr);
+    const int16_t bestCancel = int16_t(best.right - best.left);
+    const int16_t limit = GetLeftBoundsLimit();
+    TRect window;
+    GetBounds(window);
+    const int16_t half = int16_t((RectWidth(window) - 60 - limit) / 2);
+    if (half < bestAccept && half < bestCancel) {
+        accept.left = int16_t(accept.right - half);
+        cancel.right = int16_t(accept.left - kButtonGap);
+        cancel.left = int16_t(cancel.right - half);
+    } else {
+        if (bestAccept != accept.right - accept.left) {
+            MoveDefaultButton(accept, cancel, bestAccept, limit);
+        }
+        if (bestCancel != cancel.right - cancel.left) {
+            cancel.left =
+                std::max<int16_t>(int16_t(limit + kButtonGap), int16_t(cancel.right - bestCancel));
+        }
+    }
+    SetControlContentRelativeRect(defaultControl, accept);
+    SetControlContentRelativeRect(cancelControl, cancel);
+}
+
+// The default button takes its best width, never crowding the cancel button off the left
+// limit; the cancel button keeps its width and stands 12 to its left.
+void TBrowseDialog::MoveDefaultButton(Rect& accept, Rect& cancel, int16_t best, int16_t limit) {
+    const int16_t cancelWidth = int16_t(cancel.right - cancel.left);
+    const int16_t candidate = int16_t(accept.right - best);
+    accept.left = candidate < limit + cancelWidth + kButtonGap
+                      ? int16_t(limit + cancelWidth + 2 * kButtonGap)
+                      : candidate;
+    cancel.right = int16_t(accept.left - kButtonGap);
+    cancel.left = int16_t(cancel.right - cancelWidth);
+}
+
+BGFloat TBrowseDialog::ConstrainSplitterPosition(ControlRef splitter, BGFloat position) {
+    const BGRect bounds = FrameOf(splitter);
+    ControlRef first = BTViewGetFirstSubview(splitter);
+    ControlRef second = first != nullptr ? BTViewGetNextView(first) : nullptr;
+    if (second == nullptr) {
+        return position;
+    }
+    const BGFloat thickness =
+        bounds.size.width - FrameOf(first).size.width - FrameOf(second).size.width;
+    position = std::max<BGFloat>(position, 0);
+    if (_BTSidebarConstrainFrame != nullptr) {
+        BGRect frame = FrameOf(first);
+        frame.size.width = position;
+        _BTSidebarConstrainFrame(first, &frame);
+        position = frame.size.width;
+    }
+    return std::min(position, bounds.size.width - thickness - kMinimumBrowserWidth);
+}
+
+// The splitter has moved; a position outside the sidebar's limits or leaving less than the
+// browser's minimum is moved back within them.
+StatusCode TBrowseDialog::SplitterHandler(EventHandlerCallRef, EventRef event, void* data) {
+    auto* dialog = static_cast<TBrowseDialog*>(data);
+    ControlRef splitter = nullptr;
+    if (GetEventParameter(event, kEventParamDirectObject, typeControlRef, nullptr, sizeof splitter,
+                          nullptr, &splitter) != noErr ||
+        dialog->sidebar == nullptr) {
+        return eventNotHandledErr;
+    }
+    const BGFloat position = BTViewGetValue(splitter);
+    const BGFloat allowed = dialog->ConstrainSplitterPosition(splitter, position);
+    if (allowed != position) {
+        BTViewSetValue(splitter, int32_t(allowed));
+    }
+    return noErr;
+}

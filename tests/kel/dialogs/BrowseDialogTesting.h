@@ -1,0 +1,59 @@
+#pragma once
+
+// Browse dialogs on real temporary folders, driven headless. A BrowseDialogRun makes a dialog of
+// the open kind on a folder and records what its client hears; the helpers find rows and
+// buttons on the window the way a user's clicks would.
+
+#include "basalt/backend/headless/HeadlessDriver.h"
+#include "kel/dialogs/TBrowseDialog.h"
+#include "kel/interface/KelDialogRules.h"
+#include "tests/kel/interface/EventRecorder.h"
+
+#include <chrono>
+#include <filesystem>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace keltest {
+
+// The smallest concrete browse dialog: an open dialog's rules and title.
+class TestBrowseDialog : public TBrowseDialog {
+public:
+    TestBrowseDialog(const TDialogConfiguration& configuration, const BEDesc* location);
+    TStringRef GetDefaultButtonTitle() override;
+};
+
+struct BrowseDialogRun {
+    // A dialog on location (nothing: the saved or last resort place) with the modality.
+    BrowseDialogRun(const std::filesystem::path& location, uint32_t modality,
+                    uint32_t optionFlags = kKelOptDefaults);
+    ~BrowseDialogRun();
+    BrowseDialogRun(const BrowseDialogRun&) = delete;
+    BrowseDialogRun& operator=(const BrowseDialogRun&) = delete;
+
+    // Runs a modal dialog; work acts on it from inside its loop. Returns the user action.
+    uint32_t RunModal(const std::function<void()>& work);
+    // The chosen items of the reply as absolute paths; empty on failure.
+    std::vector<std::string> ReplyPaths(StatusCode* status = nullptr);
+
+    TestBrowseDialog* dialog = nullptr;
+    EventRecorder recorder;
+};
+
+// Switches the open dialogs' view style for the next dialogs.
+void UseListView(bool list);
+// Runs the loop until the condition holds, for at most the deadline.
+bool RunUntil(const std::function<bool()>& condition,
+              std::chrono::milliseconds deadline = std::chrono::seconds(20));
+// The names of the selected rows, and of the target's rows once listed.
+std::vector<std::string> SelectedNames(TBrowseDialog& dialog);
+std::string TargetName(TBrowseDialog& dialog);
+// The middle of a row of the list view, in window content coordinates.
+BGPoint ListRowPoint(TBrowseDialog& dialog, int row);
+// Clicks a row of the list once the target shows at least that many rows.
+void ClickListRow(TBrowseDialog& dialog, int row, uint32_t modifiers = 0);
+// Clicks the control of that id.
+void ClickItem(TBrowseDialog& dialog, int16_t item);
+
+} // namespace keltest
