@@ -1,0 +1,77 @@
+#!/bin/sh
+# kelpick's browse commands end to end, headless, on a temporary tree with a temporary HOME:
+# what is printed (raw bytes, one path per line), the exit codes, the options, the script steps
+# and their failures. Each run starts from a fresh HOME, so that no folder remembered by an
+# earlier run decides where the next dialog starts.
+#   BrowseCheck.sh KELPICK
+set -u
+kelpick=$1
+failures=0
+top=$(mktemp -d)
+trap 'rm -rf "$top"' EXIT
+latin1_name=$(printf 'n\351e.txt')  # not UTF-8: the file system's bytes
+latin1_shown=$(printf 'n\303\251e.txt') # how the dialog shows it
+
+fail() {
+    echo "FAIL: $*"
+    failures=$((failures + 1))
+}
+
+# A fresh HOME whose Documents, where a dialog starts when nothing else says, holds samples.
+fresh() {
+    export HOME="$top/home"
+    rm -rf "$HOME"
+    docs=$HOME/Documents
+    mkdir -p "$docs/sub" "$top/tree"
+    printf x >"$docs/x.txt"
+    printf y >"$docs/y.md"
+    printf z >"$docs/$latin1_name"
+    printf w >"$docs/sub/w.txt"
+    printf a >"$top/tree/a.txt"
+}
+
+# expect CODE EXPECTED-STDOUT STDERR-PATTERN ARGS...: stdout compared byte for byte.
+expect() {
+    code=$1 wanted=$2 err_pattern=$3
+    shift 3
+    fresh
+    "$kelpick" "$@" --headless --timeout 20 >"$top/out" 2>"$top/err"
+    got=$?
+    printf '%s' "$wanted" >"$top/wanted"
+    [ "$got" -eq "$code" ] || fail "kelpick $*: exit $got, expected $code ($(cat "$top/err"))"
+    cmp -s "$top/out" "$top/wanted" || fail "kelpick $*: printed '$(cat "$top/out")'"
+    [ -z "$err_pattern" ] || grep -q -- "$err_pattern" "$top/err" ||
+        fail "kelpick $*: stderr was '$(cat "$top/err")'"
+}
+
+nl='
+'
+docs=$top/home/Documents
+expect 0 "$docs/x.txt$nl" '' open --script 'view:list;select:x.txt;key:return'
+expect 0 "$docs/x.txt$nl" '' open --script 'view:column;select:x.txt;click:Open'
+expect 1 '' '' open --script 'view:list;select:x.txt;key:escape'
+expect 1 '' '' open --script 'click:Cancel'
+expect 0 "$docs/$latin1_name$nl" '' open --script "view:list;select:$latin1_shown;key:return"
+expect 0 "$docs/x.txt$nl$docs/y.md$nl" '' open --multiple \
+    --script 'view:list;select:x.txt;select+:y.md;key:return'
+expect 0 "$docs/sub/w.txt$nl" '' open --script 'view:list;open:sub;wait:200;select:w.txt;key:return'
+expect 0 "$docs/x.txt$nl" '' open --sheet --script 'view:list;select:x.txt;key:return'
+expect 0 "$top/tree/a.txt$nl" '' open --dir "$top/tree" --script 'view:list;select:a.txt;key:return'
+expect 0 "$docs/x.txt$nl" 'is not there' open --dir "$top/nowhere" \
+    --script 'view:list;select:x.txt;key:return'
+# A file of another type is hidden or cannot be selected; either way it is never chosen.
+fresh
+"$kelpick" open --headless --timeout 20 --types TXT,image/png \
+    --script 'view:list;select:x.txt;select:y.md;key:return' >"$top/out" 2>/dev/null
+grep -q 'y.md' "$top/out" && fail "--types TXT let y.md be chosen"
+expect 0 "$docs/sub$nl" '' folder --script 'view:list;select:sub;click:Choose'
+
+# Steps that cannot be done stop the run at once with the step's number and exit 2.
+expect 2 '' 'step 2: no row "nothing"' open --script 'view:list;select:nothing;key:return'
+expect 2 '' 'step 1: no button "Frobnicate"' open --script 'click:Frobnicate;key:return'
+expect 2 '' 'step 1: the dialog has no item 99' open --script 'click:99'
+expect 2 '' 'step 1: the sidebar' open --script 'side:Home'
+expect 2 '' 'step 3: unknown step' open --script 'view:list;wait:10;dance:now'
+
+[ "$failures" -eq 0 ] && echo "kelpick browse commands: all checks passed"
+exit "$failures"
