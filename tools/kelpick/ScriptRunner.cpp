@@ -12,6 +12,21 @@ namespace {
 
 // Long enough for the loop to dispatch what a step posted.
 constexpr double kStepDelay = 0.05;
+// A folder is listed while the dialog shows, so a step that looks for a row or a button looks
+// again for this long, as a person waits for a list to fill, before it gives up.
+constexpr double kLookFor = 10;
+constexpr double kLookAgain = 0.02;
+
+bool LooksForSomething(const ScriptStep& step) {
+    switch (step.kind) {
+    case ScriptStep::Kind::select:
+    case ScriptStep::Kind::open:
+    case ScriptStep::Kind::clickLabel:
+        return true;
+    default:
+        return false;
+    }
+}
 
 } // namespace
 
@@ -32,12 +47,17 @@ void ScriptRunner::Start() {
     });
 }
 
-void ScriptRunner::RunStep(size_t index) {
+void ScriptRunner::RunStep(size_t index, double lookedFor) {
     if (index == steps.size()) {
         ArmTimeout();
         return;
     }
     if (Refusal why = Perform(steps[index])) {
+        if (LooksForSomething(steps[index]) && lookedFor < kLookFor) {
+            HeadlessDriver::Soon(
+                [this, index, lookedFor] { RunStep(index, lookedFor + kLookAgain); }, kLookAgain);
+            return;
+        }
         std::fprintf(stderr, "kelpick: step %zu: %s\n", index + 1, why->c_str());
         Abandon();
         return;

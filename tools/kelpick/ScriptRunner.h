@@ -27,7 +27,8 @@ public:
     bool Failed() const { return failed; }
 
 private:
-    void RunStep(size_t index);
+    // lookedFor: how long the step has been looking for its row or button.
+    void RunStep(size_t index, double lookedFor = 0);
     // Nothing when the step was done, or why it could not be.
     std::optional<std::string> Perform(const ScriptStep& step);
     std::optional<std::string> PerformOnWindow(const ScriptStep& step, WindowRef window);
