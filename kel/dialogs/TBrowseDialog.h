@@ -113,6 +113,7 @@ public:
 
     // ---- __KelDialog's slots ----
     StatusCode FillReply(KelReplyRecord& reply) override;
+    StatusCode CustomControl(long selector, void* parms) override;
     StatusCode SetFilterTypeIdentifiers(BCArrayRef identifiers) override;
     virtual StatusCode Target(TKelNode& out);
     StatusCode CreateDialog() override;
@@ -202,6 +203,11 @@ public:
     // Where the Go To window plugs in: asks for a path and shows it.
     void GoToFolder();
 
+    // ---- New folder and type popup ----
+    // Makes a folder of the client's name in the target and moves into it.
+    StatusCode DoNewFolder(TUniString* name);
+    void NotifyClientPopupSelection(int16_t item, const TTypeMenuItem& entry);
+
     // ---- Selection and accept ----
     StatusCode GetSelection(TKelNodeArray& out);
     StatusCode GetSelection(BEDesc* out);
@@ -282,6 +288,8 @@ protected:
     BCArrayRef typeIdentifiers = nullptr;
 
 private:
+    friend class TCustomControlMessages;
+
     void MakeCustomPane();
     ControlRef MakeBrowserView();
     void InstallDragHandlers();

@@ -13,10 +13,6 @@ StatusCode TBrowseDialog::SelectSaveFileName(ControlEditTextSelectionRec*) {
     return kKelWrongDialogClassErr;
 }
 
-StatusCode TBrowseDialog::ActualSelectCustomType(KelMenuItemSpec*, ControlRef, unsigned char*) {
-    return kKelWrongDialogClassErr;
-}
-
 StatusCode TBrowseDialog::SelectCustomType(KelMenuItemSpec*) {
     return kKelWrongDialogClassErr;
 }
@@ -37,12 +33,6 @@ StatusCode TBrowseDialog::IsPreviewShowing(unsigned char* showing) {
     *showing = selection.front().IsContainer() ? 0 : 1;
     return noErr;
 }
-
-StatusCode TBrowseDialog::CreateNewFolder(TUniString*, TKelNode&) {
-    return kKelWrongDialogClassErr;
-}
-
-void TBrowseDialog::BuildTypeMenu(const TDialogConfiguration&) {}
 
 void TBrowseDialog::AddTypeMenuItems() {
     if (typeMenu == nullptr) {
