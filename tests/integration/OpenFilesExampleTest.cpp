@@ -20,28 +20,31 @@ namespace {
 
 constexpr uint32_t kKelsSignature = 0x6B656C73; // "kels"
 
-// Once the dialog shows: command-clicks each named row of its browser, then presses return.
+// Clicks the browser's row of that name in the front window, as a person who found it would.
+void ClickRow(const std::string& name, uint32_t modifiers) {
+    ControlID id{kKelsSignature, 11};
+    ControlRef browser = nullptr;
+    ASSERT_EQ(GetControlByID(FrontNonFloatingWindow(), &id, &browser), noErr);
+    BCStringRef text = BCStringCreateWithCString(nullptr, name.c_str(), kBCStringEncodingUTF8);
+    GridBrowserItemID item = 0;
+    Rect row{};
+    EXPECT_EQ(FindGridBrowserItemNamed(browser, 0, text, &item), noErr) << name;
+    BCRelease(text);
+    GetGridBrowserItemPartBounds(browser, item, kGridBrowserNameProperty, &row);
+    HeadlessDriver::ClickAt(GetControlOwner(browser),
+                            {BGFloat(row.left + row.right) / 2, BGFloat(row.top + row.bottom) / 2},
+                            modifiers);
+}
+
+// Once the dialog shows: clicks the first named row, command-clicks the others, one after the
+// other, then presses return.
 void PickWhenShown(std::vector<std::string> names) {
-    HeadlessDriver::Soon(
-        [names] {
-            ControlID id{kKelsSignature, 11};
-            ControlRef browser = nullptr;
-            ASSERT_EQ(GetControlByID(FrontNonFloatingWindow(), &id, &browser), noErr);
-            for (const std::string& name : names) {
-                BCStringRef text =
-                    BCStringCreateWithCString(nullptr, name.c_str(), kBCStringEncodingUTF8);
-                GridBrowserItemID item = 0;
-                Rect row{};
-                EXPECT_EQ(FindGridBrowserItemNamed(browser, 0, text, &item), noErr) << name;
-                BCRelease(text);
-                GetGridBrowserItemPartBounds(browser, item, kGridBrowserNameProperty, &row);
-                HeadlessDriver::ClickAt(
-                    GetControlOwner(browser),
-                    {BGFloat(row.left + row.right) / 2, BGFloat(row.top + row.bottom) / 2}, cmdKey);
-            }
-            HeadlessDriver::PressKey(kVK_Return);
-        },
-        0.2);
+    double when = 0.2;
+    for (size_t index = 0; index < names.size(); ++index, when += 0.1) {
+        HeadlessDriver::Soon(
+            [name = names[index], index] { ClickRow(name, index > 0 ? cmdKey : 0); }, when);
+    }
+    HeadlessDriver::Soon([] { HeadlessDriver::PressKey(kVK_Return); }, when);
 }
 
 // Runs the example with the arguments and gives what it printed and its exit status.
