@@ -28,6 +28,7 @@ fresh() {
     printf '\211PNG\r\n\032\n' >"$docs/photo.png"
     printf z >"$docs/$latin1_name"
     printf w >"$docs/sub/w.txt"
+    printf h >"$docs/.hidden.txt"
     printf a >"$top/tree/a.txt"
 }
 
@@ -66,6 +67,17 @@ fresh
     --script 'view:list;select:x.txt;select:photo.png;key:return' >"$top/out" 2>/dev/null
 grep -q 'photo.png' "$top/out" && fail "--types TXT,application/PDF let photo.png be chosen"
 expect 0 "$docs/sub$nl" '' folder --script 'view:list;select:sub;click:Choose'
+expect 0 "$docs/x.txt$nl" '' file --script 'view:list;select:x.txt;click:Choose'
+expect 0 "$docs/sub$nl" '' object --script 'view:list;select:sub;click:Choose'
+expect 1 '' '' volume --script 'key:escape'
+expect 0 "$docs/Fresh$nl" '' new-folder --script 'click:Create;wait:300;type:Fresh;key:return'
+[ -d "$docs/Fresh" ] || fail "new-folder printed Fresh but made no folder"
+expect 2 '' 'step 2: no row ".hidden.txt"' open --script 'view:list;select:.hidden.txt'
+expect 0 "$docs/.hidden.txt$nl" '' open --show-hidden \
+    --script 'view:list;select:.hidden.txt;key:return'
+expect 0 "$docs/x.txt$nl" '' open --ok-label Take --title Pick --message Which \
+    --script 'view:list;select:x.txt;click:Take'
+expect 2 '' 'step 1: the button "Take" is disabled' open --ok-label Take --script 'click:Take'
 
 # Steps that cannot be done stop the run at once with the step's number and exit 2.
 expect 2 '' 'step 2: no row "nothing"' open --script 'view:list;select:nothing;key:return'
