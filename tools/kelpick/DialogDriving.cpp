@@ -84,10 +84,19 @@ Refusal ClickButton(WindowRef window, const std::string& label) {
 }
 
 Refusal ClickSidebarRow(WindowRef window, const std::string& name) {
-    if (DialogControl(window, kSidebarID) == nullptr) {
+    ControlRef sidebar = DialogControl(window, kSidebarID);
+    if (sidebar == nullptr || !IsControlVisible(sidebar)) {
         return "the dialog has no sidebar";
     }
-    return "the sidebar cannot find its row \"" + name + "\" by name";
+    BGRect frame{};
+    BGRect row{};
+    BTViewGetFrame(sidebar, &frame);
+    BTViewConvertRect(&frame, BTViewGetSuperview(sidebar), nullptr);
+    if (!HeadlessDriver::FindShownText(window, name, frame, &row)) {
+        return "no row \"" + name + "\" in the sidebar";
+    }
+    HeadlessDriver::ClickAt(window, {BGRectGetMidX(row), BGRectGetMidY(row)});
+    return std::nullopt;
 }
 
 Refusal ChooseView(WindowRef window, bool columnView) {

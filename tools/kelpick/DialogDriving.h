@@ -14,8 +14,7 @@ using Refusal = std::optional<std::string>;
 Refusal ClickBrowserRow(WindowRef window, const std::string& name, uint32_t modifiers, int clicks);
 // Presses the visible button whose title is label.
 Refusal ClickButton(WindowRef window, const std::string& label);
-// Clicks the sidebar's row shown as name. The sidebar does not yet tell where a row is, so
-// this refuses for now and says so.
+// Clicks the sidebar's row shown as name, where the sidebar draws it.
 Refusal ClickSidebarRow(WindowRef window, const std::string& name);
 // Clicks the list or the column segment of the view control.
 Refusal ChooseView(WindowRef window, bool columnView);

@@ -21,6 +21,7 @@ bool LooksForSomething(const ScriptStep& step) {
     switch (step.kind) {
     case ScriptStep::Kind::select:
     case ScriptStep::Kind::open:
+    case ScriptStep::Kind::side:
     case ScriptStep::Kind::clickLabel:
         return true;
     default:
