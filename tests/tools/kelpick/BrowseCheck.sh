@@ -3,9 +3,10 @@
 # what is printed (raw bytes, one path per line), the exit codes, the options, the script steps
 # and their failures. Each run starts from a fresh HOME, so that no folder remembered by an
 # earlier run decides where the next dialog starts.
-#   BrowseCheck.sh KELPICK
+# Snapshots of the open dialog at 1x and 2x are left in PICTURES for people to look at.
+#   BrowseCheck.sh KELPICK PICTURES
 set -u
-kelpick=$1
+kelpick=$1 pictures=$2
 failures=0
 top=$(mktemp -d)
 trap 'rm -rf "$top"' EXIT
@@ -85,6 +86,18 @@ expect 2 '' 'step 1: no button "Frobnicate"' open --script 'click:Frobnicate;key
 expect 2 '' 'step 1: the dialog has no item 99' open --script 'click:99'
 expect 2 '' 'step 1: .*sidebar' open --script 'side:Home'
 expect 2 '' 'step 3: unknown step' open --script 'view:list;wait:10;dance:now'
+
+# The snapshot shows the dialog at either scale, twice as many pixels across at 2x.
+png_width() { od -An -tu1 -j16 -N4 "$1" | awk '{ print $1 * 16777216 + $2 * 65536 + $3 * 256 + $4 }'; }
+mkdir -p "$pictures"
+for scale in 1 2; do
+    fresh
+    KEL_SCALE=$scale "$kelpick" open --headless --snapshot "$pictures/open-${scale}x.png" \
+        --script 'key:escape' >/dev/null 2>&1
+    [ -s "$pictures/open-${scale}x.png" ] || fail "no snapshot at ${scale}x"
+done
+[ "$(png_width "$pictures/open-2x.png")" -eq $(($(png_width "$pictures/open-1x.png") * 2)) ] ||
+    fail "the 2x snapshot is not twice as wide as the 1x one"
 
 [ "$failures" -eq 0 ] && echo "kelpick browse commands: all checks passed"
 exit "$failures"
