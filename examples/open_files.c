@@ -71,6 +71,7 @@ static StatusCode PrintURL(const BEDescList* selection, long index) {
 
 static StatusCode PrintReply(KelDialogRef dialog, int asURLs) {
     KelReplyRecord reply;
+    BEDescList selection;
     long count = 0;
     long index;
     StatusCode status = KelDialogGetReply(dialog, &reply);
@@ -78,9 +79,11 @@ static StatusCode PrintReply(KelDialogRef dialog, int asURLs) {
     if (status != noErr) {
         return status;
     }
-    status = BECountItems(&reply.selection, &count);
+    /* The record is packed: its selection is read from an aligned copy. */
+    memcpy(&selection, &reply.selection, sizeof selection);
+    status = BECountItems(&selection, &count);
     for (index = 1; status == noErr && index <= count; ++index) {
-        status = asURLs ? PrintURL(&reply.selection, index) : PrintPath(&reply.selection, index);
+        status = asURLs ? PrintURL(&selection, index) : PrintPath(&selection, index);
     }
     KelDisposeReply(&reply);
     return status;
