@@ -719,6 +719,7 @@ enum {
     kControlPushButtonDefaultTag = 0x646C6674, /* "dflt": Boolean */
     kControlPushButtonCancelTag = 0x636E636C,  /* "cncl": Boolean */
     kControlSegmentCountTag = 0x7367636E,      /* "sgcn": u32 */
+    kControlSegmentEnabledTag = 0x656E6162,    /* "enab": Boolean, per segment (part) */
     kControlImageViewImageTag = 0x696D6167     /* "imag": BGImageRef */
 };
 
@@ -745,7 +746,8 @@ typedef ControlEditTextInlinePreUpdateProcPtr ControlEditTextInlinePreUpdateUPP;
 enum { kBTLayoutBindNone = 0, kBTLayoutBindMin = 1, kBTLayoutBindMax = 2 };
 
 typedef struct BTSideBinding {
-    BTViewRef toView; /* null: the superview */
+    BTViewRef toView; /* null: the superview; else the side follows that view's top or left edge
+                        (kind min) or bottom or right edge (kind max) as it moves */
     uint32_t kind;
     BGFloat offset;
 } BTSideBinding;

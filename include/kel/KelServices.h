@@ -110,35 +110,35 @@ enum { kKelSaveChangesClosing = 1, kKelSaveChangesQuitting = 2, kKelSaveChangesO
 /* Answers of the blocking ask calls. */
 enum { kKelAnswerSaveOrDiscard = 1, kKelAnswerCancel = 2, kKelAnswerDontSave = 3 };
 
-/* Selectors of KelCustomControl. Location and selection travel as descriptors of the reply's
- * type ("bfrf") or as file URLs ("furl"); see <basalt/BasaltFiles.h>. Terminate ends any dialog
- * with user action 0. */
+/* Selectors of KelCustomControl; the comment gives what parms points at. 1 to 6 have no
+   function, 18 and 19 add the client's controls to the custom area. Terminate ends any dialog
+   with user action 0. */
 enum {
-    kKelCtlShowDesktop = 0,
-    kKelCtlGetLocation = 7,   /* BEDesc*, filled */
-    kKelCtlSetLocation = 8,   /* const BEDesc* */
-    kKelCtlGetSelection = 9,  /* BEDescList*, filled */
-    kKelCtlSetSelection = 10, /* const BEDescList*, or NULL to select nothing */
-    kKelCtlShowSelection = 11,
-    kKelCtlOpenSelection = 12,
-    kKelCtlEjectVolume = 13,
-    kKelCtlNewFolder = 14,
-    kKelCtlCancel = 15,
-    kKelCtlAccept = 16,
-    kKelCtlIsPreviewShowing = 17,
-    kKelCtlAddControl = 18,
-    kKelCtlAddControlList = 19,
-    kKelCtlGetFirstControl = 20,
-    kKelCtlSelectCustomType = 21,
-    kKelCtlSelectAllType = 22,
-    kKelCtlGetEditFileName = 23,
-    kKelCtlSetEditFileName = 24,
-    kKelCtlSelectEditFileName = 25,
-    kKelCtlBrowserSelectAll = 26,
-    kKelCtlGotoParent = 27,
-    kKelCtlSetActionState = 28,
-    kKelCtlBrowserRedraw = 29,
-    kKelCtlTerminate = 30
+    kKelCtlShowDesktop = 0,         /* none */
+    kKelCtlGetLocation = 7,         /* BEDesc, filled */
+    kKelCtlSetLocation = 8,         /* BEDesc; no data means the root */
+    kKelCtlGetSelection = 9,        /* BEDesc, filled with a list */
+    kKelCtlSetSelection = 10,       /* BEDescList or one BEDesc; null clears */
+    kKelCtlShowSelection = 11,      /* none */
+    kKelCtlOpenSelection = 12,      /* none */
+    kKelCtlEjectVolume = 13,        /* int16_t volume reference number */
+    kKelCtlNewFolder = 14,          /* length-prefixed name */
+    kKelCtlCancel = 15,             /* none */
+    kKelCtlAccept = 16,             /* none */
+    kKelCtlIsPreviewShowing = 17,   /* uint8_t, filled */
+    kKelCtlAddControl = 18,         /* ControlRef */
+    kKelCtlAddControlList = 19,     /* Handle */
+    kKelCtlGetFirstControlID = 20,  /* uint16_t, filled */
+    kKelCtlSelectCustomType = 21,   /* KelMenuItemSpec */
+    kKelCtlSelectAllType = 22,      /* uint16_t kind of type popup entry */
+    kKelCtlGetEditFileName = 23,    /* length-prefixed buffer of 33 bytes */
+    kKelCtlSetEditFileName = 24,    /* length-prefixed name */
+    kKelCtlSelectEditFileName = 25, /* ControlEditTextSelectionRec */
+    kKelCtlBrowserSelectAll = 26,   /* none */
+    kKelCtlGotoParent = 27,         /* none */
+    kKelCtlSetActionState = 28,     /* uint32_t: 1 refuses open, 2 save, 4 choose, 16 new folder */
+    kKelCtlRefresh = 29,            /* none */
+    kKelCtlTerminate = 30           /* none */
 };
 
 /* Status values of the boundary besides those of the platform (0, -50, -108, -128). */

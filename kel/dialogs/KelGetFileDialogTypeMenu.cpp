@@ -7,7 +7,10 @@
 #include "kel/dialogs/KelGetFileDialog.h"
 #include "kel/foundation/KelBundle.h"
 
+#include <algorithm>
 #include <array>
+#include <cstddef>
+#include <vector>
 
 namespace {
 
@@ -63,6 +66,19 @@ StatusCode CopyTypeTitle(FourCharCode creator, FourCharCode type, TStringRef& ti
     return status;
 }
 
+// The types of a client's type list, as many as its count says and its block has room for: a
+// count may lie.
+std::vector<FourCharCode> TypesOfList(KelTypeList** list) {
+    if (list == nullptr || *list == nullptr) {
+        return {};
+    }
+    const auto room = static_cast<int32_t>(
+        (GetHandleSize(reinterpret_cast<Handle>(list)) - Size(offsetof(KelTypeList, osTypes))) /
+        Size(sizeof(FourCharCode)));
+    const int32_t count = std::clamp<int32_t>((*list)->typeCount, 0, std::max(room, 0));
+    return std::vector<FourCharCode>((*list)->osTypes, (*list)->osTypes + count);
+}
+
 } // namespace
 
 StatusCode KelGetFileDialog::GetGenericKindString(unsigned long type, TStringRef& out) {
@@ -95,7 +111,8 @@ void KelGetFileDialog::UpdateTypeMenu(KelTypeList** types,
         }
     }
     if (identifiers == nullptr) {
-        if (types != nullptr && (*types)->typeCount >= 1) {
+        const std::vector<FourCharCode> listed = TypesOfList(types);
+        if (!listed.empty()) {
             const FourCharCode creator = (*types)->componentSignature;
             if (creator != kAnyCreator) {
                 TStringRef title = BundleString("All Known Files");
@@ -106,8 +123,7 @@ void KelGetFileDialog::UpdateTypeMenu(KelTypeList** types,
                 }
                 AddTypeMenuItem(Entry(TTypeMenuItem::kFilterByTypeList, title));
             }
-            for (int16_t index = 0; index < (*types)->typeCount; ++index) {
-                const FourCharCode type = (*types)->osTypes[index];
+            for (const FourCharCode type : listed) {
                 TStringRef title;
                 if (CopyTypeTitle(creator, type, title) == noErr) {
                     TTypeMenuItem item = Entry(TTypeMenuItem::kOneType, title);

@@ -64,6 +64,9 @@ bool NewFolderDialog::StartCreateNewFolder(const TKelNode& into, TStringRef& nam
 
 StatusCode NewFolderDialog::InitDialog() {
     KelBaseDialog::InitDialog();
+    // In this window the buttons go by the items the commands hit: Create is 2, Cancel 1.
+    defaultControl = GetControlFromLayout(kCreateItem);
+    cancelControl = GetControlFromLayout(kCancelItem);
     nameField = std::make_unique<TTextEdit>(this, this, true, GetControlFromLayout(kNameField));
     nameField->SetMaxTextLength(kMaxNameLength);
     nameField->SetMaxTextLengthIsUnicode(true);

@@ -291,6 +291,8 @@ private:
     friend class TCustomControlMessages;
 
     void MakeCustomPane();
+    // Keeps control 25 in the middle of the window; what is bound to it follows.
+    void CentreTopBlock();
     ControlRef MakeBrowserView();
     void InstallDragHandlers();
     void RemoveDragHandlers();

@@ -47,5 +47,3 @@ void TBrowseDialog::AddTypeMenuItems() {
         }
     }
 }
-
-void TBrowseDialog::SetUpViewLayouts() {}

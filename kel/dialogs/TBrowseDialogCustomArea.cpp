@@ -67,6 +67,9 @@ bool TBrowseDialog::NegotiateForCustomSpace() {
     return true;
 }
 
+// The area takes the client's height by growing the bottom group upwards and the window
+// downwards by as much, so the browser keeps its size; the width comes with the window, which
+// the group and the area follow.
 void TBrowseDialog::ResizeDialogForCustomization() {
     ControlRef area = Control(kBrowseCustomArea);
     ControlRef group = Control(kBrowseBottomGroup);
@@ -74,26 +77,26 @@ void TBrowseDialog::ResizeDialogForCustomization() {
     const Rect frame = GetControlContentRelativeRect(area);
     const int16_t dW = int16_t(RectWidth(custom) - RectWidth(frame));
     const int16_t dH = int16_t(RectHeight(custom) - RectHeight(frame));
+    if (group != nullptr) {
+        BTViewSuspendLayout(group);
+        BGRect groupFrame = BGRectZero;
+        BTViewGetFrame(group, &groupFrame);
+        groupFrame.origin.y -= dH;
+        groupFrame.size.height += dH;
+        BTViewSetFrame(group, &groupFrame);
+    }
     BGRect areaFrame = BGRectZero;
     BTViewGetFrame(area, &areaFrame);
     areaFrame.size.height += dH;
     BTViewSetFrame(area, &areaFrame);
     if (group != nullptr) {
-        BGRect groupFrame = BGRectZero;
-        BTViewGetFrame(group, &groupFrame);
-        groupFrame.size.height += dH;
-        groupFrame.size.width += dW;
-        BTViewSetFrame(group, &groupFrame);
-        BTViewSuspendLayout(group);
+        BTViewResumeLayout(group);
     }
     TRect bounds;
     GetBounds(bounds);
-    const auto width = int16_t(bounds.right - bounds.left + dW);
-    const auto height = int16_t(bounds.bottom - bounds.top + dH);
+    const auto width = int16_t(RectWidth(bounds) + dW);
+    const auto height = int16_t(RectHeight(bounds) + dH);
     SizeWindow(windowRef, width, height, true);
-    if (group != nullptr) {
-        BTViewResumeLayout(group);
-    }
     minimumWidth = width;
     minimumHeight = height;
 }

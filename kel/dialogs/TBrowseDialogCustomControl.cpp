@@ -12,7 +12,6 @@ namespace {
 constexpr StatusCode kFailedErr = kKelBadCustomControlParamErr;
 constexpr StatusCode kInvalidErr = kKelNotApplicableErr;
 constexpr StatusCode kNoSaveNameErr = -8738;
-constexpr long kLastSelector = 30;
 constexpr long kSaveNameSize = 33;
 constexpr unsigned long kSelectionSet = 1;
 constexpr int32_t kVolumeParentID = 1;
@@ -34,30 +33,13 @@ StatusCode Short(StatusCode status) {
     return static_cast<int16_t>(status);
 }
 
-// Selectors whose argument must be there.
+// Selectors whose argument must be there, one bit each.
+constexpr uint32_t kNeedsParms = 1u << 1 | 1u << 2 | 1u << 7 | 1u << 8 | 1u << 9 | 1u << 13 |
+                                 1u << 14 | 1u << 17 | 1u << 18 | 1u << 19 | 1u << 20 | 1u << 21 |
+                                 1u << 22 | 1u << 23 | 1u << 24 | 1u << 25 | 1u << 28;
+
 bool NeedsParms(long selector) {
-    switch (selector) {
-    case 1:
-    case 2:
-    case 7:
-    case 8:
-    case 9:
-    case 13:
-    case 14:
-    case 17:
-    case 18:
-    case 19:
-    case 20:
-    case 21:
-    case 22:
-    case 23:
-    case 24:
-    case 25:
-    case 28:
-        return true;
-    default:
-        return false;
-    }
+    return ((kNeedsParms >> selector) & 1u) != 0;
 }
 
 StatusCode EjectVolume(int16_t volume) {
@@ -84,71 +66,71 @@ public:
 };
 
 StatusCode TBrowseDialog::CustomControl(long selector, void* parms) {
-    if (selector < 0 || selector > kLastSelector) {
+    if (selector < 0 || selector > kKelCtlTerminate) {
         return __KelDialog::CustomControl(selector, parms);
     }
     if (parms == nullptr && NeedsParms(selector)) {
         return paramErr;
     }
     switch (selector) {
-    case 0:
+    case kKelCtlShowDesktop:
         return FailedUnless(GotoDesktop());
     case 1:
     case 2:
         return *static_cast<uint16_t*>(parms) < 2 ? kInvalidErr : kFailedErr;
-    case 7:
+    case kKelCtlGetLocation:
         return TCustomControlMessages::GetLocation(*this, static_cast<BEDesc*>(parms));
-    case 8:
+    case kKelCtlSetLocation:
         return TCustomControlMessages::SetLocation(*this, static_cast<BEDesc*>(parms));
-    case 9:
+    case kKelCtlGetSelection:
         return FailedUnless(GetSelection(static_cast<BEDesc*>(parms)) == noErr);
-    case 10:
+    case kKelCtlSetSelection:
         return TCustomControlMessages::SetSelection(*this, static_cast<BEDescList*>(parms));
-    case 11:
+    case kKelCtlShowSelection:
         return browser != nullptr ? browser->RevealSelection() : kFailedErr;
-    case 12:
-    case 16:
+    case kKelCtlOpenSelection:
+    case kKelCtlAccept:
         return FailedUnless(TryAcceptDialog(0));
-    case 13:
+    case kKelCtlEjectVolume:
         return EjectVolume(*static_cast<int16_t*>(parms));
-    case 14:
+    case kKelCtlNewFolder:
         return TCustomControlMessages::NewFolder(*this, static_cast<const uint8_t*>(parms));
-    case 15:
+    case kKelCtlCancel:
         client.Event(kKelCBCancel);
         TerminateWithUserAction(kKelUserActionCancel);
         return noErr;
-    case 17:
+    case kKelCtlIsPreviewShowing:
         return Short(IsPreviewShowing(static_cast<unsigned char*>(parms)));
-    case 20:
+    case kKelCtlGetFirstControlID:
         return GetFirstCustomControl(static_cast<uint16_t*>(parms));
-    case 21:
+    case kKelCtlSelectCustomType:
         return SelectCustomType(static_cast<KelMenuItemSpec*>(parms));
-    case 22:
+    case kKelCtlSelectAllType:
         return SelectAllType(static_cast<uint16_t*>(parms));
-    case 23:
+    case kKelCtlGetEditFileName:
         return TCustomControlMessages::GetSaveName(*this, static_cast<uint8_t*>(parms));
-    case 24:
+    case kKelCtlSetEditFileName:
         SetSaveFileName(TStringRef::Create(static_cast<const uint8_t*>(parms),
                                            TStringRef::kApplicationEncoding),
                         false);
         return noErr;
-    case 25:
+    case kKelCtlSelectEditFileName:
         return SelectSaveFileName(static_cast<ControlEditTextSelectionRec*>(parms));
-    case 26:
+    case kKelCtlBrowserSelectAll:
         return browser != nullptr ? browser->SelectAll() : kFailedErr;
-    case 27:
+    case kKelCtlGotoParent:
         return TCustomControlMessages::GoToParent(*this);
-    case 28:
+    case kKelCtlSetActionState:
         return Short(SetKelState(*static_cast<uint32_t*>(parms)));
-    case 29:
+    case kKelCtlRefresh:
         if (browser == nullptr) {
             return kFailedErr;
         }
         browser->Refresh();
         return noErr;
-    case 30:
-        __KelDialog::Terminate();
-        return noErr;
+    case kKelCtlTerminate:
+        // A dialog that isn't running has nothing to end.
+        return __KelDialog::Terminate();
     default:
         // 3 to 6 have no function; 18 and 19 add controls to the custom area, which takes none
         // yet.
@@ -218,10 +200,13 @@ StatusCode TCustomControlMessages::SetSelection(TBrowseDialog& dialog, const BED
         return FailedUnless(lastRead == noErr);
     }
     // Nodes of other folders than the first one's stay unselected: the dialog shows one folder.
-    const bool done = dialog.browser->SetTarget(location, TKelNode(), TKelNode()) == noErr &&
-                      dialog.browser->SetSelection(nodes, kSelectionSet) == noErr &&
-                      dialog.browser->RevealTarget() == noErr;
-    return FailedUnless(done);
+    if (dialog.browser->SetTarget(location, TKelNode(), TKelNode()) != noErr ||
+        dialog.browser->SetSelection(nodes, kSelectionSet) != noErr) {
+        return kFailedErr;
+    }
+    // Showing the target is a courtesy: the selection stands either way.
+    dialog.browser->RevealTarget();
+    return noErr;
 }
 
 StatusCode TCustomControlMessages::NewFolder(TBrowseDialog& dialog, const uint8_t* name) {

@@ -56,22 +56,26 @@ bool TBrowseDialog::CanReceiveDrop(TKelNode& node) {
     return node.IsContainer() ? filter.CanTarget(node) : filter.CanSelect(node, 0);
 }
 
+// The drop is taken once its folder shows; revealing the selection is only a courtesy.
 StatusCode TBrowseDialog::ReceiveDrop(TKelNode& node) {
+    StatusCode status = noErr;
     if (node.IsContainer()) {
         TKelNode original;
         const bool broken =
             NodeIsAlias(node.PeekNodeRef()) && node.FollowAlias(false, original) != noErr;
         if (!broken) {
-            browser->SetTarget(node, TKelNode(), TKelNode());
+            status = browser->SetTarget(node, TKelNode(), TKelNode());
         }
-        return browser->RevealSelection();
+    } else {
+        const TKelNode parent = node.GetParent();
+        status = browser->SetTarget(parent, TKelNode(), TKelNode());
+        if (status == noErr) {
+            TellPopupsTarget(parent);
+            browser->SetSelection(NodeList(node), 1);
+        }
     }
-    const TKelNode parent = node.GetParent();
-    if (browser->SetTarget(parent, TKelNode(), TKelNode()) == noErr) {
-        TellPopupsTarget(parent);
-        browser->SetSelection(NodeList(node), 1);
-    }
-    return browser->RevealSelection();
+    browser->RevealSelection();
+    return status;
 }
 
 StatusCode TBrowseDialog::ReceiveDropHandler(DragRef drag) {

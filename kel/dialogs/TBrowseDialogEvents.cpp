@@ -152,6 +152,7 @@ StatusCode TBrowseDialog::HandleWindowClassEvent(EventHandlerCallRef, EventRef e
         }
         return eventNotHandledErr;
     case kEventWindowBoundsChanged:
+        CentreTopBlock();
         if (NodeBrowserControlIsPreviewAllowed()) {
             client.record.eventData = &previewShowing;
             client.Event(kKelCBAdjustPreview);

@@ -138,10 +138,10 @@ void TBrowseDialog::SetupSegmentImages() {
 void TBrowseDialog::SetSegmentEnabled(int16_t segment, bool enabled) {
     ControlRef history = Control(kBrowseBackForward);
     Boolean current = false;
-    GetControlData(history, segment, NodeCode("enab"), sizeof current, &current, nullptr);
+    GetControlData(history, segment, kControlSegmentEnabledTag, sizeof current, &current, nullptr);
     if (bool(current) != enabled) {
         const Boolean value = enabled;
-        SetControlData(history, segment, NodeCode("enab"), sizeof value, &value);
+        SetControlData(history, segment, kControlSegmentEnabledTag, sizeof value, &value);
     }
 }
 
@@ -166,28 +166,37 @@ void TBrowseDialog::AdjustViewPositionBySizeAndExtra(ControlRef view, long direc
     }
 }
 
+// The last widget takes the group with it: the group folds to nothing below its old bottom, so
+// that what ends at its top keeps its size as the window shrinks by the group's height.
 void TBrowseDialog::RemoveWidgetFromBottomGroup(ControlRef widget) {
     ControlRef group = Control(kBrowseBottomGroup);
+    if (group == nullptr) {
+        return;
+    }
     TRect bounds;
     GetBounds(bounds);
+    BGRect frame = FrameOf(group);
     if (bottomGroupCount-- == 1) {
-        if (group != nullptr) {
-            HideControl(group);
-            const int16_t gone = int16_t(FrameOf(group).size.height + ExtraOf(group));
-            SizeWindow(windowRef, RectWidth(bounds), int16_t(RectHeight(bounds) - gone), true);
-        }
+        HideControl(group);
+        const BGFloat gone = frame.size.height + ExtraOf(group);
+        const BGRect folded =
+            BGRectMake(frame.origin.x, frame.origin.y + gone, frame.size.width, 0);
+        BTViewSuspendLayout(group);
+        BTViewSetFrame(group, &folded);
+        BTViewResumeLayout(group);
+        SizeWindow(windowRef, RectWidth(bounds), int16_t(RectHeight(bounds) - gone), true);
         return;
     }
     const BGFloat d = FrameOf(widget).size.height + ExtraOf(widget);
     BTViewSuspendLayout(group);
-    SizeWindow(windowRef, RectWidth(bounds), int16_t(RectHeight(bounds) - d), true);
-    BGRect frame = FrameOf(group);
+    frame.origin.y += d;
     frame.size.height -= d;
     BTViewSetFrame(group, &frame);
     if (ControlRef area = Control(kBrowseCustomArea); area != nullptr && area != widget) {
         BTViewMoveBy(area, 0, -d);
     }
     BTViewResumeLayout(group);
+    SizeWindow(windowRef, RectWidth(bounds), int16_t(RectHeight(bounds) - d), true);
 }
 
 void TBrowseDialog::SetupDismissButtons() {

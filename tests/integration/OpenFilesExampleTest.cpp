@@ -36,15 +36,19 @@ void ClickRow(const std::string& name, uint32_t modifiers) {
                             modifiers);
 }
 
-// Once the dialog shows: clicks the first named row, command-clicks the others, one after the
-// other, then presses return.
-void PickWhenShown(std::vector<std::string> names) {
-    double when = 0.2;
-    for (size_t index = 0; index < names.size(); ++index, when += 0.1) {
-        HeadlessDriver::Soon(
-            [name = names[index], index] { ClickRow(name, index > 0 ? cmdKey : 0); }, when);
-    }
-    HeadlessDriver::Soon([] { HeadlessDriver::PressKey(kVK_Return); }, when);
+// Once the dialog shows: clicks the first named row, command-clicks the others, then presses
+// return; each after the loop has dispatched the one before.
+void PickWhenShown(std::vector<std::string> names, size_t index = 0) {
+    HeadlessDriver::Soon(
+        [names, index] {
+            if (index == names.size()) {
+                HeadlessDriver::PressKey(kVK_Return);
+                return;
+            }
+            ClickRow(names[index], index > 0 ? cmdKey : 0);
+            PickWhenShown(names, index + 1);
+        },
+        index == 0 ? 0.2 : 0.1);
 }
 
 // Runs the example with the arguments and gives what it printed and its exit status.

@@ -130,11 +130,32 @@ void SegmentedView::Draw(BGContextRef context) {
             ButtonInfo(*this, selected ? kBTThemeButtonOn : kBTThemeButtonOff);
         if (Hilite() != kControlNoPart && Hilite() != ControlPartCode(i + 1))
             info.state = IsActive() ? kBTThemeStateActive : kBTThemeStateInactive;
+        if (!segments_[i].enabled)
+            info.state = kBTThemeStateUnavailable;
         BGRect label = segment;
         BTThemeDrawButton(&segment, kBTThemeBevelButton, &info, context, &label);
-        DrawText(context, labels[i], label, kBTThemeFontSmallSystem, kBTThemeTextFlushCenter,
-                 info.state);
+        if (segments_[i].image != nullptr)
+            DrawSegmentImage(context, segments_[i], label, info.state);
+        else
+            DrawText(context, labels[i], label, kBTThemeFontSmallSystem, kBTThemeTextFlushCenter,
+                     info.state);
     }
+}
+
+// Images are drawn at half their pixel size, so that one image is sharp on a display of two
+// device pixels per point and is scaled down on one of one; a dimmed segment dims its image.
+void SegmentedView::DrawSegmentImage(BGContextRef context, const Segment& segment,
+                                     const BGRect& rect, BTThemeDrawState state) const {
+    BGImageRef image = segment.image.get();
+    const double width = double(BGImageGetWidth(image)) / 2;
+    const double height = double(BGImageGetHeight(image)) / 2;
+    const BGRect place = BGRectMake(std::round(BGRectGetMidX(rect) - width / 2),
+                                    std::round(BGRectGetMidY(rect) - height / 2), width, height);
+    BGContextSaveGState(context);
+    if (state == kBTThemeStateUnavailable || state == kBTThemeStateInactive)
+        BGContextSetAlpha(context, 0.4);
+    BTViewDrawBGImage(context, &place, image);
+    BGContextRestoreGState(context);
 }
 
 ControlPartCode SegmentedView::HitTest(BGPoint local) {
@@ -142,7 +163,9 @@ ControlPartCode SegmentedView::HitTest(BGPoint local) {
     if (!BGRectContainsPoint(bounds, local) || count_ == 0)
         return kControlNoPart;
     auto segment = uint32_t((local.x - bounds.origin.x) / (bounds.size.width / count_));
-    return ControlPartCode(std::min(segment, count_ - 1) + 1);
+    segment = std::min(segment, count_ - 1);
+    return segments_[segment].enabled ? ControlPartCode(segment + 1)
+                                      : ControlPartCode(kControlNoPart);
 }
 
 ControlPartCode SegmentedView::PerformClick(ControlPartCode part, uint32_t) {
@@ -158,6 +181,7 @@ StatusCode SegmentedView::SetKindData(ResType tag, size_t size, const void* data
         return paramErr;
     std::memcpy(&count_, data, sizeof count_);
     count_ = std::clamp(count_, 1u, kMaximumSegments);
+    segments_.resize(count_);
     SetMaximum(int32_t(count_));
     SetNeedsDisplay();
     return noErr;
@@ -170,6 +194,56 @@ StatusCode SegmentedView::GetKindData(ResType tag, size_t size, void* data, size
         std::memcpy(data, &count_, sizeof count_);
     if (actual != nullptr)
         *actual = sizeof count_;
+    return noErr;
+}
+
+SegmentedView::Segment* SegmentedView::SegmentAt(ControlPartCode part) {
+    return part >= 1 && uint32_t(part) <= count_ ? &segments_[size_t(part - 1)] : nullptr;
+}
+
+StatusCode SegmentedView::SetPartData(ControlPartCode part, ResType tag, size_t size,
+                                      const void* data) {
+    if (tag != kControlImageViewImageTag && tag != kControlSegmentEnabledTag)
+        return SetKindData(tag, size, data);
+    Segment* segment = SegmentAt(part);
+    if (segment == nullptr || data == nullptr)
+        return paramErr;
+    if (tag == kControlSegmentEnabledTag) {
+        if (size != sizeof(Boolean))
+            return paramErr;
+        segment->enabled = *static_cast<const Boolean*>(data) != 0;
+    } else {
+        if (size != sizeof(BGImageRef))
+            return paramErr;
+        BGImageRef image = *static_cast<const BGImageRef*>(data);
+        if (image != nullptr)
+            BGImageRetain(image);
+        segment->image.reset(image, BGImageRelease);
+    }
+    SetNeedsDisplay();
+    return noErr;
+}
+
+StatusCode SegmentedView::GetPartData(ControlPartCode part, ResType tag, size_t size, void* data,
+                                      size_t* actual) {
+    if (tag != kControlImageViewImageTag && tag != kControlSegmentEnabledTag)
+        return GetKindData(tag, size, data, actual);
+    Segment* segment = SegmentAt(part);
+    if (segment == nullptr)
+        return paramErr;
+    if (tag == kControlSegmentEnabledTag) {
+        const Boolean enabled = segment->enabled;
+        if (data != nullptr && size >= sizeof enabled)
+            std::memcpy(data, &enabled, sizeof enabled);
+        if (actual != nullptr)
+            *actual = sizeof enabled;
+        return noErr;
+    }
+    BGImageRef image = segment->image.get();
+    if (data != nullptr && size >= sizeof image)
+        std::memcpy(data, &image, sizeof image);
+    if (actual != nullptr)
+        *actual = sizeof image;
     return noErr;
 }
 

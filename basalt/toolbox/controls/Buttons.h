@@ -5,6 +5,9 @@
 
 #include "basalt/toolbox/views/View.h"
 
+#include <memory>
+#include <type_traits>
+
 namespace basalt::toolbox {
 
 class PushButton : public View {
@@ -41,11 +44,26 @@ public:
     ControlPartCode PerformClick(ControlPartCode part, uint32_t modifiers) override;
     StatusCode SetKindData(ResType tag, size_t size, const void* data) override;
     StatusCode GetKindData(ResType tag, size_t size, void* data, size_t* actual) override;
+    // Per segment (part 1 and up): its image ("imag", a BGImageRef the view retains, drawn in
+    // place of the label) and whether it takes clicks ("enab", a Boolean).
+    StatusCode SetPartData(ControlPartCode part, ResType tag, size_t size,
+                           const void* data) override;
+    StatusCode GetPartData(ControlPartCode part, ResType tag, size_t size, void* data,
+                           size_t* actual) override;
     // Segment labels, from the text split at "|".
     std::vector<std::u16string> Labels() const;
 
 private:
+    struct Segment {
+        std::shared_ptr<std::remove_pointer_t<BGImageRef>> image;
+        bool enabled = true;
+    };
+    Segment* SegmentAt(ControlPartCode part);
+    void DrawSegmentImage(BGContextRef context, const Segment& segment, const BGRect& rect,
+                          BTThemeDrawState state) const;
+
     uint32_t count_ = 2;
+    std::vector<Segment> segments_ = std::vector<Segment>(2);
 };
 
 } // namespace basalt::toolbox

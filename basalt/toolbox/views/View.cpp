@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <functional>
 
 namespace basalt::toolbox {
 
@@ -113,6 +114,8 @@ void View::SetFrame(const BGRect& frame) {
     if (layoutSuspended == 0)
         ApplyLayout(original.size);
     FrameChanged();
+    if (followed)
+        MoveFollowers(original);
     EventHolder event(kEventClassControl, kEventControlBoundsChanged);
     uint32_t attributes = 0;
     SetParam(event.get(), kEventParamAttributes, typeUInt32, attributes);
@@ -154,10 +157,14 @@ void View::LayoutChild(View& child, BGSize oldSize) const {
     double dy = frame_.size.height - oldSize.height;
     double left = frame.origin.x, right = frame.origin.x + frame.size.width;
     double top = frame.origin.y, bottom = frame.origin.y + frame.size.height;
-    bool leftMax = binding.left.kind == kBTLayoutBindMax;
-    bool rightMax = binding.right.kind == kBTLayoutBindMax;
-    bool topMax = binding.top.kind == kBTLayoutBindMax;
-    bool bottomMax = binding.bottom.kind == kBTLayoutBindMax;
+    // A side bound to another view follows that view instead of the superview.
+    auto toSuperviewMax = [](const BTSideBinding& side) {
+        return side.toView == nullptr && side.kind == kBTLayoutBindMax;
+    };
+    bool leftMax = toSuperviewMax(binding.left);
+    bool rightMax = toSuperviewMax(binding.right);
+    bool topMax = toSuperviewMax(binding.top);
+    bool bottomMax = toSuperviewMax(binding.bottom);
     if (rightMax)
         right += dx;
     if (leftMax || (rightMax && binding.left.kind == kBTLayoutBindNone))
@@ -167,6 +174,76 @@ void View::LayoutChild(View& child, BGSize oldSize) const {
     if (topMax || (bottomMax && binding.top.kind == kBTLayoutBindNone))
         top += dy;
     child.SetFrame(BGRectMake(left, top, right - left, bottom - top));
+}
+
+namespace {
+
+void ForEachView(View& view, const std::function<void(View&)>& action) {
+    action(view);
+    for (auto& child : std::vector(view.Subviews()))
+        ForEachView(*child, action);
+}
+
+// How far the edge a side follows has moved: the minimum or the maximum edge of the leader.
+double EdgeMove(const BTSideBinding& side, double beforeMin, double beforeMax, double afterMin,
+                double afterMax) {
+    return side.kind == kBTLayoutBindMax ? afterMax - beforeMax : afterMin - beforeMin;
+}
+
+bool Unbound(const BTSideBinding& side) {
+    return side.toView == nullptr && side.kind == kBTLayoutBindNone;
+}
+
+} // namespace
+
+void View::MoveFollowers(const BGRect& before) {
+    View* top = this;
+    while (top->Superview() != nullptr)
+        top = top->Superview();
+    const BGRect after = frame_;
+    ForEachView(*top, [&](View& view) {
+        if (&view != this)
+            view.Follow(*this, before, after);
+    });
+}
+
+void View::Follow(View& leader, const BGRect& before, const BGRect& after) {
+    const BTBinding& binding = layout.binding;
+    auto follows = [&](const BTSideBinding& side) { return side.toView == leader.Ref(); };
+    if (!follows(binding.top) && !follows(binding.left) && !follows(binding.bottom) &&
+        !follows(binding.right))
+        return;
+    double left = frame_.origin.x, right = left + frame_.size.width;
+    double top = frame_.origin.y, bottom = top + frame_.size.height;
+    auto horizontal = [&](const BTSideBinding& side) {
+        return EdgeMove(side, before.origin.x, before.origin.x + before.size.width, after.origin.x,
+                        after.origin.x + after.size.width);
+    };
+    auto vertical = [&](const BTSideBinding& side) {
+        return EdgeMove(side, before.origin.y, before.origin.y + before.size.height, after.origin.y,
+                        after.origin.y + after.size.height);
+    };
+    if (follows(binding.left)) {
+        double move = horizontal(binding.left);
+        left += move;
+        right += Unbound(binding.right) ? move : 0;
+    }
+    if (follows(binding.right)) {
+        double move = horizontal(binding.right);
+        right += move;
+        left += Unbound(binding.left) ? move : 0;
+    }
+    if (follows(binding.top)) {
+        double move = vertical(binding.top);
+        top += move;
+        bottom += Unbound(binding.bottom) ? move : 0;
+    }
+    if (follows(binding.bottom)) {
+        double move = vertical(binding.bottom);
+        bottom += move;
+        top += Unbound(binding.top) ? move : 0;
+    }
+    SetFrame(BGRectMake(left, top, right - left, bottom - top));
 }
 
 void View::ApplyLayout(BGSize oldSize) {
@@ -278,8 +355,8 @@ bool View::SubtreeNeedsDisplay() const {
 
 // ---- Data ---------------------------------------------------------------------------------
 
-StatusCode View::SetData(ControlPartCode, ResType tag, size_t size, const void* data) {
-    StatusCode status = SetKindData(tag, size, data);
+StatusCode View::SetData(ControlPartCode part, ResType tag, size_t size, const void* data) {
+    StatusCode status = SetPartData(part, tag, size, data);
     if (status != errDataNotSupported)
         return status;
     auto* bytes = static_cast<const uint8_t*>(data);
@@ -287,9 +364,9 @@ StatusCode View::SetData(ControlPartCode, ResType tag, size_t size, const void* 
     return noErr;
 }
 
-StatusCode View::GetData(ControlPartCode, ResType tag, size_t bufferSize, void* buffer,
+StatusCode View::GetData(ControlPartCode part, ResType tag, size_t bufferSize, void* buffer,
                          size_t* actualSize) {
-    StatusCode status = GetKindData(tag, bufferSize, buffer, actualSize);
+    StatusCode status = GetPartData(part, tag, bufferSize, buffer, actualSize);
     if (status != errDataNotSupported)
         return status;
     if (tag == kControlKindTag) {

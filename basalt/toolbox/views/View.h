@@ -93,10 +93,14 @@ public:
                        size_t* actualSize);
     std::map<std::pair<PropertyCreator, PropertyTag>, std::vector<uint8_t>> properties;
 
-    // Layout bindings.
+    // Layout bindings. A side bound to another view (toView) follows that view's edge: its
+    // minimum edge (top, left) or maximum edge (bottom, right) as the kind says; the opposite
+    // side, when unbound, goes along so that the view keeps its size.
     BTLayoutInfo layout{};
     int layoutSuspended = 0;
     void ApplyLayout(BGSize oldSize);
+    // Set when another view's binding names this one, so that its moves are passed on.
+    bool followed = false;
 
     // Behaviour that kinds override.
     virtual void Draw(BGContextRef context);
@@ -119,6 +123,14 @@ public:
     virtual bool IsPushButton() const { return false; }
     virtual StatusCode SetKindData(ResType, size_t, const void*) { return errDataNotSupported; }
     virtual StatusCode GetKindData(ResType, size_t, void*, size_t*) { return errDataNotSupported; }
+    // Data of one part of the view (a segment, say); the whole view's kind data by default.
+    virtual StatusCode SetPartData(ControlPartCode, ResType tag, size_t size, const void* data) {
+        return SetKindData(tag, size, data);
+    }
+    virtual StatusCode GetPartData(ControlPartCode, ResType tag, size_t size, void* data,
+                                   size_t* actual) {
+        return GetKindData(tag, size, data, actual);
+    }
 
     // Custom view classes keep their instance here.
     void* objectInstance = nullptr;
@@ -135,6 +147,8 @@ public:
 private:
     StatusCode HandleControlEvent(EventRef event);
     void LayoutChild(View& child, BGSize oldSize) const;
+    void MoveFollowers(const BGRect& before);
+    void Follow(View& leader, const BGRect& before, const BGRect& after);
 
     ControlKind kind_;
     std::weak_ptr<View> superview_;

@@ -231,6 +231,10 @@ StatusCode BTViewSetLayoutInfo(BTViewRef inView, const BTLayoutInfo* inLayoutInf
     if (inView == nullptr || inLayoutInfo == nullptr)
         return paramErr;
     V(inView)->layout = *inLayoutInfo;
+    const BTBinding& binding = inLayoutInfo->binding;
+    for (const BTSideBinding* side : {&binding.top, &binding.left, &binding.bottom, &binding.right})
+        if (side->toView != nullptr)
+            V(side->toView)->followed = true;
     return noErr;
 }
 

@@ -3,6 +3,7 @@
 #include "basalt/gridbrowser/GridBrowser.h"
 #include "kel/foundation/KelBundle.h"
 #include "kel/foundation/TKelPrefs.h"
+#include "kel/foundation/TKelPrefsStore.h"
 #include "kel/interface/KelStartup.h"
 #include "tests/kel/browser/BrowserWindow.h"
 #include "tests/kel/nodes/KelNodeTesting.h"
@@ -23,15 +24,72 @@ TStringRef TestBrowseDialog::GetDefaultButtonTitle() {
     return KelBundle::GetStringResource(BCSTR("Open Button"));
 }
 
+namespace {
+
+// The path a reply item names, or "" when it names none.
+std::string PathOf(const BEDesc& item) {
+    BEDesc ref{typeNull, nullptr};
+    std::string path;
+    if (BECoerceDesc(&item, typeBFRef, &ref) == noErr) {
+        BFRef file;
+        uint8_t bytes[4096] = {};
+        if (BEGetDescData(&ref, &file, sizeof file) == noErr &&
+            BFRefMakePath(&file, bytes, sizeof bytes) == noErr) {
+            path = reinterpret_cast<char*>(bytes);
+        }
+        BEDisposeDesc(&ref);
+    }
+    return path;
+}
+
+Boolean FilterByPath(BEDesc* item, void*, void* clientData, int16_t) {
+    auto* run = static_cast<BrowseDialogRun*>(clientData);
+    return !run->allows || run->allows(PathOf(*item));
+}
+
+void RecordEvent(long selector, KelCBRec* record, void* clientData) {
+    EventRecorder::Record(selector, record, &static_cast<BrowseDialogRun*>(clientData)->recorder);
+}
+
+} // namespace
+
+StatusCode TestBrowseDialog::InitDialog() {
+    SetupDialogItems();
+    return TBrowseDialog::InitDialog();
+}
+
+BrowseDialogSetup Adjusting(std::function<void(KelDialogCreationOptions&)> adjust) {
+    BrowseDialogSetup setup;
+    setup.adjust = std::move(adjust);
+    return setup;
+}
+
+BrowseDialogSetup Allowing(std::function<bool(const std::string&)> allows) {
+    BrowseDialogSetup setup;
+    setup.allows = std::move(allows);
+    return setup;
+}
+
+BrowseDialogSetup OnParent(WindowRef parent) {
+    BrowseDialogSetup setup;
+    setup.parent = parent;
+    return setup;
+}
+
 BrowseDialogRun::BrowseDialogRun(const std::filesystem::path& location, uint32_t modality,
-                                 uint32_t optionFlags) {
+                                 BrowseDialogSetup setup)
+    : allows(std::move(setup.allows)) {
     EnsureKelInitialized();
     KelDialogCreationOptions options;
     KelGetDefaultDialogCreationOptions(&options);
     options.modality = modality;
-    options.optionFlags = optionFlags;
-    TDialogConfiguration configuration(&options, EventRecorder::Record, nullptr, nullptr,
-                                       &recorder);
+    options.optionFlags = setup.optionFlags;
+    options.parentWindow = setup.parent;
+    if (setup.adjust) {
+        setup.adjust(options);
+    }
+    TDialogConfiguration configuration(&options, RecordEvent, nullptr,
+                                       allows ? FilterByPath : nullptr, this);
     ApplyDialogRules(configuration, KelDialogKind::kGetFile);
     BEDesc desc{typeNull, nullptr};
     const TKelNode node = location.empty() ? TKelNode() : kelnodetest::NodeAt(location);
@@ -64,18 +122,24 @@ std::vector<std::string> BrowseDialogRun::ReplyPaths(StatusCode* status) {
     long count = 0;
     BECountItems(&list, &count);
     for (long index = 1; index <= count; ++index) {
-        BFRef ref;
-        DescType type = 0;
-        Size size = 0;
-        uint8_t path[4096] = {};
-        if (BEGetNthPtr(&list, index, typeBFRef, nullptr, &type, &ref, sizeof ref, &size) ==
-                noErr &&
-            BFRefMakePath(&ref, path, sizeof path) == noErr) {
-            paths.emplace_back(reinterpret_cast<char*>(path));
+        BEDesc item{typeNull, nullptr};
+        if (BEGetNthDesc(&list, index, typeWildCard, nullptr, &item) == noErr) {
+            paths.push_back(PathOf(item));
+            BEDisposeDesc(&item);
         }
     }
     KelDisposeReply(&reply);
     return paths;
+}
+
+void ForgetDialogPrefs() {
+    TKelPrefs prefs;
+    prefs.SetClientKeys(TStringRef(BCSTR("GetFile")), TStringRef(BCSTR("0")));
+    for (BCStringRef leaf : {kKelPrefDialogPath, kKelPrefDialogHomeDirectoryPath,
+                             kKelPrefDialogSize, kKelPrefDialogPosition}) {
+        kel_prefs::RemoveAppValue(prefs.CreateKey(leaf));
+    }
+    BCPreferencesAppSynchronize(kBCPreferencesCurrentApplication);
 }
 
 void UseListView(bool list) {
@@ -130,6 +194,14 @@ void ClickListRow(TBrowseDialog& dialog, int row, uint32_t modifiers) {
         << row;
     HeadlessDriver::ClickAt(dialog.GetWindow(), ListRowPoint(dialog, row), modifiers);
     HeadlessDriver::RunUntilIdle();
+}
+
+TKelNode NodeOf(const std::filesystem::path& path) {
+    return kelnodetest::NodeAt(path);
+}
+
+ControlRef ControlOf(TBrowseDialog& dialog, int16_t item) {
+    return dialog.GetControlFromLayout(item);
 }
 
 void ClickItem(TBrowseDialog& dialog, int16_t item) {

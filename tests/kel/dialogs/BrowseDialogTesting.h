@@ -17,17 +17,33 @@
 
 namespace keltest {
 
-// The smallest concrete browse dialog: an open dialog's rules and title.
+// The smallest concrete browse dialog: an open dialog's rules and title, its items set up first
+// as a concrete dialog does.
 class TestBrowseDialog : public TBrowseDialog {
 public:
     TestBrowseDialog(const TDialogConfiguration& configuration, const BEDesc* location);
     TStringRef GetDefaultButtonTitle() override;
+    StatusCode InitDialog() override;
 };
+
+// How a test dialog is made, beyond its location and modality.
+struct BrowseDialogSetup {
+    uint32_t optionFlags = kKelOptDefaults;
+    WindowRef parent = nullptr;
+    // Changes the options record before the dialog is made.
+    std::function<void(KelDialogCreationOptions&)> adjust;
+    // Whether the client lets an item of that path through; everything when empty.
+    std::function<bool(const std::string&)> allows;
+};
+
+BrowseDialogSetup Adjusting(std::function<void(KelDialogCreationOptions&)> adjust);
+BrowseDialogSetup Allowing(std::function<bool(const std::string&)> allows);
+BrowseDialogSetup OnParent(WindowRef parent);
 
 struct BrowseDialogRun {
     // A dialog on location (nothing: the saved or last resort place) with the modality.
     BrowseDialogRun(const std::filesystem::path& location, uint32_t modality,
-                    uint32_t optionFlags = kKelOptDefaults);
+                    BrowseDialogSetup setup = {});
     ~BrowseDialogRun();
     BrowseDialogRun(const BrowseDialogRun&) = delete;
     BrowseDialogRun& operator=(const BrowseDialogRun&) = delete;
@@ -39,8 +55,11 @@ struct BrowseDialogRun {
 
     TestBrowseDialog* dialog = nullptr;
     EventRecorder recorder;
+    std::function<bool(const std::string&)> allows;
 };
 
+// Forgets what the test dialogs remembered: their folder, size and place.
+void ForgetDialogPrefs();
 // Switches the open dialogs' view style for the next dialogs.
 void UseListView(bool list);
 // Runs the loop until the condition holds, for at most the deadline.
@@ -53,6 +72,9 @@ std::string TargetName(TBrowseDialog& dialog);
 BGPoint ListRowPoint(TBrowseDialog& dialog, int row);
 // Clicks a row of the list once the target shows at least that many rows.
 void ClickListRow(TBrowseDialog& dialog, int row, uint32_t modifiers = 0);
+// The node of a path, and the control of an id in the dialog's window.
+TKelNode NodeOf(const std::filesystem::path& path);
+ControlRef ControlOf(TBrowseDialog& dialog, int16_t item);
 // Clicks the control of that id.
 void ClickItem(TBrowseDialog& dialog, int16_t item);
 

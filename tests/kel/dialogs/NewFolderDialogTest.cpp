@@ -16,8 +16,8 @@ using basalt::headless::HeadlessDriver;
 
 namespace {
 
-constexpr int16_t kCreateButton = 1;
-constexpr int16_t kCancelButton = 2;
+constexpr int16_t kCreateButton = 2;
+constexpr int16_t kCancelButton = 1;
 constexpr int16_t kNameField = 4;
 
 ControlRef Control(WindowRef window, int16_t id) {

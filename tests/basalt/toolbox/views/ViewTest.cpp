@@ -59,6 +59,38 @@ TEST_F(ViewTest, TheFrontmostVisibleViewIsHitAndZOrderChangesThat) {
     EXPECT_EQ(BTViewSetZOrder(root, 1, nullptr), paramErr);
 }
 
+TEST_F(ViewTest, ASideBoundToAnotherViewFollowsThatViewsEdge) {
+    ControlRef message = Make(kControlKindStaticText, BGRectMake(20, 10, 300, 20));
+    ControlRef row = Make(kControlKindUserPane, BGRectMake(20, 40, 300, 24));
+    ControlRef pane = Make(kControlKindUserPane, BGRectMake(20, 70, 300, 200));
+    BTLayoutInfo info{};
+    info.binding.top = {message, kBTLayoutBindMax, 0};
+    BTViewSetLayoutInfo(row, &info);
+    info = {};
+    info.binding.top = {row, kBTLayoutBindMax, 0};
+    info.binding.bottom.kind = kBTLayoutBindMax;
+    BTViewSetLayoutInfo(pane, &info);
+
+    // The row moves up with the message's bottom and keeps its size; the pane's top follows the
+    // row while its bottom stays with the superview, so it grows.
+    BTViewMoveBy(message, 0, -30);
+    BGRect frame{};
+    BTViewGetFrame(row, &frame);
+    EXPECT_EQ(frame.origin.y, 10);
+    EXPECT_EQ(frame.size.height, 24);
+    BTViewGetFrame(pane, &frame);
+    EXPECT_EQ(frame.origin.y, 40);
+    EXPECT_EQ(frame.size.height, 230);
+
+    // A side bound to a view is left alone when the superview resizes.
+    BGRect window{};
+    BTViewGetFrame(root, &window);
+    window.size.height += 50;
+    BTViewSetFrame(root, &window);
+    BTViewGetFrame(row, &frame);
+    EXPECT_EQ(frame.origin.y, 10);
+}
+
 TEST_F(ViewTest, BindingsFollowTheSuperviewUnlessLayoutIsSuspended) {
     ControlRef box = Make(kControlKindGroupBox, BGRectMake(0, 0, 300, 200));
     ControlRef stretch = Make(kControlKindUserPane, BGRectMake(10, 10, 280, 20), box);
