@@ -4,6 +4,7 @@
 #include "basalt/backend/x11/X11Snapshot.h"
 #include "tools/kelpick/DialogDriving.h"
 
+#include <algorithm>
 #include <cstdio>
 
 using basalt::headless::HeadlessDriver;
@@ -15,7 +16,10 @@ constexpr double kStepDelay = 0.05;
 // A folder is listed while the dialog shows, so a step that looks for a row or a button looks
 // again for this long, as a person waits for a list to fill, before it gives up.
 constexpr double kLookFor = 10;
-constexpr double kLookAgain = 0.02;
+// Looking reads every row's name, so the pauses between looks grow (doubling up to the last)
+// to leave the loop free to list.
+constexpr double kFirstLookAgain = 0.02;
+constexpr double kLastLookAgain = 0.32;
 
 bool LooksForSomething(const ScriptStep& step) {
     switch (step.kind) {
@@ -55,8 +59,9 @@ void ScriptRunner::RunStep(size_t index, double lookedFor) {
     }
     if (Refusal why = Perform(steps[index])) {
         if (LooksForSomething(steps[index]) && lookedFor < kLookFor) {
+            const double pause = std::clamp(lookedFor, kFirstLookAgain, kLastLookAgain);
             HeadlessDriver::Soon(
-                [this, index, lookedFor] { RunStep(index, lookedFor + kLookAgain); }, kLookAgain);
+                [this, index, lookedFor, pause] { RunStep(index, lookedFor + pause); }, pause);
             return;
         }
         std::fprintf(stderr, "kelpick: step %zu: %s\n", index + 1, why->c_str());
