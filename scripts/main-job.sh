@@ -1,5 +1,7 @@
 #!/usr/bin/env bash
-# Installs what the project needs, builds it, and runs kelpick headless with a PNG snapshot.
+# Installs what the project needs, builds it, and opens a dialog headless on a folder of samples:
+# kelpick writes a PNG snapshot of it, picks a file and prints the file's path. It runs with a
+# HOME of its own under build/, so that nothing of yours is read or written.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 bash scripts/install-deps.sh
@@ -10,7 +12,16 @@ if [ ! -x "$kelpick" ]; then
     echo "kelpick is not built yet in this checkout" >&2
     exit 2
 fi
-"$kelpick" ask-save --document "Quarterly Report" --app "Ledger" --headless \
-    --snapshot kelpick.png --script 'wait:idle;key:return' || status=$?
+home=$(pwd)/build/main-job-home
+samples=$home/Documents
+rm -rf "$home"
+mkdir -p "$samples/Projects" "$samples/Photos"
+printf 'Quarterly figures\n' >"$samples/Quarterly Report.txt"
+printf 'Minutes\n' >"$samples/Meeting Notes.md"
+printf '%%PDF-1.4\n' >"$samples/Invoice 2026.pdf"
+printf 'a,b\n1,2\n' >"$samples/Budget.csv"
+HOME=$home "$kelpick" open --dir "$samples" --title "Open a Sample" --headless \
+    --snapshot kelpick.png --script 'view:list;select:Quarterly Report.txt;key:return' ||
+    status=$?
 echo "snapshot: $(pwd)/kelpick.png"
 exit "${status:-0}"

@@ -1,6 +1,7 @@
 #include "basalt/graphics/TextLayout.h"
 
 #include "basalt/graphics/FontMap.h"
+#include "basalt/graphics/ShownText.h"
 #include "basalt/graphics/UprightBox.h"
 
 #include <algorithm>
@@ -125,6 +126,7 @@ std::optional<bool> DrawText(cairo_t* cr, std::string_view utf8, const TextBoxSt
     LayoutPtr layout = BuildLayout(DrawingContext(cr), utf8, style, box.size.width);
     if (!layout)
         return std::nullopt;
+    NoteShownText(cr, utf8, box);
     const double height = pango_units_to_double(LogicalExtents(layout.get()).height);
     double top = box.origin.y;
     if (style.verticalFlush == kBTThemeTextFlushCenter)

@@ -284,3 +284,15 @@ StatusCode SetGridBrowserItemDataLongDateTime(GridBrowserItemDataRef itemData,
 // The property asked for, for callbacks that serve several.
 StatusCode GetGridBrowserItemDataProperty(GridBrowserItemDataRef itemData,
                                           GridBrowserPropertyID* property);
+
+// ---- For drivers that act as a person does --------------------------------------------------
+
+// The row listed with this name in a container; container 0 looks in list view's rows (open
+// containers included) or column view's columns, the last first. kGridBrowserItemNotFound if
+// no row shows the name.
+StatusCode FindGridBrowserItemNamed(ControlRef control, GridBrowserItemID container,
+                                    BCStringRef name, GridBrowserItemID* item);
+// Scrolls the item's row into sight and gives, in window content coordinates, its cell of the
+// property in list view (the whole row if no column shows the property), its row in column view.
+StatusCode GetGridBrowserItemPartBounds(ControlRef control, GridBrowserItemID item,
+                                        GridBrowserPropertyID property, Rect* bounds);

@@ -131,9 +131,10 @@ enum {
     kBCStringEncodingUTF8 = 0x08000100,
     kBCStringEncodingUTF16 = 0x0100,
     kBCStringEncodingUTF16BE = 0x10000100,
-    kBCStringEncodingUTF16LE = 0x14000100,
-    kBCStringEncodingInvalidId = 0xFFFFFFFFu
+    kBCStringEncodingUTF16LE = 0x14000100
 };
+/* Beyond the range of a C enumerator. */
+#define kBCStringEncodingInvalidId 0xFFFFFFFFu
 
 /* BCStringCompare / BCStringFind options. */
 enum {

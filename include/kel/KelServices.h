@@ -14,8 +14,8 @@
 #define KEL_SERVICES_H
 
 #include <basalt/BasaltCore.h>
+#include <basalt/BasaltFiles.h>
 #include <basalt/BasaltGraphics.h>
-#include <basalt/files/BEDesc.h>
 
 #ifdef __cplusplus
 extern "C" {

@@ -42,3 +42,7 @@ fi
 "$cc" -std=c99 -Wall -Wextra -Werror $extra_cflags "$client_source" $(pkg --cflags) $(pkg --libs) \
     -Wl,-rpath,"$(pkg --variable=libdir)" -o "$work_dir/kel_client"
 clean "$work_dir/kel_client"
+# The open example builds from the installed headers alone as well.
+# shellcheck disable=SC2046,SC2086
+"$cc" -std=c99 -Wall -Wextra -Werror $extra_cflags "$(dirname "$client_source")/open_files.c" \
+    $(pkg --cflags) $(pkg --libs) -Wl,-rpath,"$(pkg --variable=libdir)" -o "$work_dir/open_files"

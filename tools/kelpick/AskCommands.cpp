@@ -1,37 +1,10 @@
 #include "tools/kelpick/AskCommands.h"
 
-#include "basalt/backend/headless/HeadlessDriver.h"
-#include "basalt/toolbox/backend/Backend.h"
-#include "tools/kelpick/ScriptRunner.h"
+#include "tools/kelpick/DialogSession.h"
 
 #include <cstdio>
-#include <cstdlib>
-#include <kel/KelServices.h>
-
-using basalt::headless::HeadlessDriver;
 
 namespace {
-
-enum ExitStatus { kAnswered = 0, kCancelled = 1, kError = 2 };
-
-// A string the options record borrows for the length of the command.
-class OwnedString {
-public:
-    explicit OwnedString(const std::optional<std::string>& text)
-        : string(text ? BCStringCreateWithCString(nullptr, text->c_str(), kBCStringEncodingUTF8)
-                      : nullptr) {}
-    OwnedString(const OwnedString&) = delete;
-    OwnedString& operator=(const OwnedString&) = delete;
-    ~OwnedString() {
-        if (string != nullptr) {
-            BCRelease(string);
-        }
-    }
-    BCStringRef get() const { return string; }
-
-private:
-    BCStringRef string;
-};
 
 const char* AnswerWord(uint32_t action) {
     switch (action) {
@@ -84,15 +57,8 @@ int Report(uint32_t action, StatusCode status, const ScriptRunner& runner) {
 } // namespace
 
 int RunAskCommand(const KelpickOptions& options) {
-    if (options.headless || std::getenv("DISPLAY") == nullptr) {
-        setenv("KEL_BACKEND", "headless", 1);
-    }
-    std::optional<std::vector<ScriptStep>> steps = ParseScript(options.script);
+    std::optional<std::vector<ScriptStep>> steps = PrepareDialogSession(options);
     if (!steps) {
-        return kError;
-    }
-    if (std::string failure; basalt::toolbox::TryCurrentBackend(&failure) == nullptr) {
-        std::fprintf(stderr, "kelpick: %s\n", failure.c_str());
         return kError;
     }
     OwnedString document(options.document);
@@ -105,16 +71,10 @@ int RunAskCommand(const KelpickOptions& options) {
 
     KelDialogRef dialog = nullptr;
     if (StatusCode status = CreateAskDialog(options, creation, &dialog); status != noErr) {
-        std::fprintf(stderr, "kelpick: the dialog could not be made (status %d)\n",
-                     static_cast<int>(status));
-        return kError;
+        return CreationFailed(status);
     }
     ScriptRunner runner(dialog, std::move(*steps), options.snapshot, options.timeout);
-    if (HeadlessDriver::Available()) {
-        runner.Start();
-    } else {
-        runner.StartOnDisplay();
-    }
+    StartScript(runner);
     const StatusCode status = KelDialogRun(dialog);
     const uint32_t action = KelDialogGetUserAction(dialog);
     KelDialogDispose(dialog);

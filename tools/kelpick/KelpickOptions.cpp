@@ -1,5 +1,7 @@
 #include "tools/kelpick/KelpickOptions.h"
 
+#include <algorithm>
+#include <cctype>
 #include <charconv>
 #include <cstdio>
 #include <cstring>
@@ -20,6 +22,29 @@ bool Fail(const char* format, const char* what) {
     return false;
 }
 
+// "txt,.PDF,Image/PNG" as "txt", "pdf", "image/png": file names and MIME types are matched
+// without regard to case.
+bool ParseTypes(const std::string& list, std::vector<std::string>& types) {
+    for (size_t start = 0; start <= list.size();) {
+        size_t comma = std::min(list.find(',', start), list.size());
+        std::string type = list.substr(start, comma - start);
+        start = comma + 1;
+        if (type.starts_with('.')) {
+            type.erase(0, 1);
+        }
+        const bool bad = type.empty() || type.find_first_of("/.") == 0 || type.ends_with('/') ||
+                         std::count(type.begin(), type.end(), '/') > 1;
+        if (bad) {
+            return Fail("--types takes extensions or MIME types separated by commas, not \"%s\"",
+                        list.c_str());
+        }
+        std::transform(type.begin(), type.end(), type.begin(),
+                       [](unsigned char c) { return char(std::tolower(c)); });
+        types.push_back(type);
+    }
+    return true;
+}
+
 // Reads one option with its value, if it takes one; false on a bad option.
 bool ParseOption(KelpickOptions& options, const char* name, const char* value, bool& usedValue) {
     usedValue = false;
@@ -31,11 +56,18 @@ bool ParseOption(KelpickOptions& options, const char* name, const char* value, b
         usedValue = true;
         return true;
     };
-    if (std::strcmp(name, "--document") == 0) {
-        return takeValue(options.document.emplace());
+    const std::pair<const char*, std::optional<std::string>*> texts[] = {
+        {"--document", &options.document}, {"--app", &options.app},
+        {"--dir", &options.dir},           {"--title", &options.title},
+        {"--message", &options.message},   {"--ok-label", &options.okLabel}};
+    for (const auto& [option, field] : texts) {
+        if (std::strcmp(name, option) == 0) {
+            return takeValue(field->emplace());
+        }
     }
-    if (std::strcmp(name, "--app") == 0) {
-        return takeValue(options.app.emplace());
+    if (std::strcmp(name, "--types") == 0) {
+        std::string list;
+        return takeValue(list) && ParseTypes(list, options.types);
     }
     if (std::strcmp(name, "--script") == 0) {
         return takeValue(options.script);
@@ -65,15 +97,24 @@ bool ParseOption(KelpickOptions& options, const char* name, const char* value, b
         options.action = 1;
         return true;
     }
-    if (std::strcmp(name, "--headless") == 0) {
-        options.headless = true;
-        return true;
+    const std::pair<const char*, bool*> flags[] = {
+        {"--headless", &options.headless},
+        {"--multiple", &options.multiple},
+        {"--show-hidden", &options.showHidden},
+        {"--packages-as-folders", &options.packagesAsFolders},
+        {"--sheet", &options.sheet}};
+    for (const auto& [option, field] : flags) {
+        if (std::strcmp(name, option) == 0) {
+            *field = true;
+            return true;
+        }
     }
     return Fail("unknown option %s", name);
 }
 
 bool IsKnownCommand(const std::string& command) {
-    return command == "ask-save" || command == "ask-discard" || command == "ask-review";
+    return command == "ask-save" || command == "ask-discard" || command == "ask-review" ||
+           IsBrowseCommand(command);
 }
 
 bool IsHelp(const char* word) {
@@ -82,15 +123,33 @@ bool IsHelp(const char* word) {
 
 } // namespace
 
+bool IsBrowseCommand(const std::string& command) {
+    for (const char* browse : {"open", "file", "folder", "volume", "object", "new-folder"}) {
+        if (command == browse) {
+            return true;
+        }
+    }
+    return false;
+}
+
 void PrintKelpickUsage(std::FILE* to) {
-    std::fprintf(to,
-                 "usage: kelpick ask-save [--document NAME] [--app NAME] [--quitting|--closing]\n"
-                 "       kelpick ask-discard [--document NAME]\n"
-                 "       kelpick ask-review --count N [--app NAME]\n"
-                 "options: --headless --script 'STEP;STEP' --snapshot FILE.png --timeout SECONDS\n"
-                 "steps: key:[cmd-|shift-|opt-]KEY  type:TEXT  click:N  wait:idle  "
-                 "snapshot:FILE.png\n"
-                 "       kelpick --help | --version\n");
+    std::fprintf(
+        to, "usage: kelpick ask-save [--document NAME] [--app NAME] [--quitting|--closing]\n"
+            "       kelpick ask-discard [--document NAME]\n"
+            "       kelpick ask-review --count N [--app NAME]\n"
+            "       kelpick open|file|folder|volume|object|new-folder [--dir DIR] [--multiple]\n"
+            "           [--types EXT,MIME/TYPE,...] [--show-hidden] [--title TEXT]\n"
+            "           [--message TEXT] [--ok-label TEXT] [--packages-as-folders] [--sheet]\n"
+            "           [--app NAME]\n"
+            "       kelpick --help | --version\n"
+            "options: --headless --script 'STEP;STEP' --snapshot FILE.png --timeout SECONDS\n"
+            "steps: key:[cmd-|shift-|option-]KEY  type:TEXT  click:N|LABEL  select:NAME\n"
+            "       select+:NAME  open:NAME  side:NAME  view:list|column  wait:idle|MS\n"
+            "       snapshot:FILE.png\n"
+            "keys: return enter escape tab space delete up down left right home end pageup\n"
+            "      pagedown, a letter or a digit\n"
+            "browse commands print the chosen paths, one per line; exit 0 chosen, 1 cancelled,\n"
+            "2 an error\n");
 }
 
 std::optional<KelpickOptions> ParseKelpickOptions(int argc, char** argv) {

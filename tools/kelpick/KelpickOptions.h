@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <optional>
 #include <string>
+#include <vector>
 
 struct KelpickOptions {
     // Asked for the usage or the version instead of a dialog.
@@ -20,8 +21,22 @@ struct KelpickOptions {
     std::string script;
     std::string snapshot;
     double timeout = 30;
+
+    // The browse commands.
+    std::optional<std::string> dir;
+    bool multiple = false;
+    // Lower-case extensions without their dot, and MIME types, in the order given.
+    std::vector<std::string> types;
+    bool showHidden = false;
+    std::optional<std::string> title;
+    std::optional<std::string> message;
+    std::optional<std::string> okLabel;
+    bool packagesAsFolders = false;
+    bool sheet = false;
 };
 
 // The options, or nothing with a message on standard error.
 std::optional<KelpickOptions> ParseKelpickOptions(int argc, char** argv);
 void PrintKelpickUsage(std::FILE* to);
+// open, file, folder, volume, object and new-folder put up a dialog with a browser.
+bool IsBrowseCommand(const std::string& command);

@@ -2,12 +2,10 @@
 
 #include "basalt/backend/headless/HeadlessDriver.h"
 #include "basalt/backend/x11/X11Snapshot.h"
-#include "basalt/toolbox/classic/KeyboardLayout.h"
+#include "tools/kelpick/DialogDriving.h"
 
-#include <charconv>
+#include <algorithm>
 #include <cstdio>
-#include <cstring>
-#include <sstream>
 
 using basalt::headless::HeadlessDriver;
 
@@ -15,104 +13,27 @@ namespace {
 
 // Long enough for the loop to dispatch what a step posted.
 constexpr double kStepDelay = 0.05;
+// A folder is listed while the dialog shows, so a step that looks for a row or a button looks
+// again for this long, as a person waits for a list to fill, before it gives up.
+constexpr double kLookFor = 10;
+// Looking reads every row's name, so the pauses between looks grow (doubling up to the last)
+// to leave the loop free to list.
+constexpr double kFirstLookAgain = 0.02;
+constexpr double kLastLookAgain = 0.32;
 
-struct NamedKey {
-    const char* name;
-    uint16_t keyCode;
-    char16_t character;
-};
-
-constexpr NamedKey kNamedKeys[] = {
-    {"return", kVK_Return, u'\r'}, {"enter", kVK_ANSI_KeypadEnter, 3}, {"escape", kVK_Escape, 27},
-    {"tab", kVK_Tab, u'\t'},       {"space", kVK_Space, u' '},         {"delete", kVK_Delete, 8},
-    {"left", kVK_LeftArrow, 28},   {"right", kVK_RightArrow, 29},      {"up", kVK_UpArrow, 30},
-    {"down", kVK_DownArrow, 31},
-};
-
-bool Fail(const std::string& message) {
-    std::fprintf(stderr, "kelpick: %s\n", message.c_str());
-    return false;
-}
-
-bool ParseKey(std::string text, ScriptStep& step) {
-    const std::pair<const char*, uint32_t> prefixes[] = {
-        {"cmd-", cmdKey}, {"shift-", shiftKey}, {"opt-", optionKey}};
-    for (bool found = true; found;) {
-        found = false;
-        for (const auto& [prefix, bit] : prefixes) {
-            if (text.size() > std::strlen(prefix) && text.starts_with(prefix)) {
-                step.modifiers |= bit;
-                text.erase(0, std::strlen(prefix));
-                found = true;
-            }
-        }
-    }
-    for (const NamedKey& key : kNamedKeys) {
-        if (text == key.name) {
-            step.keyCode = key.keyCode;
-            step.character = key.character;
-            return true;
-        }
-    }
-    if (text.size() == 1 && static_cast<unsigned char>(text[0]) < 0x80) {
-        bool shift = false;
-        step.keyCode = basalt::toolbox::KeyCodeForCharacter(char16_t(text[0]), &shift);
-        step.character = char16_t(text[0]);
-        step.modifiers |= shift ? shiftKey : 0;
-        return step.keyCode != 0xFFFF;
-    }
-    return false;
-}
-
-bool ParseStep(const std::string& text, ScriptStep& step) {
-    const size_t colon = text.find(':');
-    const std::string verb = text.substr(0, colon);
-    const std::string argument = colon == std::string::npos ? "" : text.substr(colon + 1);
-    if (verb == "key") {
-        step.kind = ScriptStep::Kind::key;
-        return ParseKey(argument, step) || Fail("no such key in step \"" + text + "\"");
-    }
-    if (verb == "type") {
-        step.kind = ScriptStep::Kind::type;
-        step.text = argument;
+bool LooksForSomething(const ScriptStep& step) {
+    switch (step.kind) {
+    case ScriptStep::Kind::select:
+    case ScriptStep::Kind::open:
+    case ScriptStep::Kind::side:
+    case ScriptStep::Kind::clickLabel:
         return true;
+    default:
+        return false;
     }
-    if (verb == "click") {
-        step.kind = ScriptStep::Kind::click;
-        const char* end = argument.data() + argument.size();
-        auto [stop, error] = std::from_chars(argument.data(), end, step.item);
-        return (error == std::errc() && stop == end && step.item > 0) ||
-               Fail("click needs an item number: \"" + text + "\"");
-    }
-    if (verb == "wait" && argument == "idle") {
-        step.kind = ScriptStep::Kind::waitIdle;
-        return true;
-    }
-    if (verb == "snapshot" && !argument.empty()) {
-        step.kind = ScriptStep::Kind::snapshot;
-        step.text = argument;
-        return true;
-    }
-    return Fail("unknown step \"" + text + "\"");
 }
 
 } // namespace
-
-std::optional<std::vector<ScriptStep>> ParseScript(const std::string& script) {
-    std::vector<ScriptStep> steps;
-    std::stringstream stream(script);
-    for (std::string text; std::getline(stream, text, ';');) {
-        if (text.empty()) {
-            continue;
-        }
-        ScriptStep step{};
-        if (!ParseStep(text, step)) {
-            return std::nullopt;
-        }
-        steps.push_back(step);
-    }
-    return steps;
-}
 
 ScriptRunner::ScriptRunner(KelDialogRef dialog, std::vector<ScriptStep> steps, std::string snapshot,
                            double timeout)
@@ -120,24 +41,36 @@ ScriptRunner::ScriptRunner(KelDialogRef dialog, std::vector<ScriptStep> steps, s
 
 void ScriptRunner::Start() {
     HeadlessDriver::Soon([this] {
-        if (!snapshot.empty() && !Snapshot(snapshot)) {
-            Abandon();
-            return;
+        if (!snapshot.empty()) {
+            if (Refusal why = Snapshot(snapshot)) {
+                std::fprintf(stderr, "kelpick: %s\n", why->c_str());
+                Abandon();
+                return;
+            }
         }
         RunStep(0);
     });
 }
 
-void ScriptRunner::RunStep(size_t index) {
+void ScriptRunner::RunStep(size_t index, double lookedFor) {
     if (index == steps.size()) {
         ArmTimeout();
         return;
     }
-    if (!Perform(steps[index])) {
+    if (Refusal why = Perform(steps[index])) {
+        if (LooksForSomething(steps[index]) && lookedFor < kLookFor) {
+            const double pause = std::clamp(lookedFor, kFirstLookAgain, kLastLookAgain);
+            HeadlessDriver::Soon(
+                [this, index, lookedFor, pause] { RunStep(index, lookedFor + pause); }, pause);
+            return;
+        }
+        std::fprintf(stderr, "kelpick: step %zu: %s\n", index + 1, why->c_str());
         Abandon();
         return;
     }
-    HeadlessDriver::Soon([this, index] { RunStep(index + 1); }, kStepDelay);
+    const ScriptStep& step = steps[index];
+    const double delay = step.kind == ScriptStep::Kind::wait ? step.seconds : kStepDelay;
+    HeadlessDriver::Soon([this, index] { RunStep(index + 1); }, delay);
 }
 
 // A step that cannot be done ends the run at once: what follows it would act on the wrong state.
@@ -146,30 +79,57 @@ void ScriptRunner::Abandon() {
     KelCustomControl(dialog, kKelCtlTerminate, nullptr);
 }
 
-bool ScriptRunner::Perform(const ScriptStep& step) {
+Refusal ScriptRunner::Perform(const ScriptStep& step) {
     switch (step.kind) {
     case ScriptStep::Kind::key:
-        return HeadlessDriver::PressKey(step.keyCode, step.modifiers, step.character) == noErr ||
-               Fail("the key of a key: step could not be pressed");
-    case ScriptStep::Kind::type:
-        return HeadlessDriver::TypeText(step.text) == noErr ||
-               Fail("could not type \"" + step.text + "\"");
-    case ScriptStep::Kind::click: {
-        WindowRef window = KelDialogGetWindow(dialog);
-        ControlRef control = nullptr;
-        if (window == nullptr ||
-            GetDialogItemAsControl(GetDialogFromWindow(window), step.item, &control) != noErr ||
-            control == nullptr) {
-            return Fail("the dialog has no item " + std::to_string(step.item));
+        if (HeadlessDriver::PressKey(step.keyCode, step.modifiers, step.character) != noErr) {
+            return "the key could not be pressed";
         }
-        return HeadlessDriver::Click(control) == noErr;
-    }
+        return std::nullopt;
+    case ScriptStep::Kind::type:
+        if (HeadlessDriver::TypeText(step.text) != noErr) {
+            return "could not type \"" + step.text + "\"";
+        }
+        return std::nullopt;
+    case ScriptStep::Kind::wait:
     case ScriptStep::Kind::waitIdle:
-        return true;
+        return std::nullopt;
     case ScriptStep::Kind::snapshot:
         return Snapshot(step.text);
+    default:
+        break;
     }
-    return false;
+    WindowRef window = KelDialogGetWindow(dialog);
+    if (window == nullptr) {
+        return "the dialog has no window";
+    }
+    return PerformOnWindow(step, window);
+}
+
+Refusal ScriptRunner::PerformOnWindow(const ScriptStep& step, WindowRef window) {
+    switch (step.kind) {
+    case ScriptStep::Kind::click: {
+        ControlRef control = nullptr;
+        if (GetDialogItemAsControl(GetDialogFromWindow(window), step.item, &control) != noErr ||
+            control == nullptr) {
+            return "the dialog has no item " + std::to_string(step.item);
+        }
+        HeadlessDriver::Click(control);
+        return std::nullopt;
+    }
+    case ScriptStep::Kind::clickLabel:
+        return ClickButton(window, step.text);
+    case ScriptStep::Kind::select:
+        return ClickBrowserRow(window, step.text, step.modifiers, 1);
+    case ScriptStep::Kind::open:
+        return ClickBrowserRow(window, step.text, 0, 2);
+    case ScriptStep::Kind::side:
+        return ClickSidebarRow(window, step.text);
+    case ScriptStep::Kind::view:
+        return ChooseView(window, step.columnView);
+    default:
+        return "the step cannot be done here";
+    }
 }
 
 void ScriptRunner::StartOnDisplay() {
@@ -177,21 +137,25 @@ void ScriptRunner::StartOnDisplay() {
         return;
     }
     HeadlessDriver::Soon([this] {
-        if (!Snapshot(snapshot)) {
+        if (Refusal why = Snapshot(snapshot)) {
+            std::fprintf(stderr, "kelpick: %s\n", why->c_str());
             failed = true;
         }
     });
 }
 
-bool ScriptRunner::Snapshot(const std::string& path) {
+Refusal ScriptRunner::Snapshot(const std::string& path) {
     WindowRef window = KelDialogGetWindow(dialog);
     if (window == nullptr) {
-        return Fail("no window to take a snapshot of for " + path);
+        return "no window to take a snapshot of for " + path;
     }
     // On a display the picture is what the server shows; headless it is our own drawing.
     StatusCode status = HeadlessDriver::Available() ? HeadlessDriver::WritePNG(window, path)
                                                     : basalt::x11::WriteWindowPNG(window, path);
-    return status == noErr || Fail("could not write the snapshot " + path);
+    if (status != noErr) {
+        return "could not write the snapshot " + path;
+    }
+    return std::nullopt;
 }
 
 void ScriptRunner::ArmTimeout() {

@@ -2,27 +2,17 @@
 
 // Drives a running dialog without a display: the first snapshot, then the script's steps one
 // by one from inside the dialog's own loop, then the timeout that cancels a dialog nobody
-// answered. A step that cannot be done ends the dialog at once, as a failure. Each step runs a
-// moment after the previous one, so the loop dispatches what a step posted before the next one
-// looks.
+// answered. A step that cannot be done ends the dialog at once, as a failure, with
+// "kelpick: step N: why" on standard error. Each step runs a moment after the previous one (or
+// after its wait), so the loop dispatches what a step posted before the next one looks.
+
+#include "tools/kelpick/ScriptStep.h"
 
 #include <basalt/BasaltToolbox.h>
 #include <kel/KelServices.h>
 #include <optional>
 #include <string>
 #include <vector>
-
-struct ScriptStep {
-    enum class Kind { key, type, click, waitIdle, snapshot } kind;
-    std::string text;     // type:, snapshot:
-    uint16_t keyCode = 0; // key:
-    uint32_t modifiers = 0;
-    char16_t character = 0;
-    int16_t item = 0; // click:
-};
-
-// The steps of a script, or nothing with a message on standard error.
-std::optional<std::vector<ScriptStep>> ParseScript(const std::string& script);
 
 class ScriptRunner {
 public:
@@ -37,9 +27,12 @@ public:
     bool Failed() const { return failed; }
 
 private:
-    void RunStep(size_t index);
-    bool Perform(const ScriptStep& step);
-    bool Snapshot(const std::string& path);
+    // lookedFor: how long the step has been looking for its row or button.
+    void RunStep(size_t index, double lookedFor = 0);
+    // Nothing when the step was done, or why it could not be.
+    std::optional<std::string> Perform(const ScriptStep& step);
+    std::optional<std::string> PerformOnWindow(const ScriptStep& step, WindowRef window);
+    std::optional<std::string> Snapshot(const std::string& path);
     void ArmTimeout();
     void Abandon();
 

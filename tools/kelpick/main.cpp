@@ -1,7 +1,8 @@
-// kelpick: the library's dialogs from the command line. It prints the answer and exits 0 on an
-// answer, 1 on cancel, 2 on an error.
+// kelpick: the library's dialogs from the command line. It prints the answer or the chosen
+// paths and exits 0 on an answer, 1 on cancel, 2 on an error.
 
 #include "tools/kelpick/AskCommands.h"
+#include "tools/kelpick/BrowseCommands.h"
 #include "tools/kelpick/KelpickOptions.h"
 
 #include <cstdio>
@@ -21,5 +22,5 @@ int main(int argc, char** argv) {
     case KelpickOptions::Request::dialog:
         break;
     }
-    return RunAskCommand(*options);
+    return IsBrowseCommand(options->command) ? RunBrowseCommand(*options) : RunAskCommand(*options);
 }

@@ -2,6 +2,7 @@
 
 #include "basalt/backend/headless/HeadlessBackend.h"
 #include "basalt/graphics/BGCairo.h"
+#include "basalt/graphics/ShownText.h"
 #include "basalt/toolbox/classic/KeyboardLayout.h"
 #include "basalt/toolbox/controls/Buttons.h"
 #include "basalt/toolbox/events/ApplicationTarget.h"
@@ -246,6 +247,32 @@ void PaintSheet(cairo_t* cr, toolbox::Window& parent, double parentWidth, int ba
 }
 
 } // namespace
+
+bool HeadlessDriver::FindShownText(WindowRef window, const std::string& utf8, BGRect within,
+                                   BGRect* box) {
+    if (!IsValidWindowPtr(window))
+        return false;
+    toolbox::Window* live = toolbox::Window::From(window);
+    graphics::ShownTextRecording recording;
+    live->Invalidate();
+    live->Flush();
+    toolbox::BackendWindow* surface = live->Surface();
+    if (surface == nullptr)
+        return false;
+    const double scale = surface->Scale();
+    for (const graphics::ShownText& text : recording.Texts()) {
+        const BGRect content =
+            BGRectMake(text.box.origin.x / scale, text.box.origin.y / scale,
+                       text.box.size.width / scale, text.box.size.height / scale);
+        const BGPoint middle{BGRectGetMidX(content), BGRectGetMidY(content)};
+        if (text.surface == surface->Surface() && text.utf8 == utf8 &&
+            BGRectContainsPoint(within, middle)) {
+            *box = content;
+            return true;
+        }
+    }
+    return false;
+}
 
 StatusCode HeadlessDriver::WritePNG(WindowRef window, const std::filesystem::path& path) {
     if (!IsValidWindowPtr(window))

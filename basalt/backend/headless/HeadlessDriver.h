@@ -48,6 +48,12 @@ public:
     // Calls work from inside whatever loop runs next (a modal loop, say), after `delay`.
     static void Soon(std::function<void()> work, EventTimeout delay = 0);
 
+    // Where the window shows the text (its whole text, as drawn) with the middle of its box
+    // inside `within`, in content coordinates; the window is drawn anew to find it. The first
+    // match, in drawing order; false if the window shows no such text there.
+    static bool FindShownText(WindowRef window, const std::string& utf8, BGRect within,
+                              BGRect* box);
+
     // Draws the window if needed and writes it, title bar included, as a PNG file.
     static StatusCode WritePNG(WindowRef window, const std::filesystem::path& path);
     static int BeepCount();

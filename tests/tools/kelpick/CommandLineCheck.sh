@@ -29,6 +29,6 @@ expect 0 '^usage: kelpick ask-save' '' ask-save --document Report -h
 expect 0 "^kelpick $version\$" '' --version
 expect 2 '' 'unknown command ask-nothing' ask-nothing
 # The dialog would wait ten minutes for an answer; the failed click must end it long before.
-expect 2 '^$' 'the dialog has no item 9' ask-discard --document Plan --headless --timeout 600 --script 'click:9'
+expect 2 '^$' 'step 1: the dialog has no item 9' ask-discard --document Plan --headless --timeout 600 --script 'click:9'
 [ "$failures" -eq 0 ] && echo "kelpick command line: all checks passed"
 exit "$failures"

@@ -29,6 +29,38 @@ TEST(KelpickOptions, ReadsEveryOptionOfTheAskCommands) {
     EXPECT_FALSE(options->document);
 }
 
+TEST(KelpickOptions, ReadsEveryOptionOfTheBrowseCommands) {
+    for (const char* command : {"open", "file", "folder", "volume", "object", "new-folder"}) {
+        auto options = Parse({command});
+        ASSERT_TRUE(options) << command;
+        EXPECT_TRUE(IsBrowseCommand(options->command));
+        EXPECT_FALSE(options->multiple);
+    }
+    auto options =
+        Parse({"open", "--dir", "/tmp/a b", "--multiple", "--types", ".TXT,Image/PNG,pdf",
+               "--show-hidden", "--title", "Pick", "--message", "Which one?", "--ok-label", "Use",
+               "--packages-as-folders", "--sheet", "--headless"});
+    ASSERT_TRUE(options);
+    EXPECT_EQ(options->dir, "/tmp/a b");
+    EXPECT_TRUE(options->multiple);
+    EXPECT_EQ(options->types, (std::vector<std::string>{"txt", "image/png", "pdf"}));
+    EXPECT_TRUE(options->showHidden);
+    EXPECT_EQ(options->title, "Pick");
+    EXPECT_EQ(options->message, "Which one?");
+    EXPECT_EQ(options->okLabel, "Use");
+    EXPECT_TRUE(options->packagesAsFolders);
+    EXPECT_TRUE(options->sheet);
+    EXPECT_FALSE(IsBrowseCommand("ask-save"));
+}
+
+TEST(KelpickOptions, RefusesTypeListsThatNameNoType) {
+    for (const char* types : {"", ",", "txt,", ".", "image/", "/png", "a/b/c", "..txt"}) {
+        testing::internal::CaptureStderr();
+        EXPECT_FALSE(Parse({"open", "--types", types})) << types;
+        EXPECT_NE(testing::internal::GetCapturedStderr().find("--types"), std::string::npos);
+    }
+}
+
 TEST(KelpickOptions, RefusesWhatItCannotRun) {
     EXPECT_FALSE(Parse({}));
     EXPECT_FALSE(Parse({"ask-everything"}));

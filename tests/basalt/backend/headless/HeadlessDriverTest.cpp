@@ -258,3 +258,29 @@ TEST(HeadlessSnapshot, WindowsMadeAtTwiceTheScaleHaveTwiceThePixels) {
     DisposeWindow(window);
     EXPECT_EQ(HeadlessDriver::WritePNG(window, png), errInvalidWindowRef);
 }
+
+TEST_F(Sampler, ShownTextIsFoundWhereItIsDrawnAndOnlyThere) {
+    const std::u16string title = View::From(Control(4))->Text();
+    ASSERT_FALSE(title.empty());
+    std::string utf8;
+    for (char16_t c : title) {
+        ASSERT_LT(c, 0x80) << "the sampler's titles are plain ASCII";
+        utf8 += char(c);
+    }
+    const BGRect checkBox = View::From(Control(4))->FrameInWindow();
+    const BGRect everywhere = BGRectMake(-1e4, -1e4, 2e4, 2e4);
+    BGRect box{};
+    ASSERT_TRUE(HeadlessDriver::FindShownText(window, utf8, everywhere, &box));
+    EXPECT_TRUE(BGRectContainsPoint(checkBox, {BGRectGetMidX(box), BGRectGetMidY(box)}));
+
+    const BGRect radio = View::From(Control(5))->FrameInWindow();
+    EXPECT_FALSE(HeadlessDriver::FindShownText(window, utf8, radio, &box));
+    EXPECT_FALSE(HeadlessDriver::FindShownText(window, utf8 + "x", everywhere, &box))
+        << "only the whole text counts";
+
+    // Clicking where the text is reaches the control that shows it.
+    ASSERT_TRUE(HeadlessDriver::FindShownText(window, utf8, everywhere, &box));
+    HeadlessDriver::ClickAt(window, {BGRectGetMidX(box), BGRectGetMidY(box)});
+    HeadlessDriver::RunUntilIdle();
+    EXPECT_EQ(GetControlValue(Control(4)), 1);
+}

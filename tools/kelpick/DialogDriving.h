@@ -1,0 +1,20 @@
+#pragma once
+
+// Acting on a browse dialog's parts as a person does, by the names and titles they show. Each
+// call posts the clicks and answers nothing when it could, or why it could not.
+
+#include <basalt/BasaltToolbox.h>
+#include <optional>
+#include <string>
+
+using Refusal = std::optional<std::string>;
+
+// Clicks the browser's row shown as name (in list view's rows, or column view's columns from
+// the last), clicks times: twice opens it.
+Refusal ClickBrowserRow(WindowRef window, const std::string& name, uint32_t modifiers, int clicks);
+// Presses the visible button whose title is label.
+Refusal ClickButton(WindowRef window, const std::string& label);
+// Clicks the sidebar's row shown as name, where the sidebar draws it.
+Refusal ClickSidebarRow(WindowRef window, const std::string& name);
+// Clicks the list or the column segment of the view control.
+Refusal ChooseView(WindowRef window, bool columnView);
