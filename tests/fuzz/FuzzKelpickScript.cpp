@@ -1,7 +1,8 @@
 // kelpick's --script text: any bytes give steps or a refusal, and every step given can be
-// performed as parsed (a key that exists, an item above 0, a snapshot that names a file).
+// performed as parsed (a key that exists, an item above 0, a row, label or file that is named,
+// a wait within its bound).
 
-#include "tools/kelpick/ScriptRunner.h"
+#include "tools/kelpick/ScriptStep.h"
 
 #include <cstdint>
 #include <cstdlib>
@@ -20,10 +21,19 @@ void CheckStep(const ScriptStep& step) {
             std::abort();
         break;
     case ScriptStep::Kind::snapshot:
+    case ScriptStep::Kind::clickLabel:
+    case ScriptStep::Kind::select:
+    case ScriptStep::Kind::open:
+    case ScriptStep::Kind::side:
         if (step.text.empty())
             std::abort();
         break;
+    case ScriptStep::Kind::wait:
+        if (!(step.seconds >= 0 && step.seconds <= 600))
+            std::abort();
+        break;
     case ScriptStep::Kind::type:
+    case ScriptStep::Kind::view:
     case ScriptStep::Kind::waitIdle:
         break;
     }

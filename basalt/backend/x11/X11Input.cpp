@@ -17,8 +17,8 @@ using toolbox::SetParam;
 constexpr uint32_t kDoubleClickMs = 400;
 constexpr int kDoubleClickSlop = 4;
 
-// X buttons 4 and 5 are one notch of the wheel up and down; 6 and 7 sideways.
-constexpr uint8_t kWheelUp = 4, kWheelDown = 5, kWheelLeft = 6, kWheelRight = 7;
+// X buttons 4 to 7 are one notch of the wheel: up, down (5), left, right.
+constexpr uint8_t kWheelUp = 4, kWheelLeft = 6, kWheelRight = 7;
 
 // The toolbox numbers buttons primary 1, secondary 2, middle 3.
 uint16_t ToolboxButton(uint8_t detail) {
