@@ -9,16 +9,6 @@
 namespace basalt::toolbox::menus {
 namespace {
 
-enum : uint32_t {
-    kReturnKey = 0x24,
-    kEnterKey = 0x4C,
-    kEscapeKey = 0x35,
-    kHomeKey = 0x73,
-    kEndKey = 0x77,
-    kDownKey = 0x7D,
-    kUpKey = 0x7E,
-};
-
 bool IsPrintable(char16_t character) {
     return character >= 0x20 && character != 0x7F;
 }
@@ -123,18 +113,18 @@ bool MenuTracker::Key(EventRef event) {
     uint32_t code = 0;
     GetParam(event, kEventParamKeyCode, typeUInt32, &code);
     switch (code) {
-    case kEscapeKey:
+    case kVK_Escape:
         return Finish(0);
-    case kReturnKey:
-    case kEnterKey:
+    case kVK_Return:
+    case kVK_ANSI_KeypadEnter:
         return Finish(highlighted_);
-    case kDownKey:
+    case kVK_DownArrow:
         return Move(1);
-    case kUpKey:
+    case kVK_UpArrow:
         return Move(-1);
-    case kHomeKey:
+    case kVK_Home:
         return MoveToEnd(-1);
-    case kEndKey:
+    case kVK_End:
         return MoveToEnd(1);
     default:
         break;
