@@ -25,7 +25,14 @@ public:
 
 private:
     bool AllocateGoToWindow();
-    void DisposeGoToWindow();
+    // "ok  ": ends the run with the typed path, or says that it leads nowhere.
+    void AcceptTypedPath();
+    StatusCode HandleTabKey(EventRef event);
+    // Before the field gets a key: hides the message and completes on tab; true when tab or
+    // "/" accepted a completion, which uses the key up.
+    bool TakeKey(UniChar key);
+    // After a key: the Go button follows the text, and the completion wait starts again.
+    void KeyDone(UniChar key);
     static StatusCode WindowEventHandlerProc(EventHandlerCallRef call, EventRef event, void* data);
     static StatusCode EditFieldEventHandlerProc(EventHandlerCallRef call, EventRef event,
                                                 void* data);
