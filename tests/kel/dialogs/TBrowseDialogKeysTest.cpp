@@ -13,6 +13,7 @@ namespace {
 
 // Key codes of the keyboard's letters and digits used here.
 constexpr uint16_t kKeyH = 0x04;
+constexpr uint16_t kKeyG = 0x05;
 constexpr uint16_t kKeyTwo = 0x13;
 constexpr uint16_t kKeyThree = 0x14;
 constexpr uint16_t kKeyO = 0x1F;
@@ -45,6 +46,18 @@ protected:
     static void Press(uint16_t keyCode, uint32_t modifiers, char16_t character = 0) {
         HeadlessDriver::PressKey(keyCode, modifiers, character);
         HeadlessDriver::RunUntilIdle();
+    }
+
+    // Command-shift-G, with text typed into the Go To window and then the key that ends it.
+    static void GoTo(TBrowseDialog& dialog, const std::string& text, uint16_t endKey = kVK_Return) {
+        WhenWindowShowsOver(dialog.GetWindow(), [text, endKey](WindowRef goTo) {
+            HeadlessDriver::TypeText(text);
+            HeadlessDriver::PressKey(endKey);
+            HeadlessDriver::RunUntilIdle();
+            // A path the window refused must not leave the test hanging.
+            QuitAppModalLoopForWindow(goTo);
+        });
+        Press(kKeyG, cmdKey | shiftKey, u'G');
     }
 
     std::filesystem::path tree;
@@ -109,6 +122,21 @@ TEST_F(TBrowseDialogKeysTest, ShiftedCommandsGoToTheComputerHomeAndDesktop) {
         Press(kVK_ANSI_D, cmdKey, u'd');
         EXPECT_EQ(TargetName(dialog), "Desktop");
         EXPECT_TRUE(dialog.IsLocationDesktop());
+    });
+}
+
+TEST_F(TBrowseDialogKeysTest, CommandShiftGGoesToATypedFolderAndSelectsATypedFile) {
+    WithDialog([&](TBrowseDialog& dialog) {
+        GoTo(dialog, (tree / "inner" / "deeper").string());
+        EXPECT_EQ(TargetName(dialog), "deeper");
+        GoTo(dialog, (tree / "note.txt").string());
+        EXPECT_EQ(TargetName(dialog), tree.filename().string());
+        EXPECT_EQ(SelectedNames(dialog), std::vector<std::string>{"note.txt"});
+        GoTo(dialog, "~/Desktop");
+        EXPECT_EQ(TargetName(dialog), "Desktop");
+        GoTo(dialog, (tree / "other").string(), kVK_Escape);
+        EXPECT_EQ(TargetName(dialog), "Desktop");
+        EXPECT_TRUE(dialog.IsRunning());
     });
 }
 

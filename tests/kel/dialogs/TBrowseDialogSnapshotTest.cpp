@@ -85,6 +85,38 @@ TEST_P(TBrowseDialogSnapshotTest, ColumnViewTwoLevelsDeep) {
     ASSERT_EQ(HeadlessDriver::WritePNG(run.dialog->GetWindow(), Png("open-dialog-columns")), noErr);
 }
 
+// The Go To window opened over the dialog with command-shift-G, a completion offered after a
+// pause and standing selected; then the message for a path that leads nowhere.
+TEST_P(TBrowseDialogSnapshotTest, GoToWindowWithACompletion) {
+    UseListView(true);
+    BrowseDialogRun run(tree, kKelModalityModeless);
+    ASSERT_EQ(KelDialogRun(run.dialog), noErr);
+    HeadlessDriver::RunUntilIdle();
+    ASSERT_EQ(HeadlessDriver::WritePNG(run.dialog->GetWindow(), Png("goto-under")), noErr);
+    bool offered = false;
+    StatusCode written = -1;
+    WhenWindowShowsOver(run.dialog->GetWindow(), [&](WindowRef goTo) {
+        HeadlessDriver::TypeText((tree / "Pro").string());
+        offered = RunUntil([&] {
+            BGRect box = BGRectZero;
+            return HeadlessDriver::FindShownText(goTo, (tree / "Projects/").string(),
+                                                 BGRectMake(0, 0, 1000, 1000), &box);
+        });
+        written = HeadlessDriver::WritePNG(goTo, Png("goto-completion"));
+        HeadlessDriver::TypeText("nowhere");
+        HeadlessDriver::PressKey(kVK_Return);
+        HeadlessDriver::RunUntilIdle();
+        HeadlessDriver::WritePNG(goTo, Png("goto-unknown"));
+        HeadlessDriver::PressKey(kVK_Escape);
+        HeadlessDriver::RunUntilIdle();
+        QuitAppModalLoopForWindow(goTo);
+    });
+    HeadlessDriver::PressKey(0x05 /* G */, cmdKey | shiftKey, u'G');
+    HeadlessDriver::RunUntilIdle();
+    EXPECT_TRUE(offered);
+    EXPECT_EQ(written, noErr);
+}
+
 INSTANTIATE_TEST_SUITE_P(Scales, TBrowseDialogSnapshotTest, ::testing::Values(1, 2));
 
 } // namespace
