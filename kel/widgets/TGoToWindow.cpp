@@ -6,6 +6,8 @@
 #include "kel/nodes/NameCompletion.h"
 #include "kel/nodes/TNodePathHelper.h"
 
+#include <iterator>
+
 namespace {
 
 constexpr OSType kGoToSignature = 0x6B6C6774; // "klgt"

@@ -148,29 +148,6 @@ void UseListView(bool list) {
                   BCSTR("KelPanelFileListModeForOpenMode"));
 }
 
-void WhenWindowShowsOver(WindowRef below, std::function<void(WindowRef)> work) {
-    HeadlessDriver::Soon(
-        [below, work] {
-            if (FrontWindow() == below) {
-                WhenWindowShowsOver(below, work);
-            } else {
-                work(FrontWindow());
-            }
-        },
-        0.01);
-}
-
-bool RunUntil(const std::function<bool()>& condition, std::chrono::milliseconds deadline) {
-    const auto end = std::chrono::steady_clock::now() + deadline;
-    while (!condition()) {
-        if (std::chrono::steady_clock::now() > end) {
-            return false;
-        }
-        HeadlessDriver::RunFor(0.02);
-    }
-    return true;
-}
-
 std::vector<std::string> SelectedNames(TBrowseDialog& dialog) {
     TKelNodeArray selection;
     dialog.GetSelection(selection);

@@ -8,6 +8,7 @@
 #include "kel/dialogs/TBrowseDialog.h"
 #include "kel/interface/KelDialogRules.h"
 #include "tests/kel/interface/EventRecorder.h"
+#include "tests/support/HeadlessWaiting.h"
 
 #include <chrono>
 #include <filesystem>
@@ -62,12 +63,6 @@ struct BrowseDialogRun {
 void ForgetDialogPrefs();
 // Switches the open dialogs' view style for the next dialogs.
 void UseListView(bool list);
-// Calls work with the window in front once one has come up over `below` (a window that a key
-// opens runs its own loop, from which work is then called).
-void WhenWindowShowsOver(WindowRef below, std::function<void(WindowRef)> work);
-// Runs the loop until the condition holds, for at most the deadline.
-bool RunUntil(const std::function<bool()>& condition,
-              std::chrono::milliseconds deadline = std::chrono::seconds(20));
 // The names of the selected rows, and of the target's rows once listed.
 std::vector<std::string> SelectedNames(TBrowseDialog& dialog);
 std::string TargetName(TBrowseDialog& dialog);

@@ -6,6 +6,7 @@
 #include "basalt/backend/headless/HeadlessDriver.h"
 #include "tests/kel/foundation/StringTesting.h"
 #include "tests/kel/nodes/KelNodeTesting.h"
+#include "tests/support/HeadlessWaiting.h"
 #include "tests/support/TestEnvironment.h"
 
 #include <filesystem>
@@ -29,19 +30,6 @@ ControlRef Control(WindowRef window, int16_t id) {
 
 std::string Text(WindowRef window, int16_t id) {
     return keltest::Utf8(TStringRef(BTViewCopyText(Control(window, id)), false));
-}
-
-// Acts on the alert in front of window once it has come up.
-void WhenAlertShows(WindowRef window, std::function<void(WindowRef)> answer) {
-    HeadlessDriver::Soon(
-        [window, answer] {
-            if (FrontWindow() == window) {
-                WhenAlertShows(window, answer);
-            } else {
-                answer(FrontWindow());
-            }
-        },
-        0.01);
 }
 
 std::string AlertText(WindowRef alert) {
@@ -137,7 +125,7 @@ TEST_F(NewFolderDialogTest, AnEmptyNameTurnsCreateOffAndIsNotAccepted) {
 TEST_F(NewFolderDialogTest, ATakenNameIsRefusedWithAnAlertAndTheWindowStays) {
     std::string alert;
     EXPECT_TRUE(Run([&](WindowRef window) {
-        WhenAlertShows(window, [&, window](WindowRef shown) {
+        keltest::WhenWindowShowsOver(window, [&, window](WindowRef shown) {
             alert = AlertText(shown);
             HeadlessDriver::PressKey(kVK_Return);
             // Names differ by case only on a file system that tells them apart, as here.
@@ -157,13 +145,13 @@ TEST_F(NewFolderDialogTest, ATakenNameIsRefusedWithAnAlertAndTheWindowStays) {
 TEST_F(NewFolderDialogTest, ANameWithALeadingDotIsAskedAboutFirst) {
     int alerts = 0;
     EXPECT_TRUE(Run([&](WindowRef window) {
-        WhenAlertShows(window, [&, window](WindowRef first) {
+        keltest::WhenWindowShowsOver(window, [&, window](WindowRef first) {
             ++alerts;
             // Cancelling keeps the window up for another name.
             HeadlessDriver::PressKey(kVK_Escape);
             HeadlessDriver::Soon([&, window, first] {
                 EXPECT_NE(FrontWindow(), first);
-                WhenAlertShows(window, [&](WindowRef second) {
+                keltest::WhenWindowShowsOver(window, [&](WindowRef second) {
                     ++alerts;
                     ClickAlertItem(second, 1);
                 });

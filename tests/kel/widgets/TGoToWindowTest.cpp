@@ -8,9 +8,9 @@
 #include "kel/foundation/TStringRef.h"
 #include "tests/kel/foundation/StringTesting.h"
 #include "tests/kel/nodes/KelNodeTesting.h"
+#include "tests/support/HeadlessWaiting.h"
 #include "tests/support/TestEnvironment.h"
 
-#include <chrono>
 #include <filesystem>
 #include <functional>
 #include <gtest/gtest.h>
@@ -68,18 +68,6 @@ void Type(const std::string& text) {
 void Press(uint16_t key) {
     HeadlessDriver::PressKey(key);
     HeadlessDriver::RunUntilIdle();
-}
-
-// Runs the loop (timers fire) until the condition holds, for at most a generous deadline.
-bool RunUntil(const std::function<bool()>& condition) {
-    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
-    while (!condition()) {
-        if (std::chrono::steady_clock::now() > end) {
-            return false;
-        }
-        HeadlessDriver::RunFor(0.02);
-    }
-    return true;
 }
 
 class TGoToWindowTest : public ::testing::Test {
@@ -238,11 +226,11 @@ TEST_F(TGoToWindowTest, APauseOffersTheCompletionSelectedInTheFoldersCase) {
     std::string afterOvertyping, afterConfirming;
     EXPECT_FALSE(Run(0, [&] {
         Type(typed);
-        offered = RunUntil([&] { return FieldText() == completed; });
+        offered = keltest::RunUntil([&] { return FieldText() == completed; });
         selection = Selection();
         Type("e"); // replaces the offer, and the wait starts again
         afterOvertyping = FieldText();
-        RunUntil([&] { return FieldText() == completed; });
+        keltest::RunUntil([&] { return FieldText() == completed; });
         Type("/");
         afterConfirming = FieldText();
         afterSlash = Selection();
