@@ -78,6 +78,16 @@ bool CanNodeAppear(const TNodeFilter& filter, const TKelNode& node) {
     return filter.CanTarget(node) || filter.CanChoose(node);
 }
 
+TKelNodeArray ChoicePathOf(const TKelNode& node) {
+    if (node.IsRoot()) {
+        TKelNodeArray alone;
+        alone.push_back(node);
+        return alone;
+    }
+    TNodePathHelper helper(node.PeekNodeRef());
+    return helper.NodePath();
+}
+
 StatusCode CopyChildNodes(const TKelNode& container, std::vector<TKelNode>& out) {
     out.clear();
     NodeIteratorRef iterator = nullptr;

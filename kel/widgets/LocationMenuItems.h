@@ -25,6 +25,10 @@ void SetItemTextToName(MenuRef menu, MenuItemIndex item, const TKelNode& node);
 // A folder may be offered when the filter lets it be seen and gone into, or chosen.
 bool CanNodeAppear(const TNodeFilter& filter, const TKelNode& node);
 
+// The path a choice of the node leads to: the top of the tree alone for the top of the tree
+// (whose text path would name the boot volume), else the node's full path.
+TKelNodeArray ChoicePathOf(const TKelNode& node);
+
 // The children of a container in the service's order.
 StatusCode CopyChildNodes(const TKelNode& container, std::vector<TKelNode>& out);
 

@@ -190,8 +190,7 @@ bool TFavoritesPopup::DoMenuChoice(MenuRef chosenMenu, MenuItemIndex item, TKelN
         if (volume.IsEmpty()) {
             return false;
         }
-        TNodePathHelper helper(volume.PeekNodeRef());
-        out = helper.NodePath();
+        out = ChoicePathOf(volume);
         return true;
     }
     if (item <= lastFavoriteItem) {
@@ -216,9 +215,7 @@ bool TFavoritesPopup::ResolveFavorite(const TKelNode& entry, TKelNodeArray& out)
         commandHandler->SetBusyState(0);
     }
     if (status == noErr) {
-        const TKelNode original(resolved, false);
-        TNodePathHelper helper(original.PeekNodeRef());
-        out = helper.NodePath();
+        out = ChoicePathOf(TKelNode(resolved, false));
     }
     if (!out.empty()) {
         return true;

@@ -133,13 +133,7 @@ bool TPathPopup::DoMenuChoice(MenuRef chosenMenu, MenuItemIndex item, TKelNodeAr
         if (index >= ancestors.size() || ancestors[index].IsEmpty()) {
             return false;
         }
-        const TKelNode& node = ancestors[index];
-        if (node.IsRoot()) {
-            out.push_back(node);
-        } else {
-            TNodePathHelper helper(node.PeekNodeRef());
-            out = helper.NodePath();
-        }
+        out = ChoicePathOf(ancestors[index]);
         return true;
     }
     const long index = long(item) - 1 - long(CountMenuItems(menu)) + long(recents.Count());
