@@ -132,27 +132,33 @@ TEST_F(TFavoritesPopupTest, TheFilterTakesOutRecentPlacesButNoFavourite) {
     EXPECT_EQ(Group(titles, 3), (Titles{"Recent Places", "Open"}));
 }
 
-TEST_F(TFavoritesPopupTest, AFavouriteThatLeadsNowhereIsReportedAndTheDialogStays) {
+TEST_F(TFavoritesPopupTest, AFavouriteThatLeadsNowhereIsReportedAndCanBeRemoved) {
     const fs::path gone = MakeScratchFolder("gone");
     AddBookmark(gone, "Gone");
     fs::remove(gone);
     Open(tree);
     ShowWherePopup();
     const Titles titles = Pick(kBrowseWherePopup);
-    ASSERT_LT(IndexOf(titles, "Gone"), titles.size());
-    std::string message;
-    WhenInFront(run->dialog->GetWindow(), [&](WindowRef alert) {
-        HeadlessDriver::WritePNG(alert, fs::path(KEL_TEST_BINARY_DIR) / "favourite-gone.png");
-        BGRect box = BGRectZero;
-        message =
-            HeadlessDriver::FindShownText(alert, kGoneText, BGRectMake(0, 0, 2000, 2000), &box)
-                ? "shown"
-                : "other";
-        HeadlessDriver::PressKey(0x24);
-    });
-    Pick(kBrowseWherePopup, MenuItemIndex(IndexOf(titles, "Gone") + 1));
-    EXPECT_EQ(message, "shown") << "an alert names the favourite that leads nowhere";
-    EXPECT_TRUE(ShowsFolder(tree));
+    const auto item = MenuItemIndex(IndexOf(titles, "Gone") + 1);
+    ASSERT_LE(item, titles.size());
+    const fs::path bookmarks = home / ".config/gtk-3.0/bookmarks";
+    // The alert names the favourite; its default button keeps it, its other one removes it.
+    for (uint16_t key : {uint16_t(0x24), uint16_t(0x35)}) {
+        std::string message;
+        WhenInFront(run->dialog->GetWindow(), [&](WindowRef alert) {
+            BGRect box = BGRectZero;
+            message =
+                HeadlessDriver::FindShownText(alert, kGoneText, BGRectMake(0, 0, 2000, 2000), &box)
+                    ? "shown"
+                    : "other";
+            HeadlessDriver::WritePNG(alert, fs::path(KEL_TEST_BINARY_DIR) / "favourite-gone.png");
+            HeadlessDriver::PressKey(key);
+        });
+        Pick(kBrowseWherePopup, item);
+        EXPECT_EQ(message, "shown");
+        EXPECT_TRUE(ShowsFolder(tree)) << "the dialog stays where it was";
+        EXPECT_EQ(ReadFile(bookmarks).find(" Gone") != std::string::npos, key == 0x24);
+    }
 }
 
 TEST_F(TFavoritesPopupTest, AnAcceptedDialogLeavesItsFolderAmongTheRecentPlacesACancelledOneNot) {
