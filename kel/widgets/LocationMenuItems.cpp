@@ -4,7 +4,7 @@
 #include "kel/widgets/LocationMenuItems.h"
 
 #include "basalt/nodes/NodeIterator.h"
-#include "kel/foundation/KelBundle.h"
+#include "kel/dialogs/TBrowseDialog.h"
 #include "kel/foundation/TKelPrefs.h"
 #include "kel/foundation/TKelPrefsStore.h"
 #include "kel/nodes/TNodeFilter.h"
@@ -115,9 +115,8 @@ MenuItemIndex ChosenMenuItem(EventRef event, MenuRef menu) {
 MenuItemIndex TRecentPlaces::AppendGroup(MenuRef menu, const TNodeFilter& filter) {
     paths.clear();
     AppendMenuSeparator(menu);
-    InsertMenuItemTextWithBCString(
-        menu, KelBundle::GetStringResource(TStringRef(BCSTR("Recent Places"))).AsBCStringRef(),
-        CountMenuItems(menu), kMenuItemAttrDisabled, 0);
+    InsertMenuItemTextWithBCString(menu, BundleText("Recent Places").AsBCStringRef(),
+                                   CountMenuItems(menu), kMenuItemAttrDisabled, 0);
     TObjectRef stored(kel_prefs::CopySharedValueFromDisk(TKelPrefs::RecentFoldersKey()), false);
     if (stored.IsNil() || BCGetTypeID(stored.Get()) != BCArrayGetTypeID()) {
         return 0;

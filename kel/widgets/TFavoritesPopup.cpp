@@ -1,6 +1,6 @@
 #include "kel/widgets/TFavoritesPopup.h"
 
-#include "kel/foundation/KelBundle.h"
+#include "kel/dialogs/TBrowseDialog.h"
 #include "kel/foundation/TMutableStringRef.h"
 #include "kel/interface/CStandardAlert.h"
 #include "kel/interface/KelBaseDialog.h"
@@ -232,11 +232,9 @@ void TFavoritesPopup::ReportInvalidFavorite(const TKelNode& node) {
     }
     TUniString name;
     node.GetPropertyAsString(NodeCode("dnam"), name);
-    TMutableStringRef message =
-        KelBundle::GetStringResource(TStringRef(BCSTR("Cant Resolve Alias NotFound")))
-            .CopyMutable(0);
+    TMutableStringRef message = BundleText("Cant Resolve Alias NotFound").CopyMutable(0);
     message.ReplaceParam(0, name.AsBCString());
-    const TStringRef remove = KelBundle::GetStringResource(TStringRef(BCSTR("Remove Favorite")));
+    const TStringRef& remove = BundleText("Remove Favorite");
     CStandardAlert alert(kAlertCautionAlert, message.AsBCStringRef(), nullptr,
                          remove.AsBCStringRef(), kRemoveFavoriteButton, false, nullptr, nullptr, 1,
                          kAlertOnParentScreen, nullptr, false, true, nullptr);
