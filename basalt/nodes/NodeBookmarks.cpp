@@ -187,6 +187,31 @@ std::u16string BookmarkDisplayName(NodeRef bookmark) {
                                                          : leaf + " on " + place->host);
 }
 
+StatusCode RemoveBookmark(NodeRef bookmark) {
+    const files::Bookmark mark = BookmarkOf(bookmark);
+    const std::string path = files::BookmarksFilePath();
+    gchar* contents = nullptr;
+    gsize length = 0;
+    if (!g_file_get_contents(path.c_str(), &contents, &length, nullptr))
+        return fnfErr;
+    std::string text(contents, length);
+    g_free(contents);
+    for (size_t at = 0; at < text.size();) {
+        size_t end = std::min(text.find('\n', at), text.size());
+        std::vector<files::Bookmark> line =
+            files::ParseBookmarks(std::string_view(text).substr(at, end - at));
+        if (!line.empty() && line.front().uri == mark.uri && line.front().label == mark.label) {
+            text.erase(at, end + 1 - at);
+            // Written beside the file and renamed over it: no reader sees half a file.
+            return g_file_set_contents(path.c_str(), text.data(), gssize(text.size()), nullptr)
+                       ? StatusCode(noErr)
+                       : StatusCode(permErr);
+        }
+        at = end + 1;
+    }
+    return fnfErr;
+}
+
 StatusCode BookmarkOriginal(NodeRef bookmark, NodeRef* out) {
     auto path = LocalPathOf(BookmarkOf(bookmark), Volumes(), GvfsFolder());
     NodeHolder target(path ? NodeForPath(*path) : nullptr);

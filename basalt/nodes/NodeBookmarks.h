@@ -21,6 +21,9 @@ std::vector<NodeRef> BookmarkNodes();
 std::u16string BookmarkDisplayName(NodeRef bookmark);
 // The node of the bookmarked folder; fnfErr while it cannot be reached.
 StatusCode BookmarkOriginal(NodeRef bookmark, NodeRef* out);
+// Takes the bookmark's line out of the bookmarks file, every other line kept as it was; the
+// places list follows through the file's change. fnfErr if the file no longer has it.
+StatusCode RemoveBookmark(NodeRef bookmark);
 
 // Where a bookmark's folder is on this machine: its path, or for a remote place the folder of
 // a mount of it (a network volume, or a folder in the user's gvfs folder).

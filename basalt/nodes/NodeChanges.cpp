@@ -1,5 +1,6 @@
 #include "basalt/files/BFLongPath.h"
 #include "basalt/files/BFNameCodec.h"
+#include "basalt/nodes/NodeBookmarks.h"
 #include "basalt/nodes/NodeStat.h"
 #include "basalt/nodes/NodeTable.h"
 #include "basalt/nodes/NodeVolumes.h"
@@ -56,6 +57,8 @@ StatusCode NodeCreateNewContainerInNew(NodeRef parent, BCIndex length, const Uni
 StatusCode DeleteNode(NodeRef node) {
     if (node == nullptr)
         return paramErr;
+    if (node->kind == NodeKind::Bookmark)
+        return RemoveBookmark(node);
     if (!node->IsFileSystem() || node == Special().boot || IsVolumeNode(node))
         return permErr;
     basalt::files::ParentAndLeaf at = basalt::files::OpenParent(PathOf(node));

@@ -39,8 +39,9 @@ TBrowseDialog::TBrowseDialog(BCStringRef layoutName, uint32_t acceptAction,
     : __KelDialog(configuration), layoutName(layoutName), acceptAction(acceptAction),
       filter(client, configuration.optionFlags, configuration.filterMasks, configuration.typeList,
              configuration.fileCreatorFilter),
-      fileListModeKey(fileListModeKey), filterMasks(configuration.filterMasks),
-      fileCreatorFilter(configuration.fileCreatorFilter), typeList(configuration.typeList) {
+      wherePopup(filter, this), pathPopup(filter), fileListModeKey(fileListModeKey),
+      filterMasks(configuration.filterMasks), fileCreatorFilter(configuration.fileCreatorFilter),
+      typeList(configuration.typeList) {
     CreateNewMenu(0, 0, &typeMenu);
     prefs.SetClientKeys(prefsKey, preferenceKey);
     TakeDefaultLocation(defaultLocation, this->defaultLocation, initialSelection);
@@ -139,6 +140,12 @@ StatusCode TBrowseDialog::InitDialog() {
 }
 
 void TBrowseDialog::SetupDialogItems() {
+    if (Control(kBrowseWherePopup) != nullptr) {
+        wherePopup.SetupWherePopup(this, kBrowseWherePopup);
+    }
+    if (ControlRef path = Control(kBrowsePathPopup)) {
+        pathPopup.SetPopupControl(this, path);
+    }
     ControlRef messageText = Control(kBrowseMessage);
     if (messageText != nullptr && message.Length() == 0) {
         HideControl(messageText);

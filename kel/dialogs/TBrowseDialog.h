@@ -24,6 +24,8 @@
 #include "kel/interface/__KelDialog.h"
 #include "kel/nodes/TKelNodeArray.h"
 #include "kel/nodes/TNodeFilter.h"
+#include "kel/widgets/TFavoritesPopup.h"
+#include "kel/widgets/TPathPopup.h"
 
 #include <basalt/BasaltDrag.h>
 #include <basalt/files/BEDesc.h>
@@ -97,7 +99,9 @@ enum : uint32_t {
     kActionNewFolderRefused = 16,
 };
 
-class TBrowseDialog : public __KelDialog, public INodeBrowserControlObserver {
+class TBrowseDialog : public __KelDialog,
+                      public INodeBrowserControlObserver,
+                      public IFavoritesCommandHandler {
 public:
     TBrowseDialog(BCStringRef layoutName, uint32_t acceptAction, const TStringRef& prefsKey,
                   const TDialogConfiguration& configuration, const BEDesc* defaultLocation,
@@ -140,8 +144,8 @@ public:
     virtual void ResizeDialogForCustomization();
     virtual void DoClose();
     virtual StatusCode CreateNewFolder(TUniString* name, TKelNode& out);
-    virtual StatusCode SetTargetCommand(const TKelNode& target, const TKelNode& root);
-    virtual void SetBusyState(unsigned char busy);
+    StatusCode SetTargetCommand(const TKelNode& target, const TKelNode& root) override;
+    void SetBusyState(unsigned char busy) override;
 
     // ---- What the browser tells the dialog ----
     void NodeBrowserControlNodeOpen(TNodeBrowserControl& control, TKelNode& node) override;
@@ -227,6 +231,8 @@ public:
 
     TNodeBrowserControl* Browser() const { return browser.get(); }
     TNodeFilter& Filter() { return filter; }
+    TFavoritesPopup& WherePopup() { return wherePopup; }
+    TPathPopup& PathPopup() { return pathPopup; }
     TKelPrefs& Prefs() { return prefs; }
     BCStringRef LayoutName() const { return layoutName; }
     uint32_t AcceptAction() const { return acceptAction; }
@@ -250,7 +256,7 @@ protected:
     void SwitchView(TKelPrefs::View view, TPrefOption option);
     // Search follows history and view changes; the search field's work comes with searching.
     void AdjustForSearch() {}
-    void TellPopupsTarget(const TKelNode&) {}
+    void TellPopupsTarget(const TKelNode& target);
 
     uint32_t actionState = 0;
     // Base name of the window in the layout file, such as "Get File"; not owned.
@@ -258,6 +264,8 @@ protected:
     uint32_t acceptAction;
     TNodeFilter filter;
     std::unique_ptr<TNodeBrowserControl> browser;
+    TFavoritesPopup wherePopup;
+    TPathPopup pathPopup;
     EventHandlerRef windowEventHandler = nullptr;
     bool dragAccepted = false;
     EventLoopTimerRef previewDrawTimer = nullptr;

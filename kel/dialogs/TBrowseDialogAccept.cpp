@@ -120,8 +120,8 @@ StatusCode TBrowseDialog::SetKelState(uint32_t state) {
 }
 
 void TBrowseDialog::FixButtons() {
-    if (ControlRef where = Control(kBrowseWherePopup); where != nullptr && CanOpen()) {
-        EnableControl(where);
+    if (CanOpen()) {
+        wherePopup.Enable(1);
     }
     if (ControlRef newFolder = Control(kBrowseNewFolder)) {
         if (IsTargetLocked() || (actionState & kActionNewFolderRefused) != 0) {

@@ -151,6 +151,7 @@ StatusCode TBrowseDialog::HandleWindowClassEvent(EventHandlerCallRef, EventRef e
         return eventNotHandledErr;
     case kEventWindowActivated:
         editMenu.AdjustMenu();
+        wherePopup.Invalidate();
         if (window != windowRef) {
             SendClassicEvent(event);
         }

@@ -25,6 +25,11 @@ void TBrowseDialog::PreviewDrawTimerProc(EventLoopTimerRef, void* data) {
     dialog->inPreviewDrawTimer = false;
 }
 
+void TBrowseDialog::TellPopupsTarget(const TKelNode& target) {
+    wherePopup.SetTarget(target);
+    pathPopup.SetTarget(target);
+}
+
 void TBrowseDialog::NodeBrowserControlNodeOpen(TNodeBrowserControl&, TKelNode&) {
     SetBusyState(1);
 }

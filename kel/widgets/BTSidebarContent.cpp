@@ -2,8 +2,8 @@
 // service's order (nothing here sorts them), and read again, one section at a time, when the
 // service says a list changed.
 
-#include "basalt/nodes/NodeIterator.h"
 #include "kel/widgets/BTSidebar.h"
+#include "kel/widgets/LocationMenuItems.h"
 #include "kel/widgets/views/BTSidebarItemsView.h"
 
 #include <algorithm>
@@ -61,13 +61,11 @@ StatusCode BTSidebar::AcquireChildren(const TKelNode& parent, bool first,
     items.clear();
     if (parent.IsEmpty())
         return noErr;
-    NodeIteratorRef iterator = nullptr;
-    if (StatusCode status = NewNodeIterator(parent.PeekNodeRef(), &iterator, 0, true))
+    std::vector<TKelNode> children;
+    if (StatusCode status = CopyChildNodes(parent, children))
         return status;
-    for (NodeRef child = NodeIteratorFirst(iterator); child != nullptr;
-         child = NodeIteratorNext(iterator))
-        FetchNodeInfo(TKelNode(child, false), first, items.emplace_back());
-    DisposeNodeIterator(iterator);
+    for (TKelNode& child : children)
+        FetchNodeInfo(std::move(child), first, items.emplace_back());
     return noErr;
 }
 

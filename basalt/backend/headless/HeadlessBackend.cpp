@@ -57,9 +57,18 @@ std::unique_ptr<toolbox::BackendWindow> HeadlessBackend::CreateWindow(WindowRef,
     return std::make_unique<HeadlessWindow>(contentBounds, scale);
 }
 
-MenuItemIndex HeadlessBackend::TrackPopupMenu(MenuRef menu, Point where, MenuItemIndex) {
+MenuItemIndex HeadlessBackend::TrackPopupMenu(MenuRef menu, Point where, MenuItemIndex current) {
     lastMenu = menu;
     lastMenuLocation = where;
+    if (!menuWork.empty()) {
+        std::function<void(MenuRef)> work = std::move(menuWork.front());
+        menuWork.pop_front();
+        ShownMenu shown{menu, where, current,
+                        menuChoices.empty() ? MenuItemIndex(0) : menuChoices.front()};
+        shownMenu = &shown;
+        work(menu);
+        shownMenu = nullptr;
+    }
     if (menuChoices.empty())
         return 0;
     MenuItemIndex choice = menuChoices.front();

@@ -1,12 +1,14 @@
 #pragma once
 
 // The headless backend: windows are offscreen Cairo image surfaces, the display is a fixed
-// 1440 x 900 screen, the beep is counted, popup menus answer with the choices a driver queued,
-// and the clipboard is a string in the process.
+// 1440 x 900 screen, the beep is counted, popup menus answer with the choices a driver queued
+// (after running the work it queued to do while they are open), and the clipboard is a string in
+// the process.
 
 #include "basalt/toolbox/backend/Backend.h"
 
 #include <deque>
+#include <functional>
 
 namespace basalt::headless {
 
@@ -27,9 +29,20 @@ public:
     int beeps = 0;
     // Answers for the next popup menus; an empty queue dismisses the menu.
     std::deque<MenuItemIndex> menuChoices;
+    // Work to run while the next popup menus are open, one for each menu, before it answers.
+    std::deque<std::function<void(MenuRef)>> menuWork;
     // The last menu shown and where.
     MenuRef lastMenu = nullptr;
     Point lastMenuLocation{};
+    // The menu shown now, while its work runs: what a snapshot draws over the windows.
+    struct ShownMenu {
+        MenuRef menu = nullptr;
+        Point where{};
+        MenuItemIndex current = 0;
+        // The item the queued choice will pick, drawn as under the pointer.
+        MenuItemIndex highlighted = 0;
+    };
+    const ShownMenu* shownMenu = nullptr;
 
 private:
     std::string clipboard_;

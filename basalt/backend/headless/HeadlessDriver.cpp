@@ -1,12 +1,14 @@
 #include "basalt/backend/headless/HeadlessDriver.h"
 
 #include "basalt/backend/headless/HeadlessBackend.h"
+#include "basalt/backend/headless/ShownMenuPicture.h"
 #include "basalt/graphics/BGCairo.h"
 #include "basalt/graphics/ShownText.h"
 #include "basalt/toolbox/classic/KeyboardLayout.h"
 #include "basalt/toolbox/controls/Buttons.h"
 #include "basalt/toolbox/events/ApplicationTarget.h"
 #include "basalt/toolbox/events/EventLoop.h"
+#include "basalt/toolbox/menus/Menu.h"
 #include "basalt/toolbox/views/UnicodeText.h"
 #include "basalt/toolbox/windows/WindowList.h"
 
@@ -201,6 +203,11 @@ void HeadlessDriver::ChooseMenuItem(MenuItemIndex item) {
         backend->menuChoices.push_back(item);
 }
 
+void HeadlessDriver::WhileMenuOpen(std::function<void(MenuRef)> work) {
+    if (HeadlessBackend* backend = ActiveHeadlessBackend())
+        backend->menuWork.push_back(std::move(work));
+}
+
 void HeadlessDriver::RunUntilIdle() {
     while (toolbox::DispatchPendingEvents()) {
     }
@@ -244,6 +251,32 @@ void PaintSheet(cairo_t* cr, toolbox::Window& parent, double parentWidth, int ba
     cairo_set_source_surface(cr, surface->Surface(), left, bar);
     cairo_paint(cr);
     cairo_restore(cr);
+}
+
+// The snapshot with the menu shown now drawn over it, grown where the menu runs past the
+// window; the snapshot itself when no menu is shown. Takes over `picture`.
+cairo_surface_t* WithShownMenu(cairo_surface_t* picture, toolbox::Window& window, double top,
+                               double scale) {
+    HeadlessBackend* backend = ActiveHeadlessBackend();
+    if (backend == nullptr || backend->shownMenu == nullptr ||
+        !toolbox::IsLiveMenu(backend->shownMenu->menu))
+        return picture;
+    BGRect menu = ShownMenuFrame(*backend->shownMenu, window.ContentBounds(), top);
+    double width = cairo_image_surface_get_width(picture) / scale;
+    double height = cairo_image_surface_get_height(picture) / scale;
+    double left = std::min(0.0, menu.origin.x), above = std::min(0.0, menu.origin.y);
+    double right = std::max(width, menu.origin.x + menu.size.width);
+    double below = std::max(height, menu.origin.y + menu.size.height);
+    cairo_surface_t* grown = cairo_image_surface_create(
+        CAIRO_FORMAT_ARGB32, int((right - left) * scale), int((below - above) * scale));
+    cairo_t* cr = cairo_create(grown);
+    cairo_set_source_surface(cr, picture, -left * scale, -above * scale);
+    cairo_paint(cr);
+    PaintShownMenu(cr, *backend->shownMenu,
+                   {(menu.origin.x - left) * scale, (menu.origin.y - above) * scale}, scale);
+    cairo_destroy(cr);
+    cairo_surface_destroy(picture);
+    return grown;
 }
 
 } // namespace
@@ -295,6 +328,7 @@ StatusCode HeadlessDriver::WritePNG(WindowRef window, const std::filesystem::pat
     cairo_paint(cr);
     PaintSheet(cr, *live, width / scale, bar);
     cairo_destroy(cr);
+    picture = WithShownMenu(picture, *live, bar / scale, scale);
     cairo_status_t status = cairo_surface_write_to_png(picture, path.c_str());
     cairo_surface_destroy(picture);
     return status == CAIRO_STATUS_SUCCESS ? noErr : StatusCode(fnfErr);

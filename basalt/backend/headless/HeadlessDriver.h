@@ -40,6 +40,10 @@ public:
     static StatusCode TypeText(const std::string& utf8);
     // The item the next popup menu answers with (0 dismisses it); queued in order.
     static void ChooseMenuItem(MenuItemIndex item);
+    // Runs work while the next popup menu is open, before it answers with its queued choice:
+    // to read the items it shows, or to take a snapshot, which then shows the menu over the
+    // window with the item about to be chosen highlighted. Queued in order, one per menu.
+    static void WhileMenuOpen(std::function<void(MenuRef)> work);
 
     // Dispatches what is queued and fires what is due until nothing is left, then draws.
     static void RunUntilIdle();

@@ -14,6 +14,13 @@ PopupButton::~PopupButton() {
         ReleaseMenu(menu_);
 }
 
+namespace {
+
+constexpr BGFloat kIconSize = 16;
+constexpr BGFloat kIconGap = 5;
+
+} // namespace
+
 std::u16string PopupButton::CurrentItemText() const {
     if (!IsLiveMenu(menu_))
         return Text();
@@ -21,12 +28,29 @@ std::u16string PopupButton::CurrentItemText() const {
     return item != nullptr ? item->text : Text();
 }
 
+IconRef PopupButton::CurrentItemIcon() const {
+    const Menu::Item* item =
+        IsLiveMenu(menu_) ? Menu::From(menu_)->At(MenuItemIndex(Value())) : nullptr;
+    return item != nullptr ? item->icon : nullptr;
+}
+
+// The current item shows as the menu shows it: its icon, if it has one, before its text.
 void PopupButton::Draw(BGContextRef context) {
     BTThemeButtonDrawInfo info{};
     info.state = ThemeState(*this);
     BGRect bounds = Bounds();
     BGRect label = bounds;
     BTThemeDrawButton(&bounds, kBTThemePopupButton, &info, context, &label);
+    if (IconRef icon = CurrentItemIcon()) {
+        BGRect box =
+            BGRectMake(label.origin.x, BGRectGetMidY(label) - kIconSize / 2, kIconSize, kIconSize);
+        PlotIconRefInContext(context, &box, kBTIconAlignCenter,
+                             info.state == kBTThemeStateActive ? kBTIconTransformNone
+                                                               : kBTIconTransformDisabled,
+                             nullptr, kBTPlotIconNormal, icon);
+        label.origin.x += kIconSize + kIconGap;
+        label.size.width = std::max<BGFloat>(0, label.size.width - kIconSize - kIconGap);
+    }
     DrawText(context, CurrentItemText(), label, kBTThemeFontSystem, kBTThemeTextFlushLeft,
              info.state);
 }

@@ -109,6 +109,27 @@ TEST(NodeSidebarTest, ARemoteBookmarkIsReachableWhileMounted) {
     fs::remove(keltest::ScratchHome() / ".config/gtk-3.0/bookmarks");
 }
 
+// Deleting a bookmark's row takes out that line alone: other bookmarks of the same folder,
+// lines the reader skips and the file's other lines stay as they were.
+TEST(NodeSidebarTest, DeletingABookmarkRowRemovesItsLineOnly) {
+    const fs::path file = keltest::ScratchHome() / ".config/gtk-3.0/bookmarks";
+    auto marked = keltest::MakeScratchFolder("marked");
+    const std::string first = "file://" + marked.string() + " Marked\n";
+    const std::string rest = "not a bookmark\nfile://" + marked.string() + " Again\n";
+    keltest::WriteFile(file, first + rest);
+    Held places(GetVirtualNode(kVirtualNodePlaces));
+    std::vector<Held> rows = Children(places.get());
+    ASSERT_GE(rows.size(), 2u);
+    NodeRef marking = rows[rows.size() - 2].get();
+    ASSERT_EQ(StringProperty(marking, "dnam"), u"Marked");
+    EXPECT_EQ(DeleteNode(marking), noErr);
+    EXPECT_EQ(keltest::ReadFile(file), rest);
+    EXPECT_TRUE(fs::is_directory(marked)) << "the folder itself stays";
+    EXPECT_EQ(DeleteNode(marking), fnfErr) << "the line is gone already";
+    fs::remove(file);
+    EXPECT_EQ(DeleteNode(rows.back().get()), fnfErr) << "no file, nothing to remove";
+}
+
 TEST(NodeSidebarTest, DevicesStartWithTheComputer) {
     Held devices(GetVirtualNode(kVirtualNodeDevices));
     std::vector<Held> rows = Children(devices.get());

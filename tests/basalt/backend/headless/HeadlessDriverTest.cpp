@@ -242,6 +242,47 @@ TEST_F(Sampler, ASnapshotShowsTheWindow) {
     cairo_surface_destroy(image);
 }
 
+TEST_F(Sampler, ASnapshotTakenWhileAMenuIsOpenShowsTheMenuBeyondTheWindow) {
+    MenuRef menu = nullptr;
+    CreateNewMenu(202, 0, &menu);
+    for (int index = 1; index <= 30; ++index) {
+        StringHolder item(MakeBCString(u"Folder " + std::u16string(1, u'A' + index % 26)));
+        AppendMenuItemTextWithBCString(menu, item.get(), 0, 0, nullptr);
+    }
+    SetControlData(Control(6), 0, kControlPopupButtonMenuRefTag, sizeof menu, &menu);
+    ReleaseMenu(menu);
+    SetControlValue(Control(6), 1);
+    const std::filesystem::path folder = keltest::MakeScratchFolder("menu-snapshot");
+    MenuRef seen = nullptr;
+    HeadlessDriver::WhileMenuOpen([&](MenuRef open) {
+        seen = open;
+        EXPECT_EQ(HeadlessDriver::WritePNG(window, folder / "open.png"), noErr);
+    });
+    HeadlessDriver::ChooseMenuItem(4);
+    HeadlessDriver::Click(window, "kels", 6);
+    HeadlessDriver::RunUntilIdle();
+    EXPECT_EQ(seen, menu);
+    EXPECT_EQ(GetControlValue(Control(6)), 4) << "the queued choice still answers";
+    ASSERT_EQ(HeadlessDriver::WritePNG(window, folder / "closed.png"), noErr);
+
+    cairo_surface_t* open = cairo_image_surface_create_from_png((folder / "open.png").c_str());
+    cairo_surface_t* closed = cairo_image_surface_create_from_png((folder / "closed.png").c_str());
+    ASSERT_EQ(cairo_surface_status(open), CAIRO_STATUS_SUCCESS);
+    const int windowHeight = 400 + kBTWindowTitleBarHeight;
+    EXPECT_EQ(cairo_image_surface_get_height(closed), windowHeight);
+    // Thirty rows run past the bottom of the window; the picture grows to hold them, and the
+    // part below the window is the menu's, not empty.
+    ASSERT_GT(cairo_image_surface_get_height(open), windowHeight + 200);
+    BGRect control = View::From(Control(6))->FrameInWindow();
+    cairo_surface_flush(open);
+    auto* pixels = reinterpret_cast<uint32_t*>(cairo_image_surface_get_data(open));
+    const int stride = cairo_image_surface_get_stride(open) / 4;
+    const uint32_t below = pixels[(windowHeight + 100) * stride + int(control.origin.x) + 30];
+    EXPECT_EQ(below >> 24, 0xFFu) << "an opaque menu lies below the window";
+    cairo_surface_destroy(open);
+    cairo_surface_destroy(closed);
+}
+
 TEST(HeadlessSnapshot, WindowsMadeAtTwiceTheScaleHaveTwiceThePixels) {
     HeadlessDriver::SetScale(2);
     Rect bounds = {100, 100, 160, 300};
