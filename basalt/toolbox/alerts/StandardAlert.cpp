@@ -125,6 +125,8 @@ StatusCode BuildAlert(AlertType, BCStringRef error, BCStringRef explanation,
         SetDialogDefaultItem(dialog.Ref(), p.defaultButton);
     if (p.cancelButton > 0 && p.cancelButton != p.defaultButton)
         SetDialogCancelItem(dialog.Ref(), p.cancelButton);
+    else if (p.defaultButton == kAlertStdAlertCancelButton)
+        SetDialogCancelItem(dialog.Ref(), kAlertStdAlertCancelButton); // escape means Cancel too
     *outAlert = dialog.Ref();
     return noErr;
 }
