@@ -109,6 +109,63 @@ void Eject(cairo_t* cr) {
     cairo_fill(cr);
 }
 
+// A line with round ends, for the marks on the alert icons.
+void Bar(cairo_t* cr, double x0, double y0, double x1, double y1, double width) {
+    cairo_set_line_width(cr, width);
+    cairo_set_line_cap(cr, CAIRO_LINE_CAP_ROUND);
+    cairo_move_to(cr, x0, y0);
+    cairo_line_to(cr, x1, y1);
+    cairo_stroke(cr);
+}
+
+void Dot(cairo_t* cr, double x, double y, double radius) {
+    cairo_arc(cr, x, y, radius, 0, 2 * M_PI);
+    cairo_fill(cr);
+}
+
+// A disc with a darker rim, the ground of the note and stop icons.
+void Disc(cairo_t* cr, const ThemeColor& fill, const ThemeColor& rim) {
+    cairo_arc(cr, 0.5, 0.5, 0.43, 0, 2 * M_PI);
+    SetSource(cr, fill);
+    cairo_fill_preserve(cr);
+    SetSource(cr, rim);
+    cairo_set_line_width(cr, 0.04);
+    cairo_stroke(cr);
+}
+
+void Caution(cairo_t* cr) {
+    cairo_move_to(cr, 0.5, 0.1);
+    cairo_line_to(cr, 0.93, 0.86);
+    cairo_line_to(cr, 0.07, 0.86);
+    cairo_close_path(cr);
+    // Stroked wide with round joins for the rounded corners, then filled over the inner half
+    // of that stroke, which leaves a rim.
+    cairo_set_line_width(cr, 0.1);
+    SetSource(cr, kPalette.iconCautionLine);
+    cairo_stroke_preserve(cr);
+    SetSource(cr, kPalette.iconCaution);
+    cairo_set_line_width(cr, 0.06);
+    cairo_stroke_preserve(cr);
+    cairo_fill(cr);
+    SetSource(cr, kPalette.iconCautionMark);
+    Bar(cr, 0.5, 0.38, 0.5, 0.6, 0.1);
+    Dot(cr, 0.5, 0.74, 0.055);
+}
+
+void Note(cairo_t* cr) {
+    Disc(cr, kPalette.iconNote, kPalette.iconNoteLine);
+    SetSource(cr, kPalette.iconPaper);
+    Dot(cr, 0.5, 0.29, 0.065);
+    Bar(cr, 0.5, 0.45, 0.5, 0.72, 0.12);
+}
+
+void Stop(cairo_t* cr) {
+    Disc(cr, kPalette.iconStop, kPalette.iconStopLine);
+    SetSource(cr, kPalette.iconPaper);
+    Bar(cr, 0.35, 0.35, 0.65, 0.65, 0.11);
+    Bar(cr, 0.65, 0.35, 0.35, 0.65, 0.11);
+}
+
 } // namespace
 
 void DrawIconShape(cairo_t* cr, DrawnIcon kind, BGRect square) {
@@ -137,6 +194,15 @@ void DrawIconShape(cairo_t* cr, DrawnIcon kind, BGRect square) {
         break;
     case DrawnIcon::Eject:
         Eject(cr);
+        break;
+    case DrawnIcon::Caution:
+        Caution(cr);
+        break;
+    case DrawnIcon::Note:
+        Note(cr);
+        break;
+    case DrawnIcon::Stop:
+        Stop(cr);
         break;
     }
     cairo_restore(cr);

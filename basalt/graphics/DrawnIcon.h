@@ -8,7 +8,18 @@
 
 namespace basalt::graphics {
 
-enum class DrawnIcon { Document, Folder, Device, Search, Application, Trash, Eject };
+enum class DrawnIcon {
+    Document,
+    Folder,
+    Device,
+    Search,
+    Application,
+    Trash,
+    Eject,
+    Caution,
+    Note,
+    Stop
+};
 
 void DrawIconShape(cairo_t* cr, DrawnIcon kind, BGRect square);
 

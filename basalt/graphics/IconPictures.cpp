@@ -3,6 +3,7 @@
 #include "basalt/graphics/IconTheme.h"
 #include "basalt/graphics/PixbufSurface.h"
 
+#include <algorithm>
 #include <map>
 #include <mutex>
 #include <utility>
@@ -10,10 +11,25 @@
 namespace basalt::graphics {
 namespace {
 
-cairo_surface_t* LoadPicture(const std::vector<std::string>& names, int pixelSize) {
+// Scaling a picture up by more than this shows.
+constexpr double kMostUpscale = 1.25;
+
+// Whether a file is drawn at pixelSize without blowing its pixels up: a scalable format, or a
+// raster at least nearly that size.
+bool Sharp(const std::string& file, int pixelSize) {
+    int width = 0;
+    int height = 0;
+    GdkPixbufFormat* format = gdk_pixbuf_get_file_info(file.c_str(), &width, &height);
+    if (format == nullptr)
+        return false;
+    return gdk_pixbuf_format_is_scalable(format) ||
+           std::max(width, height) * kMostUpscale >= pixelSize;
+}
+
+cairo_surface_t* LoadPicture(const std::vector<std::string>& names, int pixelSize, bool sharpOnly) {
     for (const std::string& name : names) {
         const auto file = IconThemeSet::Default().Find(name, pixelSize);
-        if (!file)
+        if (!file || (sharpOnly && !Sharp(*file, pixelSize)))
             continue;
         GdkPixbuf* pixbuf =
             gdk_pixbuf_new_from_file_at_size(file->c_str(), pixelSize, pixelSize, nullptr);
@@ -36,11 +52,11 @@ public:
     }
 
     cairo_surface_t* Get(const std::string& key, const std::vector<std::string>& names,
-                         int pixelSize) {
+                         int pixelSize, bool sharpOnly) {
         std::lock_guard lock(mutex_);
         auto [entry, added] = pictures_.try_emplace({key, pixelSize}, nullptr);
         if (added)
-            entry->second = LoadPicture(names, pixelSize);
+            entry->second = LoadPicture(names, pixelSize, sharpOnly);
         return entry->second;
     }
 
@@ -52,9 +68,9 @@ private:
 } // namespace
 
 cairo_surface_t* IconPicture(const std::string& key, const std::vector<std::string>& names,
-                             int pixelSize) {
+                             int pixelSize, bool sharpOnly) {
     static PictureCache cache;
-    return cache.Get(key, names, pixelSize);
+    return cache.Get(key, names, pixelSize, sharpOnly);
 }
 
 } // namespace basalt::graphics

@@ -12,8 +12,9 @@
 namespace basalt::graphics {
 
 // The picture of the first of names that a theme has, closest to pixelSize, or null when none
-// has one. Owned by the cache; it lives as long as the process.
+// has one. With sharpOnly, a raster file much smaller than pixelSize counts as none. Owned by
+// the cache; it lives as long as the process.
 cairo_surface_t* IconPicture(const std::string& key, const std::vector<std::string>& names,
-                             int pixelSize);
+                             int pixelSize, bool sharpOnly = false);
 
 } // namespace basalt::graphics

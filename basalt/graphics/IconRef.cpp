@@ -14,6 +14,7 @@ struct SystemIcon {
     OSType type;
     std::vector<std::string> names;
     DrawnIcon drawn;
+    bool sharpOnly = false;
 };
 
 const std::vector<SystemIcon>& SystemIcons() {
@@ -39,6 +40,10 @@ const std::vector<SystemIcon>& SystemIcons() {
         {kBTIconEject, {"media-eject"}, DrawnIcon::Eject},
         {kBTIconLocked, {"changes-prevent", "emblem-readonly"}, DrawnIcon::Document},
         {kBTIconUnknownFile, {"application-x-generic"}, DrawnIcon::Document},
+        // An alert's icon is its largest picture: a blurred one would spoil the alert.
+        {kBTIconAlertNote, {"dialog-information"}, DrawnIcon::Note, true},
+        {kBTIconAlertCaution, {"dialog-warning"}, DrawnIcon::Caution, true},
+        {kBTIconAlertStop, {"dialog-error"}, DrawnIcon::Stop, true},
     };
     return icons;
 }
@@ -62,13 +67,14 @@ public:
         return table;
     }
 
-    IconRef Intern(const std::string& key, std::vector<std::string> names, DrawnIcon drawn) {
+    IconRef Intern(const std::string& key, std::vector<std::string> names, DrawnIcon drawn,
+                   bool sharpOnly = false) {
         std::lock_guard lock(mutex_);
         if (auto found = icons_.find(key); found != icons_.end()) {
             ++found->second->owners;
             return found->second;
         }
-        auto* icon = new OpaqueIconRef(key, std::move(names), drawn);
+        auto* icon = new OpaqueIconRef(key, std::move(names), drawn, sharpOnly);
         icons_.emplace(key, icon);
         return icon;
     }
@@ -115,7 +121,7 @@ private:
 } // namespace
 
 cairo_surface_t* OpaqueIconRef::PictureFor(int pixelSize) {
-    return basalt::graphics::IconPicture(key, names, pixelSize);
+    return basalt::graphics::IconPicture(key, names, pixelSize, sharpOnly);
 }
 
 extern "C" {
@@ -131,7 +137,7 @@ StatusCode GetIconRef(int16_t vRefNum, OSType creator, OSType iconType, IconRef*
         if (entry.type != iconType)
             continue;
         *icon = IconTable::Shared().Intern("type:" + std::to_string(iconType), entry.names,
-                                           entry.drawn);
+                                           entry.drawn, entry.sharpOnly);
         return noErr;
     }
     return kBTIconNotFoundErr;

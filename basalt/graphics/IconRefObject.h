@@ -13,8 +13,9 @@
 
 struct OpaqueIconRef {
     OpaqueIconRef(std::string iconKey, std::vector<std::string> themeNames,
-                  basalt::graphics::DrawnIcon drawn)
-        : key(std::move(iconKey)), names(std::move(themeNames)), fallback(drawn) {}
+                  basalt::graphics::DrawnIcon drawn, bool drawnOverBlurred)
+        : key(std::move(iconKey)), names(std::move(themeNames)), fallback(drawn),
+          sharpOnly(drawnOverBlurred) {}
     OpaqueIconRef(const OpaqueIconRef&) = delete;
     OpaqueIconRef& operator=(const OpaqueIconRef&) = delete;
 
@@ -25,5 +26,7 @@ struct OpaqueIconRef {
     const std::string key;
     const std::vector<std::string> names;
     const basalt::graphics::DrawnIcon fallback;
+    // Drawn rather than taken from a theme picture that would have to be blown up.
+    const bool sharpOnly;
     uint16_t owners = 1;
 };

@@ -51,6 +51,13 @@ struct ThemePalette {
     ThemeColor iconFolderBack = Hex(0x6F97C6);
     ThemeColor iconFolderLine = Hex(0x4F79AB);
     ThemeColor iconDevice = Hex(0xDDE1E6);
+    ThemeColor iconCaution = Hex(0xF2B82A);
+    ThemeColor iconCautionLine = Hex(0xC98E0B);
+    ThemeColor iconCautionMark = Hex(0x3A2F12);
+    ThemeColor iconNote = Hex(0x3A7BD5);
+    ThemeColor iconNoteLine = Hex(0x2A5FA8);
+    ThemeColor iconStop = Hex(0xD93A36);
+    ThemeColor iconStopLine = Hex(0xA82623);
 };
 
 inline constexpr ThemePalette kPalette;

@@ -404,11 +404,16 @@ enum {
     kBTIconAlias = 0x616C6973,              /* "alis" */
     kBTIconEject = 0x656A6563,              /* "ejec" */
     kBTIconLocked = 0x6C6F636B,             /* "lock" */
+    kBTIconAlertNote = 0x6E6F7465,          /* "note" */
+    kBTIconAlertCaution = 0x63617574,       /* "caut" */
+    kBTIconAlertStop = 0x73746F70,          /* "stop" */
     kBTIconUnknownFile = 0x3F3F3F3F         /* "????" */
 };
 
 /* icon is owned by the caller (release with ReleaseIconRef). Unknown types give
-   kBTIconNotFoundErr. Every known type yields an icon: a drawn one when no theme has it. */
+   kBTIconNotFoundErr. Every known type yields an icon: a drawn one when no theme has it. The
+   alert icons are drawn too rather than blown up from a theme picture much smaller than the
+   size plotted. */
 BASALT_EXPORT StatusCode GetIconRef(int16_t vRefNum, OSType creator, OSType iconType,
                                     IconRef* icon);
 /* An icon by freedesktop icon name (for a MIME type, say "text-x-python"), looked up in the

@@ -221,6 +221,8 @@ public:
     // ---- Selection and accept ----
     StatusCode GetSelection(TKelNodeArray& out);
     StatusCode GetSelection(BEDesc* out);
+    // Selects every row of the target that the filter lets the user select.
+    StatusCode SelectAllSelectable();
     bool TryAcceptDialog(uint32_t modifiers);
     bool IsTargetLocked();
     StatusCode GetDropNode(DragRef drag, TKelNode& out);

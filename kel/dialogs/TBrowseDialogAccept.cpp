@@ -10,6 +10,7 @@
 namespace {
 
 constexpr FourCharCode kNameProperty4 = NodeCode("pnam");
+constexpr unsigned long kSelectionSet = 1;
 
 // Appends each node as the next item of a new list. A node that can't be converted is skipped,
 // but only the last node's status decides the result.
@@ -107,6 +108,23 @@ bool TBrowseDialog::CanChoose() {
         }
     }
     return false;
+}
+
+StatusCode TBrowseDialog::SelectAllSelectable() {
+    StatusCode status = browser->SelectAll();
+    TKelNodeArray selection;
+    if (status != noErr || (status = browser->GetSelection(selection)) != noErr) {
+        return status;
+    }
+    // The browser picks rows by kind alone; rows the type filter greys out stay unselected.
+    const auto refused = std::erase_if(selection, [this](const TKelNode& node) {
+        TKelNode judged = node;
+        if (NodeIsQueryHit(node.PeekNodeRef())) {
+            node.GetOriginal(false, judged);
+        }
+        return !filter.CanSelect(judged, 0);
+    });
+    return refused == 0 ? noErr : browser->SetSelection(selection, kSelectionSet);
 }
 
 bool TBrowseDialog::CanOpen() {

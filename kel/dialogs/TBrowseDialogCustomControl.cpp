@@ -117,7 +117,7 @@ StatusCode TBrowseDialog::CustomControl(long selector, void* parms) {
     case kKelCtlSelectEditFileName:
         return SelectSaveFileName(static_cast<ControlEditTextSelectionRec*>(parms));
     case kKelCtlBrowserSelectAll:
-        return browser != nullptr ? browser->SelectAll() : kFailedErr;
+        return browser != nullptr ? SelectAllSelectable() : kFailedErr;
     case kKelCtlGotoParent:
         return TCustomControlMessages::GoToParent(*this);
     case kKelCtlSetActionState:

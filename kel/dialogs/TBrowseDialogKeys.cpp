@@ -273,5 +273,5 @@ bool TBrowseDialog::IsBTCommandAllowed(uint32_t command) {
 }
 
 bool TBrowseDialog::ExecuteBTCommand(uint32_t command) {
-    return command == kBTCommandSelectAll && BrowserHasFocus() && browser->SelectAll() == noErr;
+    return command == kBTCommandSelectAll && BrowserHasFocus() && SelectAllSelectable() == noErr;
 }

@@ -21,6 +21,20 @@ Boolean Press(DialogRef dialog, DialogItemIndex item, DialogItemIndex* itemHit) 
     return true;
 }
 
+// The item of the alert's default button. An alert that could destroy something makes Cancel
+// its default, so return must not simply mean item 1.
+DialogItemIndex DefaultItem(DialogRef dialog) {
+    ControlRef defaultButton = nullptr;
+    GetWindowDefaultButton(GetDialogWindow(dialog), &defaultButton);
+    for (DialogItemIndex item = 1; defaultButton != nullptr && item <= CountDITL(dialog); ++item) {
+        ControlRef button = nullptr;
+        if (GetDialogItemAsControl(dialog, item, &button) == noErr && button == defaultButton) {
+            return item;
+        }
+    }
+    return kAlertStdAlertOKButton;
+}
+
 } // namespace
 
 CStandardAlert::CStandardAlert(AlertType alertType, BCStringRef error, BCStringRef explanation,
@@ -124,7 +138,7 @@ Boolean CStandardAlert::builtInFilter(DialogRef dialog, EventRecord* event,
     }
     const auto keyCode = static_cast<uint16_t>((event->message & keyCodeMask) >> 8);
     if (keyCode == kReturnKeyCode || keyCode == kOldEnterKeyCode || keyCode == kEnterKeyCode) {
-        return Press(dialog, kAlertStdAlertOKButton, itemHit);
+        return Press(dialog, DefaultItem(dialog), itemHit);
     }
     if (keyCode == kEscapeKeyCode) {
         return Press(dialog, kAlertStdAlertCancelButton, itemHit);

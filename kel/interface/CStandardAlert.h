@@ -27,7 +27,8 @@ public:
     bool IsSheet() const { return parentWindow != nullptr; }
 
     // The filter of alerts made with neither filter nor parent: return and enter press the
-    // default button, escape and command-period the cancel button.
+    // default button (item 1 unless the alert chose another), escape and command-period the
+    // cancel button.
     static Boolean builtInFilter(DialogRef dialog, EventRecord* event, DialogItemIndex* itemHit);
 
 private:

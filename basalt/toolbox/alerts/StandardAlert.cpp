@@ -1,8 +1,10 @@
-// Standard alerts and sheets: a window with the message, the explanation and up to four
-// buttons, items 1 (default), 2 (cancel), 3 (other) and 4 (help). A modal alert runs its own
+// Standard alerts and sheets: a window with the alert type's icon at the left, the message and
+// the explanation beside it, and up to four buttons, items 1 (default), 2 (cancel), 3 (other)
+// and 4 (help). A modal alert runs its own
 // loop and answers the item hit; a sheet sends "cmds" 1 with "ok  ", "not!" or "othr" to its
 // target and closes itself.
 
+#include "basalt/toolbox/alerts/AlertIcon.h"
 #include "basalt/toolbox/controls/ControlDrawing.h"
 #include "basalt/toolbox/controls/Displays.h"
 #include "basalt/toolbox/dialogs/Dialog.h"
@@ -17,7 +19,8 @@ namespace {
 
 constexpr double kWidth = 440;
 constexpr double kMargin = 20;
-constexpr double kTextLeft = 20;
+constexpr double kIconSize = 48;
+constexpr double kIconGap = 16;
 constexpr double kButtonHeight = 24;
 
 bool IsDefaultText(BCStringRef text) {
@@ -42,11 +45,11 @@ double TextHeight(const std::u16string& text, BTThemeFontID font, double width) 
 }
 
 std::shared_ptr<View> AddText(Window& window, const std::u16string& text, BTThemeFontID font,
-                              double top, double height) {
+                              double left, double top, double height) {
     auto view = std::make_shared<StaticText>();
     view->font = font;
     view->SetText(text);
-    view->SetFrame(BGRectMake(kTextLeft, top, kWidth - kTextLeft - kMargin, height));
+    view->SetFrame(BGRectMake(left, top, kWidth - left - kMargin, height));
     window.Root().AddSubview(view);
     return view;
 }
@@ -83,7 +86,7 @@ void AddButtons(Window& window, Dialog& dialog, const Buttons& buttons, double t
     }
 }
 
-StatusCode BuildAlert(AlertType, BCStringRef error, BCStringRef explanation,
+StatusCode BuildAlert(AlertType alertType, BCStringRef error, BCStringRef explanation,
                       const AlertStdBCStringAlertParamRec* param, WindowClass windowClass,
                       DialogRef* outAlert) {
     if (outAlert == nullptr)
@@ -93,10 +96,15 @@ StatusCode BuildAlert(AlertType, BCStringRef error, BCStringRef explanation,
     const AlertStdBCStringAlertParamRec& p = param != nullptr ? *param : defaults;
     std::u16string message = FromBCString(error);
     std::u16string detail = FromBCString(explanation);
-    double textWidth = kWidth - kTextLeft - kMargin;
+    std::shared_ptr<View> icon = MakeAlertIcon(alertType);
+    // The text stands beside the icon, and the buttons below whichever of the two is longer.
+    const double textLeft = icon != nullptr ? kMargin + kIconSize + kIconGap : kMargin;
+    const double textWidth = kWidth - textLeft - kMargin;
     double messageHeight = TextHeight(message, kBTThemeFontEmphasized, textWidth);
     double detailHeight = TextHeight(detail, kBTThemeFontSmallSystem, textWidth);
-    double buttonsTop = kMargin + messageHeight + (detail.empty() ? 0 : 8 + detailHeight) + 20;
+    const double textHeight = messageHeight + (detail.empty() ? 0 : 8 + detailHeight);
+    const double buttonsTop =
+        kMargin + std::max(textHeight, icon != nullptr ? kIconSize : 0.0) + 20;
     Rect bounds = {0, 0, int16_t(buttonsTop + kButtonHeight + kMargin), int16_t(kWidth)};
 
     WindowClass actualClass = windowClass;
@@ -107,9 +115,14 @@ StatusCode BuildAlert(AlertType, BCStringRef error, BCStringRef explanation,
         status != noErr)
         return status;
     Window& window = *Window::From(ref);
-    AddText(window, message, kBTThemeFontEmphasized, kMargin, messageHeight);
+    if (icon != nullptr) {
+        icon->SetFrame(BGRectMake(kMargin, kMargin, kIconSize, kIconSize));
+        window.Root().AddSubview(icon);
+    }
+    AddText(window, message, kBTThemeFontEmphasized, textLeft, kMargin, messageHeight);
     if (!detail.empty())
-        AddText(window, detail, kBTThemeFontSmallSystem, kMargin + messageHeight + 8, detailHeight);
+        AddText(window, detail, kBTThemeFontSmallSystem, textLeft, kMargin + messageHeight + 8,
+                detailHeight);
 
     window.dialog = std::make_unique<Dialog>(window);
     Dialog& dialog = *window.dialog;
@@ -125,6 +138,8 @@ StatusCode BuildAlert(AlertType, BCStringRef error, BCStringRef explanation,
         SetDialogDefaultItem(dialog.Ref(), p.defaultButton);
     if (p.cancelButton > 0 && p.cancelButton != p.defaultButton)
         SetDialogCancelItem(dialog.Ref(), p.cancelButton);
+    else if (p.defaultButton == kAlertStdAlertCancelButton)
+        SetDialogCancelItem(dialog.Ref(), kAlertStdAlertCancelButton); // escape means Cancel too
     *outAlert = dialog.Ref();
     return noErr;
 }

@@ -138,14 +138,17 @@ Boolean IsControlActive(ControlRef control) {
 void HiliteControl(ControlRef control, ControlPartCode hiliteState) {
     if (control == nullptr)
         return;
-    if (hiliteState == kControlInactivePart)
-        V(control)->SetActive(false);
-    else
+    // 255 is the inactive state, so any other value leaves it.
+    V(control)->SetActive(hiliteState != kControlInactivePart);
+    if (hiliteState != kControlInactivePart)
         V(control)->SetHilite(hiliteState);
 }
 
 ControlPartCode GetControlHilite(ControlRef control) {
-    return control != nullptr ? V(control)->Hilite() : ControlPartCode(kControlNoPart);
+    if (control == nullptr)
+        return kControlNoPart;
+    return V(control)->IsDeactivated() ? ControlPartCode(kControlInactivePart)
+                                       : V(control)->Hilite();
 }
 
 Boolean IsControlHilited(ControlRef control) {

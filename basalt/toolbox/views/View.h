@@ -71,7 +71,10 @@ public:
     bool IsEnabled() const { return enabled_; }
     bool IsEnabledInTree() const;
     void SetEnabled(bool enabled);
+    // Active in itself and in an active window.
     bool IsActive() const;
+    // Whether the view itself was deactivated, whatever its window.
+    bool IsDeactivated() const { return !active_; }
     void SetActive(bool active);
     ControlPartCode Hilite() const { return hilite_; }
     void SetHilite(ControlPartCode part);

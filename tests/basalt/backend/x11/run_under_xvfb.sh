@@ -120,10 +120,10 @@ check "ask-save answered by Return" "$(outcome save-by-return)" "save|0"
 ask_alert cancel-by-escape 'xdotool key --window $window Escape' ask-save --document a
 check "ask-save answered by Escape" "$(outcome cancel-by-escape)" "cancel|1"
 
-# The alert is 440 x 121 points: Don't Save at the left, Cancel and Save at the right.
-ask_alert dont-save-by-click 'click_at $window 60 91 1' ask-save --document a
+# The alert is 440 x 134 points: Don't Save at the left, Cancel and Save at the right.
+ask_alert dont-save-by-click 'click_at $window 60 102 1' ask-save --document a
 check "Don't Save clicked" "$(outcome dont-save-by-click)" "dont-save|0"
-ask_alert cancel-by-click 'click_at $window 295 91 1' ask-save --document a
+ask_alert cancel-by-click 'click_at $window 295 102 1' ask-save --document a
 check "Cancel clicked" "$(outcome cancel-by-click)" "cancel|1"
 
 # What a window manager reads, then its close button.
@@ -145,10 +145,28 @@ for scale in 1 2; do
     eventually test -s "$artifacts/ask-save-x11-scale$scale.png"
     "$probe" shot "$artifacts/screen-scale$scale.png"
     check "snapshot at scale $scale" "$(png_size "$artifacts/ask-save-x11-scale$scale.png")" \
-        "$((440 * scale)) $((121 * scale))"
-    click_at "$window" 380 91 "$scale"
+        "$((440 * scale)) $((134 * scale))"
+    click_at "$window" 380 102 "$scale"
     check "Save clicked at scale $scale" "$(outcome snapshot$scale)" "save|0"
 done
+
+# The open dialog on a folder of samples, pictured by the server at scale 1 and 2 (at 2x the
+# window is cut to the 640 x 400 points of the screen), then cancelled by Escape.
+samples=$work/samples
+mkdir -p "$samples/Projects"
+printf 'Quarterly figures\n' >"$samples/Quarterly Report.txt"
+printf '%%PDF-1.4\n' >"$samples/Invoice 2026.pdf"
+for scale in 1 2; do
+    launch "open$scale" env GDK_SCALE=$scale "$kelpick" open --dir "$samples" \
+        --snapshot "$artifacts/open-x11-scale$scale.png"
+    window=$(window_of "open$scale")
+    eventually test -s "$artifacts/open-x11-scale$scale.png"
+    xdotool windowfocus --sync "$window"
+    xdotool key --window "$window" Escape
+    check "the open dialog cancelled at scale $scale" "$(outcome open$scale)" "|1"
+done
+check "the open dialog's snapshot" "$(png_size "$artifacts/open-x11-scale1.png")" "720 480"
+check "the open dialog's snapshot at 2x" "$(png_size "$artifacts/open-x11-scale2.png")" "1280 756"
 
 # ---- A field typed into with a German layout, dead keys included, pasted into and copied
 # out of, and a file dropped onto its window. Some X servers ignore layout changes; there the

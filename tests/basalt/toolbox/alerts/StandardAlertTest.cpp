@@ -167,3 +167,33 @@ TEST(StandardSheet, ClosingWithoutACommandSendsNothing) {
     EXPECT_EQ(command, 0u);
     DisposeWindow(parent);
 }
+
+// A sheet has no filter: the toolbox's own keys answer it. With Cancel as the default (and so
+// no separate cancel item), return and escape must both mean Cancel.
+TEST(StandardSheet, KeysAnswerTheDefaultAndCancelWhenCancelIsTheDefault) {
+    Rect bounds = {100, 100, 400, 600};
+    WindowRef parent = nullptr;
+    ASSERT_EQ(CreateNewWindow(kDocumentWindowClass, 0, &bounds, &parent), noErr);
+    ShowWindow(parent);
+    uint32_t command = 0;
+    const EventTypeSpec commands = {kEventClassCommand, kEventCommandProcess};
+    InstallEventHandler(GetWindowEventTarget(parent), RecordCommand, 1, &commands, &command,
+                        nullptr);
+    Texts texts;
+    AlertStdBCStringAlertParamRec params = SaveParams(texts);
+    params.otherText = nullptr;
+    params.defaultButton = kAlertStdAlertCancelButton;
+    params.cancelButton = 0;
+    for (uint16_t key : {kVK_Return, kVK_ANSI_KeypadEnter, kVK_Escape}) {
+        DialogRef sheet = nullptr;
+        ASSERT_EQ(CreateStandardSheet(kAlertCautionAlert, texts.message.get(), nullptr, &params,
+                                      GetWindowEventTarget(parent), &sheet),
+                  noErr);
+        ASSERT_EQ(ShowSheetWindow(GetDialogWindow(sheet), parent), noErr);
+        command = 0;
+        HeadlessDriver::PressKey(key);
+        HeadlessDriver::RunUntilIdle();
+        EXPECT_EQ(command, kBTCommandCancel) << "key " << key;
+    }
+    DisposeWindow(parent);
+}

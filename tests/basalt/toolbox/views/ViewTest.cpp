@@ -165,6 +165,31 @@ TEST_F(ViewTest, StateChangesNotifyTheViewOnceEach) {
     EXPECT_EQ(GetControlValue(check), 1);
 }
 
+// 255 is the inactive state: any other hilite value brings the control back to life.
+TEST_F(ViewTest, HiliteAfterTheInactiveStateReactivates) {
+    ShowWindow(window);
+    SelectWindow(window);
+    ControlRef button = Make(kControlKindPushButton, BGRectMake(10, 10, 80, 20), nullptr, u"OK");
+    std::string log;
+    const EventTypeSpec changes[] = {{kEventClassControl, kEventControlActivate},
+                                     {kEventClassControl, kEventControlDeactivate}};
+    InstallEventHandler(GetControlEventTarget(button), Log, 2, changes, &log, nullptr);
+    HiliteControl(button, kControlInactivePart);
+    EXPECT_FALSE(IsControlActive(button));
+    EXPECT_EQ(GetControlHilite(button), kControlInactivePart);
+    HiliteControl(button, kControlNoPart);
+    EXPECT_TRUE(IsControlActive(button));
+    EXPECT_EQ(GetControlHilite(button), kControlNoPart);
+    HiliteControl(button, kControlInactivePart);
+    HiliteControl(button, kControlButtonPart);
+    EXPECT_TRUE(IsControlActive(button));
+    EXPECT_EQ(GetControlHilite(button), kControlButtonPart);
+    EXPECT_EQ(log, std::to_string(kEventControlDeactivate) + " " +
+                       std::to_string(kEventControlActivate) + " " +
+                       std::to_string(kEventControlDeactivate) + " " +
+                       std::to_string(kEventControlActivate) + " ");
+}
+
 TEST_F(ViewTest, OptimalBoundsFitTheTitle) {
     ControlRef shortButton = Make(kControlKindPushButton, BGRectMake(0, 0, 10, 10), nullptr, u"OK");
     ControlRef longButton = Make(kControlKindPushButton, BGRectMake(0, 0, 10, 10), nullptr,
