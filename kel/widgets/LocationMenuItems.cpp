@@ -10,6 +10,8 @@
 #include "kel/nodes/TNodeFilter.h"
 #include "kel/nodes/TNodePathHelper.h"
 
+#include <iterator>
+
 namespace {
 
 constexpr FourCharCode kDisplayName = NodeCode("dnam");
@@ -64,6 +66,16 @@ TIcon EntryIcon(const TKelNode& node) {
     return icon;
 }
 
+TIcon SystemIcon(OSType type, StatusCode& status) {
+    TIcon icon;
+    IconRef found = nullptr;
+    status = GetIconRef(kBTSystemVolume, kBTSystemIconsCreator, type, &found);
+    if (status == noErr) {
+        icon.Adopt(found);
+    }
+    return icon;
+}
+
 void SetItemTextToName(MenuRef menu, MenuItemIndex item, const TKelNode& node) {
     TUniString name;
     if (node.GetPropertyAsString(kDisplayName, name) == noErr) {
@@ -102,6 +114,9 @@ StatusCode CopyChildNodes(const TKelNode& container, std::vector<TKelNode>& out)
     return noErr;
 }
 
+namespace {
+
+// The menu item the "cmds" 1 event of a menu chose, 0 if it names none of that menu's.
 MenuItemIndex ChosenMenuItem(EventRef event, MenuRef menu) {
     BTCommand command{};
     if (GetEventParameter(event, kEventParamDirectObject, typeBTCommand, nullptr, sizeof command,
@@ -110,6 +125,45 @@ MenuItemIndex ChosenMenuItem(EventRef event, MenuRef menu) {
         return 0;
     }
     return command.menu.menuItemIndex;
+}
+
+} // namespace
+
+StatusCode InstallLocationMenuHandler(MenuRef menu, EventHandlerUPP handler, void* popup,
+                                      EventHandlerRef* out) {
+    static const EventTypeSpec kMenuEvents[] = {{kEventClassCommand, kEventCommandProcess},
+                                                {kEventClassMenu, kEventMenuOpening}};
+    return InstallEventHandler(GetMenuEventTarget(menu), handler, std::size(kMenuEvents),
+                               kMenuEvents, popup, out);
+}
+
+void ShowFirstItem(ControlRef control, MenuRef menu) {
+    SetControlMaximum(control, int16_t(CountMenuItems(menu)));
+    SetControlValue(control, 1);
+    CalcMenuSize(menu);
+}
+
+StatusCode HandleLocationMenuEvent(EventRef event, MenuRef menu, ControlRef control,
+                                   bool& menuIsValid, const std::function<void()>& fill,
+                                   const std::function<bool(MenuItemIndex, TKelNodeArray&)>& choose,
+                                   IFavoritesCommandHandler& handler) {
+    if (GetEventClass(event) == kEventClassMenu) {
+        if (!menuIsValid) {
+            fill();
+            menuIsValid = true;
+        }
+        return eventNotHandledErr;
+    }
+    const MenuItemIndex item = ChosenMenuItem(event, menu);
+    if (item == 0) {
+        return eventNotHandledErr;
+    }
+    TKelNodeArray path;
+    if (choose(item, path) && !path.empty()) {
+        handler.SetTargetCommand(path.back(), path.back());
+        SetControlValue(control, 1);
+    }
+    return noErr;
 }
 
 MenuItemIndex TRecentPlaces::AppendGroup(MenuRef menu, const TNodeFilter& filter) {

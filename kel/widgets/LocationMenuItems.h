@@ -5,8 +5,10 @@
 // the same way from the user's list of recent folders.
 
 #include "kel/nodes/TKelNodeArray.h"
+#include "kel/widgets/IFavoritesCommandHandler.h"
 
 #include <basalt/BasaltToolbox.h>
+#include <functional>
 #include <vector>
 
 class TNodeFilter;
@@ -19,6 +21,8 @@ MenuItemIndex AppendNodeItem(MenuRef menu, const TKelNode& node, const TIcon& ic
 TIcon PlainIcon(const TKelNode& node);
 // The icon the node service gives an entry of its virtual lists.
 TIcon EntryIcon(const TKelNode& node);
+// The system's icon of that type; none, and status non-zero, if the system has none.
+TIcon SystemIcon(OSType type, StatusCode& status);
 // Sets an item's text to the node's display name, if it can be read.
 void SetItemTextToName(MenuRef menu, MenuItemIndex item, const TKelNode& node);
 
@@ -32,8 +36,19 @@ TKelNodeArray ChoicePathOf(const TKelNode& node);
 // The children of a container in the service's order.
 StatusCode CopyChildNodes(const TKelNode& container, std::vector<TKelNode>& out);
 
-// The menu item the "cmds" 1 event of a menu chose, 0 if it names none of that menu's.
-MenuItemIndex ChosenMenuItem(EventRef event, MenuRef menu);
+// The popup shows item 1 of its menu, whatever its length now.
+void ShowFirstItem(ControlRef control, MenuRef menu);
+
+// Installs the popup's handler for the two events below on its menu.
+StatusCode InstallLocationMenuHandler(MenuRef menu, EventHandlerUPP handler, void* popup,
+                                      EventHandlerRef* out);
+// The two events of both popups' menus. About to open: fill runs unless the lists are current,
+// and the menu opens as usual. A command: the path that choose makes of the item goes to the
+// handler, and the popup shows item 1 again.
+StatusCode HandleLocationMenuEvent(EventRef event, MenuRef menu, ControlRef control,
+                                   bool& menuIsValid, const std::function<void()>& fill,
+                                   const std::function<bool(MenuItemIndex, TKelNodeArray&)>& choose,
+                                   IFavoritesCommandHandler& handler);
 
 class TRecentPlaces {
 public:

@@ -6,28 +6,12 @@
 #include "kel/interface/KelBaseDialog.h"
 #include "kel/interface/KelCommandKeys.h"
 #include "kel/nodes/NodeRefOperations.h"
-#include "kel/nodes/TNodePathHelper.h"
-
-#include <iterator>
 
 namespace {
 
 constexpr int32_t kDesktopCommandKey = 13;
 constexpr int16_t kRemoveFavoriteButton = 2;
 constexpr uint16_t kAlertOnParentScreen = 43018;
-const EventTypeSpec kMenuEvents[] = {{kEventClassCommand, kEventCommandProcess},
-                                     {kEventClassMenu, kEventMenuOpening}};
-
-// The system icon of that type, none if the system has none.
-TIcon SystemIcon(OSType type, StatusCode& status) {
-    TIcon icon;
-    IconRef found = nullptr;
-    status = GetIconRef(kBTSystemVolume, kBTSystemIconsCreator, type, &found);
-    if (status == noErr) {
-        icon.Adopt(found);
-    }
-    return icon;
-}
 
 // The entry that counts back `distance` items from the last one of a group, or empty.
 TKelNode CountedFromEnd(const std::vector<TKelNode>& group, MenuItemIndex last,
@@ -66,11 +50,8 @@ StatusCode TFavoritesPopup::SetupWherePopup(KelBaseDialog* dialog, int16_t contr
     volumesContainer = TKelNode(GetVirtualNode(kVirtualNodeDevices), false);
     desktopNode = TKelNode(KelCopyDesktopNode(), false);
     favoritesContainer = TKelNode(GetVirtualNode(kVirtualNodePlaces), false);
-    SetControlMaximum(popupControl, int16_t(CountMenuItems(menu)));
-    SetControlValue(popupControl, 1);
-    CalcMenuSize(menu);
-    return InstallEventHandler(GetMenuEventTarget(menu), FavoritesMenuHandlerDispatch,
-                               std::size(kMenuEvents), kMenuEvents, this, &menuHandler);
+    ShowFirstItem(popupControl, menu);
+    return InstallLocationMenuHandler(menu, FavoritesMenuHandlerDispatch, this, &menuHandler);
 }
 
 void TFavoritesPopup::SetTarget(const TKelNode& node) {
@@ -121,9 +102,7 @@ void TFavoritesPopup::FillWherePopup() {
     AddVolumesGroup();
     AddFavoritesGroup();
     AddRecentsGroup();
-    SetControlMaximum(popupControl, int16_t(CountMenuItems(menu)));
-    SetControlValue(popupControl, 1);
-    CalcMenuSize(menu);
+    ShowFirstItem(popupControl, menu);
 }
 
 void TFavoritesPopup::AddVolumesGroup() {
@@ -245,23 +224,10 @@ void TFavoritesPopup::ReportInvalidFavorite(const TKelNode& node) {
 }
 
 StatusCode TFavoritesPopup::FavoritesMenuHandler(EventRef event) {
-    if (GetEventClass(event) == kEventClassMenu) {
-        if (!menuIsValid) {
-            FillWherePopup();
-            menuIsValid = true;
-        }
-        return eventNotHandledErr;
-    }
-    const MenuItemIndex item = ChosenMenuItem(event, menu);
-    if (item == 0) {
-        return eventNotHandledErr;
-    }
-    TKelNodeArray path;
-    if (DoMenuChoice(menu, item, path) && !path.empty()) {
-        commandHandler->SetTargetCommand(path.back(), path.back());
-        SetControlValue(popupControl, 1);
-    }
-    return noErr;
+    return HandleLocationMenuEvent(
+        event, menu, popupControl, menuIsValid, [this] { FillWherePopup(); },
+        [this](MenuItemIndex item, TKelNodeArray& out) { return DoMenuChoice(menu, item, out); },
+        *commandHandler);
 }
 
 StatusCode TFavoritesPopup::FavoritesMenuHandlerDispatch(EventHandlerCallRef, EventRef event,

@@ -3,15 +3,6 @@
 #include "kel/dialogs/TBrowseDialog.h"
 #include "kel/nodes/TNodePathHelper.h"
 
-#include <iterator>
-
-namespace {
-
-const EventTypeSpec kMenuEvents[] = {{kEventClassCommand, kEventCommandProcess},
-                                     {kEventClassMenu, kEventMenuOpening}};
-
-} // namespace
-
 TPathPopup::TPathPopup(const TNodeFilter& filter) : filter(&filter) {
     CreateNewMenu(0, 0, &menu);
 }
@@ -38,11 +29,8 @@ StatusCode TPathPopup::SetPopupControl(TBrowseDialog* owner, ControlRef control)
             return status;
         }
     }
-    SetControlMaximum(popupControl, int16_t(CountMenuItems(menu)));
-    SetControlValue(popupControl, 1);
-    CalcMenuSize(menu);
-    return InstallEventHandler(GetMenuEventTarget(menu), MenuHandlerDispatch,
-                               std::size(kMenuEvents), kMenuEvents, this, &menuHandler);
+    ShowFirstItem(popupControl, menu);
+    return InstallLocationMenuHandler(menu, MenuHandlerDispatch, this, &menuHandler);
 }
 
 void TPathPopup::SetTarget(const TKelNode& node) {
@@ -72,14 +60,9 @@ StatusCode TPathPopup::UpdateTargetItem() {
     TIcon icon;
     StatusCode status = target.GetPropertyAsIcon(NodeCode("icon"), icon, false);
     if (status == kBTIconNotFoundErr && target.IsRoot()) {
-        IconRef found = nullptr;
-        status = GetIconRef(kBTSystemVolume, kBTSystemIconsCreator, kBTIconComputer, &found);
+        icon = SystemIcon(kBTIconComputer, status);
         if (status != noErr) {
-            status =
-                GetIconRef(kBTSystemVolume, kBTSystemIconsCreator, kBTIconGenericFolder, &found);
-        }
-        if (status == noErr) {
-            icon.Adopt(found);
+            icon = SystemIcon(kBTIconGenericFolder, status);
         }
     }
     if (status != noErr) {
@@ -111,9 +94,7 @@ void TPathPopup::FillPopup() {
     }
     lastPathItem = CountMenuItems(menu);
     AddRecentsGroup();
-    SetControlMaximum(popupControl, int16_t(CountMenuItems(menu)));
-    SetControlValue(popupControl, 1);
-    CalcMenuSize(menu);
+    ShowFirstItem(popupControl, menu);
 }
 
 void TPathPopup::AddRecentsGroup() {
@@ -145,23 +126,10 @@ bool TPathPopup::DoMenuChoice(MenuRef chosenMenu, MenuItemIndex item, TKelNodeAr
 }
 
 StatusCode TPathPopup::MenuHandler(EventRef event) {
-    if (GetEventClass(event) == kEventClassMenu) {
-        if (!menuIsValid) {
-            FillPopup();
-            menuIsValid = true;
-        }
-        return eventNotHandledErr;
-    }
-    const MenuItemIndex item = ChosenMenuItem(event, menu);
-    if (item == 0) {
-        return eventNotHandledErr;
-    }
-    TKelNodeArray path;
-    if (DoMenuChoice(menu, item, path) && !path.empty()) {
-        dialog->SetTargetCommand(path.back(), path.back());
-        SetControlValue(popupControl, 1);
-    }
-    return noErr;
+    return HandleLocationMenuEvent(
+        event, menu, popupControl, menuIsValid, [this] { FillPopup(); },
+        [this](MenuItemIndex item, TKelNodeArray& out) { return DoMenuChoice(menu, item, out); },
+        *dialog);
 }
 
 StatusCode TPathPopup::MenuHandlerDispatch(EventHandlerCallRef, EventRef event, void* data) {
