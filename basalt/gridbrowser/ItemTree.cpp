@@ -84,7 +84,9 @@ StatusCode ItemTree::Add(GridBrowserItemID container, std::span<const GridBrowse
             InsertSorted(target, item, less);
     } else {
         // Sort the newcomers once and merge: many rows at a time cost one sort, not a search each.
-        std::stable_sort(fresh.begin(), fresh.end(), less);
+        // A client that hands them over in order spares the sort.
+        if (!std::is_sorted(fresh.begin(), fresh.end(), less))
+            std::stable_sort(fresh.begin(), fresh.end(), less);
         auto middle = target.children.insert(target.children.end(), fresh.begin(), fresh.end());
         std::inplace_merge(target.children.begin(), middle, target.children.end(), less);
     }
