@@ -37,10 +37,12 @@ StatusCode TNodeBrowserControl::GetSetItemDataNotification(ControlRef control, u
     if (self == nullptr || setValue) {
         return kNodePropertyNotSupportedErr; // no cell is ever written back
     }
-    // A stale row shows nothing until its deletion arrives.
+    // A stale row shows nothing until its deletion arrives. Whether the node is there was asked
+    // of the file system when it was listed or first drawn, and holds until a change event.
     TKelNode node{uintptr_t(item)};
-    return node.Validate() ? self->ItemData(node, property, itemData)
-                           : kNodePropertyNotSupportedErr;
+    return self->SortFactsOf(node.PeekNodeRef(), false).valid
+               ? self->ItemData(node, property, itemData)
+               : kNodePropertyNotSupportedErr;
 }
 
 StatusCode TNodeBrowserControl::ItemData(const TKelNode& node, unsigned long property,
