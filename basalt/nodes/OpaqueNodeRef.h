@@ -99,6 +99,9 @@ struct OpaqueNodeRef {
     OpaqueNodeRef* const parent;
     std::atomic<OpaqueNodeRef*> aliasTarget{nullptr}; // a volume alias's volume, counted
     int32_t virtualIndex = 0;
+    // The intern table's (NodeInternTable.h), set under its lock.
+    size_t tableHash = 0;
+    OpaqueNodeRef* tableNext = nullptr;
 
     std::mutex mutex;
     NodeCache cache;
