@@ -125,7 +125,7 @@ NodeStat StatOf(NodeRef node) {
         return {};
     std::lock_guard lock(node->mutex);
     if (!node->cache.stat) {
-        node->cache.stat = ReadStat(PathOf(node));
+        node->cache.stat = std::make_unique<NodeStat>(ReadStat(PathOf(node)));
         if (node->cache.stat->exists)
             node->kind.store(KindOfMode(node->cache.stat->mode));
     }
@@ -145,9 +145,13 @@ NodeExtras ExtrasOf(NodeRef node) {
     if (!node->IsFileSystem())
         return {};
     std::lock_guard lock(node->mutex);
-    if (!node->cache.extras)
-        node->cache.extras = ReadExtras(PathOf(node));
-    return *node->cache.extras;
+    if (!node->cache.extrasRead) {
+        NodeExtras read = ReadExtras(PathOf(node));
+        if (read != NodeExtras())
+            node->cache.extras = std::make_unique<NodeExtras>(read);
+        node->cache.extrasRead = true;
+    }
+    return node->cache.extras ? *node->cache.extras : NodeExtras();
 }
 
 bool IsListedHidden(NodeRef folder, const std::string& name) {
