@@ -74,6 +74,7 @@ StatusCode ItemTree::Add(GridBrowserItemID container, std::span<const GridBrowse
         target.presorted = presorted;
     std::vector<GridBrowserItemID> fresh;
     fresh.reserve(items.size());
+    parents_.reserve(parents_.size() + items.size());
     for (GridBrowserItemID item : items)
         if (item != 0 && parents_.try_emplace(item, container).second)
             fresh.push_back(item);
