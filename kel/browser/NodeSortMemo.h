@@ -40,4 +40,6 @@ private:
 
     std::vector<Slot> slots;
     size_t used = 0;
+    // The slot found last: a check of rows in order asks for each node twice in a row.
+    size_t lastFound = 0;
 };
