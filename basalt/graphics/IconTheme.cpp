@@ -215,6 +215,13 @@ std::optional<fs::path> IconThemeSet::Find(const std::string& name, int pixelSiz
     if (name.empty() || name.find('/') != std::string::npos)
         return std::nullopt;
     std::lock_guard lock(mutex_);
+    auto [answer, fresh] = answers_.try_emplace({name, pixelSize});
+    if (fresh)
+        answer->second = Search(name, pixelSize);
+    return answer->second;
+}
+
+std::optional<fs::path> IconThemeSet::Search(const std::string& name, int pixelSize) {
     std::vector<std::string> chain = themeOrder_;
     std::set<std::string> visited;
     for (size_t i = 0; i < chain.size(); ++i) {

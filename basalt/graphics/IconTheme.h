@@ -37,12 +37,16 @@ private:
     std::optional<std::filesystem::path> FindInTheme(const Theme& theme, const std::string& name,
                                                      int pixelSize);
     bool Holds(const std::filesystem::path& folder, const std::string& file);
+    std::optional<std::filesystem::path> Search(const std::string& name, int pixelSize);
 
     std::vector<std::filesystem::path> baseFolders_;
     std::vector<std::string> themeOrder_;
     std::mutex mutex_;
     std::map<std::string, std::unique_ptr<Theme>> themes_;
     std::map<std::filesystem::path, std::set<std::string>> listings_;
+    // As the folders' listings are kept, so are the answers: a list draws the same few icons
+    // on every row.
+    std::map<std::pair<std::string, int>, std::optional<std::filesystem::path>> answers_;
 };
 
 } // namespace basalt::graphics

@@ -74,6 +74,7 @@ StatusCode ItemTree::Add(GridBrowserItemID container, std::span<const GridBrowse
         target.presorted = presorted;
     std::vector<GridBrowserItemID> fresh;
     fresh.reserve(items.size());
+    parents_.reserve(parents_.size() + items.size());
     for (GridBrowserItemID item : items)
         if (item != 0 && parents_.try_emplace(item, container).second)
             fresh.push_back(item);
@@ -84,7 +85,9 @@ StatusCode ItemTree::Add(GridBrowserItemID container, std::span<const GridBrowse
             InsertSorted(target, item, less);
     } else {
         // Sort the newcomers once and merge: many rows at a time cost one sort, not a search each.
-        std::stable_sort(fresh.begin(), fresh.end(), less);
+        // A client that hands them over in order spares the sort.
+        if (!std::is_sorted(fresh.begin(), fresh.end(), less))
+            std::stable_sort(fresh.begin(), fresh.end(), less);
         auto middle = target.children.insert(target.children.end(), fresh.begin(), fresh.end());
         std::inplace_merge(target.children.begin(), middle, target.children.end(), less);
     }

@@ -53,7 +53,7 @@ StatusCode ListFolder(NodeRef folder, std::vector<NodeRef>& children) {
             entries, [](const NodeEntry& e) { return e.name == "Network" || e.name == "Volumes"; });
         children.push_back(CopyNodeRef(Special().network));
     }
-    std::vector<NodeRef> nodes = InternAll(folder, entries);
+    std::vector<NodeRef> nodes = InternAll(folder, std::move(entries));
     children.insert(children.end(), nodes.begin(), nodes.end());
     return noErr;
 }

@@ -1,6 +1,7 @@
 #include "basalt/nodes/NodeSortKeys.h"
 
 #include "basalt/nodes/NodeProperties.h"
+#include "basalt/nodes/NodeStat.h"
 
 #include <algorithm>
 #include <system_error>
@@ -12,6 +13,8 @@ namespace {
 constexpr unsigned kMostWorkers = 4;
 
 void MakeKeys(const std::vector<NodeRef>& nodes, size_t from, size_t to) {
+    // A name whose extension may be hidden needs the file's attributes: read from the folder.
+    FolderAttributeScope scope(nodes[from]->parent);
     for (size_t at = from; at < to; ++at) {
         const uint8_t* key = nullptr;
         BCIndex length = 0;

@@ -4,12 +4,14 @@
 #include "basalt/nodes/NodeTable.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cerrno>
 #include <climits>
 #include <fstream>
 #include <linux/fs.h>
 #include <sstream>
 #include <sys/ioctl.h>
+#include <sys/syscall.h>
 #include <sys/sysmacros.h>
 #include <sys/xattr.h>
 
@@ -44,6 +46,34 @@ std::string ListXattrs(const std::string& path) {
     char buffer[4096];
     ssize_t size = ::llistxattr(target.c_str(), buffer, sizeof buffer);
     return size > 0 ? std::string(buffer, static_cast<size_t>(size)) : std::string();
+}
+
+// The folder whose children this thread reads through its descriptor (FolderAttributeScope).
+struct AttributeFolder {
+    NodeRef folder = nullptr;
+    UniqueFd fd;
+};
+thread_local AttributeFolder tAttributeFolder;
+
+// listxattrat(2), of Linux 6.13; its number is the same on every architecture.
+constexpr long kListXattrAt = 465;
+std::atomic<bool> gListXattrAtMissing{false};
+
+// The names of a child's attributes through its folder's descriptor; none when that cannot be
+// done, and then the path does it.
+std::optional<std::string> ListXattrsInFolder(NodeRef node) {
+    const AttributeFolder& at = tAttributeFolder;
+    if (at.folder == nullptr || node->parent != at.folder || !at.fd.Valid() ||
+        gListXattrAtMissing.load(std::memory_order_relaxed))
+        return std::nullopt;
+    char buffer[4096];
+    long size = ::syscall(kListXattrAt, at.fd.Get(), node->name.c_str(), AT_SYMLINK_NOFOLLOW,
+                          buffer, sizeof buffer);
+    if (size >= 0)
+        return std::string(buffer, static_cast<size_t>(size));
+    if (errno == ENOSYS)
+        gListXattrAtMissing = true;
+    return std::nullopt;
 }
 
 NodeStat ReadStat(const std::string& path) {
@@ -83,9 +113,8 @@ bool ImmutableFlag(const std::string& path) {
 
 // One listxattr tells which of our attributes a file has; most have none, and then reading
 // the extras costs that one call.
-NodeExtras ReadExtras(const std::string& path) {
+NodeExtras ReadExtras(const std::string& path, const std::string& names) {
     NodeExtras extras;
-    std::string names = ListXattrs(path);
     auto has = [&](std::string_view name) {
         for (size_t at = 0; at < names.size();) {
             size_t end = std::min(names.find('\0', at), names.size());
@@ -125,7 +154,7 @@ NodeStat StatOf(NodeRef node) {
         return {};
     std::lock_guard lock(node->mutex);
     if (!node->cache.stat) {
-        node->cache.stat = ReadStat(PathOf(node));
+        node->cache.stat = std::make_unique<NodeStat>(ReadStat(PathOf(node)));
         if (node->cache.stat->exists)
             node->kind.store(KindOfMode(node->cache.stat->mode));
     }
@@ -145,9 +174,18 @@ NodeExtras ExtrasOf(NodeRef node) {
     if (!node->IsFileSystem())
         return {};
     std::lock_guard lock(node->mutex);
-    if (!node->cache.extras)
-        node->cache.extras = ReadExtras(PathOf(node));
-    return *node->cache.extras;
+    if (!node->cache.extrasRead) {
+        // Most files have none of our attributes, and then their path is not needed.
+        std::optional<std::string> names = ListXattrsInFolder(node);
+        if (!names || !names->empty()) {
+            const std::string path = PathOf(node);
+            NodeExtras read = ReadExtras(path, names ? *names : ListXattrs(path));
+            if (read != NodeExtras())
+                node->cache.extras = std::make_unique<NodeExtras>(read);
+        }
+        node->cache.extrasRead = true;
+    }
+    return node->cache.extras ? *node->cache.extras : NodeExtras();
 }
 
 bool IsListedHidden(NodeRef folder, const std::string& name) {
@@ -168,6 +206,15 @@ bool IsListedHidden(NodeRef folder, const std::string& name) {
         }
     }
     return folder->cache.hiddenNames->count(name) != 0;
+}
+
+FolderAttributeScope::FolderAttributeScope(NodeRef folder) {
+    tAttributeFolder.fd = files::OpenPath(PathOf(folder), O_PATH | O_DIRECTORY);
+    tAttributeFolder.folder = folder;
+}
+
+FolderAttributeScope::~FolderAttributeScope() {
+    tAttributeFolder = AttributeFolder();
 }
 
 void Forget(NodeRef node) {

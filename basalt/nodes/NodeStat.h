@@ -16,6 +16,15 @@ NodeExtras ExtrasOf(NodeRef node);
 bool IsLocked(NodeRef node);
 // The names a folder's ".hidden" file lists.
 bool IsListedHidden(NodeRef folder, const std::string& name);
+// While one lives, its thread reads the attributes of the folder's children through the
+// folder's descriptor: each read looks up one name instead of walking the whole path.
+class FolderAttributeScope {
+public:
+    explicit FolderAttributeScope(NodeRef folder);
+    ~FolderAttributeScope();
+    FolderAttributeScope(const FolderAttributeScope&) = delete;
+    FolderAttributeScope& operator=(const FolderAttributeScope&) = delete;
+};
 // Drops what is cached about the node, after a change.
 void Forget(NodeRef node);
 // Reads an extended attribute of a path of any length; empty when absent.

@@ -1,33 +1,20 @@
 #include "basalt/nodes/NodeTable.h"
 
+#include "basalt/nodes/NodeInternTable.h"
 #include "basalt/nodes/NodeQueryState.h"
 #include "basalt/nodes/NodeStat.h"
 
 #include <mutex>
-#include <unordered_map>
 
 namespace basalt::nodes {
 namespace {
-
-struct Key {
-    NodeRef parent;
-    std::string_view name;
-    bool operator==(const Key&) const = default;
-};
-
-struct KeyHash {
-    size_t operator()(const Key& key) const {
-        return std::hash<std::string_view>()(key.name) ^
-               (reinterpret_cast<uintptr_t>(key.parent) * 0x9E3779B97F4A7C15ull);
-    }
-};
 
 // Special nodes never reach zero.
 constexpr int32_t kImmortal = 1 << 30;
 
 struct Table {
     std::mutex mutex;
-    std::unordered_map<Key, NodeRef, KeyHash> nodes;
+    NodeInternTable nodes;
 };
 
 Table& TheTable() {
@@ -42,10 +29,10 @@ NodeRef MakeSpecial(NodeKind kind, std::string name, NodeRef parent, int32_t ind
     return node;
 }
 
-NodeRef InternLocked(Table& table, NodeRef parent, std::string_view name, NodeKind kind) {
-    auto found = table.nodes.find(Key{parent, name});
-    if (found != table.nodes.end()) {
-        NodeRef node = found->second;
+NodeRef InternLocked(Table& table, NodeRef parent, std::string_view name, NodeKind kind,
+                     std::string* owned = nullptr) {
+    const size_t hash = NodeInternTable::HashOf(parent, name);
+    if (NodeRef node = table.nodes.Find(parent, name, hash)) {
         node->count.fetch_add(1, std::memory_order_relaxed);
         // A fresh look at the folder wins: the name may now hold another kind of object.
         if (kind != NodeKind::Unknown && node->IsFileSystem())
@@ -53,8 +40,9 @@ NodeRef InternLocked(Table& table, NodeRef parent, std::string_view name, NodeKi
         return node;
     }
     parent->count.fetch_add(1, std::memory_order_relaxed);
-    auto* node = new OpaqueNodeRef(kind, std::string(name), parent);
-    table.nodes.emplace(Key{parent, node->name}, node);
+    auto* node = new OpaqueNodeRef(kind, owned ? std::move(*owned) : std::string(name), parent);
+    node->tableHash = hash;
+    table.nodes.Insert(node);
     return node;
 }
 
@@ -80,36 +68,32 @@ NodeRef Intern(NodeRef parent, std::string_view name, NodeKind kind) {
     return InternLocked(table, parent, name, kind);
 }
 
-std::vector<NodeRef> InternAll(NodeRef parent, const std::vector<NodeEntry>& entries) {
+std::vector<NodeRef> InternAll(NodeRef parent, std::vector<NodeEntry>&& entries) {
     std::vector<NodeRef> nodes;
     nodes.reserve(entries.size());
     Table& table = TheTable();
     std::lock_guard lock(table.mutex);
-    for (const NodeEntry& entry : entries)
-        nodes.push_back(InternLocked(table, parent, entry.name, entry.kind));
+    table.nodes.Reserve(entries.size());
+    for (NodeEntry& entry : entries)
+        nodes.push_back(InternLocked(table, parent, entry.name, entry.kind, &entry.name));
     return nodes;
 }
 
 NodeRef Existing(NodeRef parent, std::string_view name) {
     Table& table = TheTable();
     std::lock_guard lock(table.mutex);
-    auto found = table.nodes.find(Key{parent, name});
-    if (found == table.nodes.end())
-        return nullptr;
-    found->second->count.fetch_add(1, std::memory_order_relaxed);
-    return found->second;
+    NodeRef found = table.nodes.Find(parent, name, NodeInternTable::HashOf(parent, name));
+    return found != nullptr ? CopyNodeRef(found) : nullptr;
 }
 
 std::vector<NodeRef> InternedChildren(NodeRef parent) {
     std::vector<NodeRef> children;
     Table& table = TheTable();
     std::lock_guard lock(table.mutex);
-    for (auto& [key, node] : table.nodes) {
-        if (key.parent == parent) {
-            node->count.fetch_add(1, std::memory_order_relaxed);
-            children.push_back(node);
-        }
-    }
+    table.nodes.ForEach([&](NodeRef node) {
+        if (node->parent == parent)
+            children.push_back(CopyNodeRef(node));
+    });
     return children;
 }
 
@@ -209,7 +193,7 @@ void DisposeNode(NodeRef node) {
             std::lock_guard lock(table.mutex);
             if (node->count.fetch_sub(1, std::memory_order_acq_rel) != 1)
                 return;
-            table.nodes.erase(Key{node->parent, node->name});
+            table.nodes.Erase(node);
             parent = node->parent;
             target = node->aliasTarget;
         }

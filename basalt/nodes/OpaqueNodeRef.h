@@ -55,15 +55,17 @@ struct NodeExtras {
     int16_t label = 0;
     bool hideExtension = false;
     uint64_t resourceSize = 0;
+    bool operator==(const NodeExtras&) const = default;
 };
 
+// A large folder's nodes are mostly named and never looked at closer, and most files carry
+// none of our attributes: each part costs a pointer until it holds something.
 struct NodeCache {
-    std::optional<NodeStat> stat;
-    std::optional<NodeExtras> extras;
+    std::unique_ptr<NodeStat> stat;
+    std::unique_ptr<NodeExtras> extras; // null once read: the file has none
+    bool extrasRead = false;
     std::optional<bool> locked;
-    // A folder's .hidden; few nodes are folders that someone listed, so it costs the others
-    // one pointer.
-    std::unique_ptr<std::unordered_set<std::string>> hiddenNames;
+    std::unique_ptr<std::unordered_set<std::string>> hiddenNames; // a listed folder's .hidden
 };
 
 // A collation key, made once and never changed, so a pointer to it stays good while the node
@@ -99,6 +101,9 @@ struct OpaqueNodeRef {
     OpaqueNodeRef* const parent;
     std::atomic<OpaqueNodeRef*> aliasTarget{nullptr}; // a volume alias's volume, counted
     int32_t virtualIndex = 0;
+    // The intern table's (NodeInternTable.h), set under its lock.
+    size_t tableHash = 0;
+    OpaqueNodeRef* tableNext = nullptr;
 
     std::mutex mutex;
     NodeCache cache;

@@ -27,8 +27,15 @@ NodeSortFacts* NodeSortMemo::Find(const OpaqueNodeRef* node) {
     if (slots.empty() || node == nullptr) {
         return nullptr;
     }
-    Slot& slot = slots[SlotOf(node)];
-    return slot.node != nullptr ? &slot.facts : nullptr;
+    if (lastFound < slots.size() && slots[lastFound].node == node) {
+        return &slots[lastFound].facts;
+    }
+    const size_t at = SlotOf(node);
+    if (slots[at].node == nullptr) {
+        return nullptr;
+    }
+    lastFound = at;
+    return &slots[at].facts;
 }
 
 void NodeSortMemo::Keep(const OpaqueNodeRef* node, const NodeSortFacts& facts) {

@@ -14,9 +14,10 @@ struct OpaqueNodeRef;
 struct NodeSortFacts {
     bool valid = false;
     bool queryHit = false;
-    bool keyKnown = false;               // the display name's key was asked for
-    const uint8_t* displayKey = nullptr; // null when the node service has none
+    bool keyKnown = false; // the display name's key was asked for
+    // The length before the pointer: a slot of the table takes 24 bytes, not 32.
     uint32_t keyLength = 0;
+    const uint8_t* displayKey = nullptr; // null when the node service has none
 };
 
 class NodeSortMemo {
@@ -39,4 +40,6 @@ private:
 
     std::vector<Slot> slots;
     size_t used = 0;
+    // The slot found last: a check of rows in order asks for each node twice in a row.
+    size_t lastFound = 0;
 };

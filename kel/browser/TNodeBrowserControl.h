@@ -141,6 +141,7 @@ private:
     bool IsContainerRow(const TKelNode& node) const;
     bool CanOpenRow(const TKelNode& node) const;
     NodeSortFacts SortFactsOf(OpaqueNodeRef* node, bool wantKey);
+    std::vector<GridBrowserItemID> InControlOrder(const TKelNodeArray& nodes);
     StatusCode NameCell(const TKelNode& node, void* itemData) const;
     StatusCode TextCell(const TKelNode& node, void* itemData) const;
     void RowMessage(TKelNode& node, unsigned long message);

@@ -3,10 +3,8 @@
 // control's reference and turns the item id back into a node.
 
 #include "kel/browser/BrowserNodes.h"
+#include "kel/browser/NodeRowOrder.h"
 #include "kel/browser/TNodeBrowserControl.h"
-
-#include <algorithm>
-#include <cstring>
 
 namespace {
 
@@ -24,60 +22,6 @@ bool IsUnconnectedServer(const TKelNode& node) {
     return AliasType(node) == kUnconnectedServerType;
 }
 
-// The collating order of a string property, through the sort keys the node service caches per
-// node, so that sorting a large folder collates each name once.
-int CompareKeys(const uint8_t* keyA, BCIndex lengthA, const uint8_t* keyB, BCIndex lengthB) {
-    int order = memcmp(keyA, keyB, size_t(std::min(lengthA, lengthB)));
-    return order != 0 ? order : int(lengthA > lengthB) - int(lengthA < lengthB);
-}
-
-int CompareByKey(OpaqueNodeRef* a, OpaqueNodeRef* b, FourCharCode property) {
-    const uint8_t* keyA = nullptr;
-    const uint8_t* keyB = nullptr;
-    BCIndex lengthA = 0, lengthB = 0;
-    if (NodeGetSortKey(a, property, &keyA, &lengthA) != noErr ||
-        NodeGetSortKey(b, property, &keyB, &lengthB) != noErr) {
-        return NodeStringCompare(a, b, property, CompareStrings);
-    }
-    return CompareKeys(keyA, lengthA, keyB, lengthB);
-}
-
-// The key stays good while the node lives, which the row's record sees to.
-void ReadDisplayKey(OpaqueNodeRef* node, NodeSortFacts& facts) {
-    const uint8_t* key = nullptr;
-    BCIndex length = 0;
-    facts.keyKnown = true;
-    if (NodeGetSortKey(node, kDisplayName, &key, &length) == noErr) {
-        facts.displayKey = key;
-        facts.keyLength = uint32_t(length);
-    }
-}
-
-// A query hit is compared with nothing, so nothing more is asked of it.
-NodeSortFacts ReadSortFacts(OpaqueNodeRef* node, bool wantKey) {
-    NodeSortFacts facts;
-    facts.queryHit = NodeIsQueryHit(node) != 0;
-    if (facts.queryHit) {
-        return facts;
-    }
-    facts.valid = NodeValidate(node) != 0;
-    if (wantKey) {
-        ReadDisplayKey(node, facts);
-    }
-    return facts;
-}
-
-// True when a is later than b; equal dates are not.
-bool IsLater(const UTCDateTime& a, const UTCDateTime& b) {
-    if (a.highSeconds != b.highSeconds) {
-        return a.highSeconds > b.highSeconds;
-    }
-    if (a.lowSeconds != b.lowSeconds) {
-        return a.lowSeconds > b.lowSeconds;
-    }
-    return a.fraction > b.fraction;
-}
-
 } // namespace
 
 TNodeBrowserControl* TNodeBrowserControl::FromControl(ControlRef control) {
@@ -93,10 +37,12 @@ StatusCode TNodeBrowserControl::GetSetItemDataNotification(ControlRef control, u
     if (self == nullptr || setValue) {
         return kNodePropertyNotSupportedErr; // no cell is ever written back
     }
-    // A stale row shows nothing until its deletion arrives.
+    // A stale row shows nothing until its deletion arrives. Whether the node is there was asked
+    // of the file system when it was listed or first drawn, and holds until a change event.
     TKelNode node{uintptr_t(item)};
-    return node.Validate() ? self->ItemData(node, property, itemData)
-                           : kNodePropertyNotSupportedErr;
+    return self->SortFactsOf(node.PeekNodeRef(), false).valid
+               ? self->ItemData(node, property, itemData)
+               : kNodePropertyNotSupportedErr;
 }
 
 StatusCode TNodeBrowserControl::ItemData(const TKelNode& node, unsigned long property,
@@ -189,40 +135,16 @@ bool TNodeBrowserControl::CompareNotification(ControlRef control, unsigned long 
                                               unsigned long item2, unsigned long property) {
     auto* first = reinterpret_cast<OpaqueNodeRef*>(item1);
     auto* second = reinterpret_cast<OpaqueNodeRef*>(item2);
-    const bool byName = property == 0 || property == kGridBrowserItemSelfIdentityProperty ||
-                        property == kNameProperty || property == kGridBrowserNameTextProperty;
-    if (first == nullptr || second == nullptr || item1 == item2 ||
-        (!byName && property != kDateProperty)) {
+    if (first == nullptr || second == nullptr || item1 == item2 || !IsSortProperty(property)) {
         return false;
     }
+    const bool byName = IsNameSortProperty(property);
     TNodeBrowserControl* self = FromControl(control);
-    auto facts = [&](OpaqueNodeRef* node) {
-        return self != nullptr ? self->SortFactsOf(node, byName) : ReadSortFacts(node, byName);
+    auto row = [&](OpaqueNodeRef* node) {
+        return NodeSortRow{node, self != nullptr ? self->SortFactsOf(node, byName)
+                                                 : ReadSortFacts(node, byName)};
     };
-    const NodeSortFacts a = facts(first);
-    const NodeSortFacts b = facts(second);
-    // Query results stay in the order the query gave.
-    if (a.queryHit || b.queryHit) {
-        return false;
-    }
-    // A node that no longer exists sorts last.
-    if (!a.valid) {
-        return false;
-    }
-    if (!b.valid) {
-        return true;
-    }
-    if (byName) {
-        int order = a.displayKey != nullptr && b.displayKey != nullptr
-                        ? CompareKeys(a.displayKey, a.keyLength, b.displayKey, b.keyLength)
-                        : NodeStringCompare(first, second, kDisplayName, CompareStrings);
-        return (order != 0 ? order : CompareByKey(first, second, NodeCode("pnam"))) < 0;
-    }
-    UTCDateTime date1{}, date2{};
-    GetNodePropertyAsUTCDateTime(first, kModified, &date1, 0);
-    GetNodePropertyAsUTCDateTime(second, kModified, &date2, 0);
-    // Ascending by date starts with the newest file.
-    return IsLater(date1, date2);
+    return RowPrecedes(row(first), row(second), byName);
 }
 
 // Validating asks the file system; what it said holds until the next change event, which is
@@ -234,7 +156,7 @@ NodeSortFacts TNodeBrowserControl::SortFactsOf(OpaqueNodeRef* node, bool wantKey
         sortMemo.Keep(node, facts);
         return facts;
     }
-    if (wantKey && !kept->keyKnown) {
+    if (wantKey && !kept->keyKnown && !kept->queryHit) {
         ReadDisplayKey(node, *kept);
     }
     return *kept;

@@ -3,6 +3,7 @@
 
 #include "kel/browser/BrowserNodes.h"
 #include "kel/browser/GridItemIDs.h"
+#include "kel/browser/NodeRowOrder.h"
 #include "kel/browser/TNodeBrowserControl.h"
 #include "kel/nodes/TKelNodeContainerIterator.h"
 
@@ -218,9 +219,38 @@ void TNodeBrowserControl::NoteChildPropertyChange(TContainerData& data, TKelNode
 
 StatusCode TNodeBrowserControl::AddItems(const TKelNode& container, const TKelNodeArray& nodes,
                                          unsigned long preSortProperty) {
+    if (preSortProperty == 0 && nodes.size() > 1) {
+        std::vector<GridBrowserItemID> ids = InControlOrder(nodes);
+        return AddGridBrowserItems(control, container.AsItemID(), uint32_t(ids.size()), ids.data(),
+                                   0);
+    }
     GridItemIDs ids(nodes);
     return AddGridBrowserItems(control, container.AsItemID(), ids.Count(), ids.IDs(),
                                preSortProperty);
+}
+
+// Rows handed over in the control's order cost it one pass to check them, where its own sort
+// would call back for every comparison, with a lookup of both nodes' facts each time.
+std::vector<GridBrowserItemID> TNodeBrowserControl::InControlOrder(const TKelNodeArray& nodes) {
+    GridBrowserPropertyID property = 0;
+    GridBrowserSortOrder order = kGridBrowserOrderIncreasing;
+    GetGridBrowserSortProperty(control, &property);
+    GetGridBrowserSortOrder(control, &order);
+    const bool byName = IsNameSortProperty(property);
+    std::vector<NodeSortRow> rows;
+    rows.reserve(nodes.size());
+    for (const TKelNode& node : nodes) {
+        rows.push_back({node.PeekNodeRef(), SortFactsOf(node.PeekNodeRef(), byName)});
+    }
+    if (IsSortProperty(property)) {
+        SortRows(rows, byName, order == kGridBrowserOrderDecreasing);
+    }
+    std::vector<GridBrowserItemID> ids;
+    ids.reserve(rows.size());
+    for (const NodeSortRow& row : rows) {
+        ids.push_back(GridBrowserItemID(row.node));
+    }
+    return ids;
 }
 
 StatusCode TNodeBrowserControl::RemoveItems(const TKelNode& container, const TKelNodeArray& nodes,

@@ -17,6 +17,7 @@ TEST(NameCodecTest, InvalidBytesShowAsLatin1ForPeople) {
     EXPECT_EQ(DisplayName("caf\xE9"), u"café");
     EXPECT_EQ(DecodeName("caf\xE9").back(), u'\xDD69');
     EXPECT_EQ(DisplayName("caf\xC3\xA9"), u"café");
+    EXPECT_EQ(DisplayName("\xF0\x9F\x98\x80 \xFF\xE2\x82\xAC."), u"\U0001F600 \u00FF€.");
 }
 
 TEST(NameCodecTest, StraySurrogatesEncodeAsReplacement) {

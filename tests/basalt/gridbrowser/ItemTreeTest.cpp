@@ -29,6 +29,35 @@ TEST(ItemTreeTest, RowsGoToTheirPlacesWhetherAddedOneByOneOrInBulk) {
     EXPECT_EQ(tree.Add(200, single, false, kById), paramErr) << "a container not open";
 }
 
+// Rows that arrive in order are checked with one comparison each, not sorted again; equal rows
+// keep their arrival order either way, and later rows still merge into their places.
+TEST(ItemTreeTest, RowsAddedInOrderCostOneComparisonEachAndEqualRowsKeepTheirOrder) {
+    int comparisons = 0;
+    const ItemTree::Less byTens = [&](GridBrowserItemID a, GridBrowserItemID b) {
+        ++comparisons;
+        return a / 10 < b / 10;
+    };
+    ItemTree tree;
+    tree.Open(100);
+    std::vector<GridBrowserItemID> ordered; // 19, 18 ... 10, 29, 28 ... 20, ...
+    for (GridBrowserItemID tens = 1; tens <= 100; ++tens)
+        for (GridBrowserItemID unit = 10; unit-- > 0;)
+            ordered.push_back(tens * 10 + unit);
+    ASSERT_EQ(tree.Add(100, ordered, false, byTens), noErr);
+    EXPECT_EQ(comparisons, 999);
+    EXPECT_EQ(tree.Children(100), ordered);
+
+    tree.CloseAll();
+    tree.Open(200);
+    auto unordered = V({35, 12, 31, 18, 7, 33, 14, 2, 39});
+    tree.Add(200, unordered, false, byTens);
+    EXPECT_EQ(tree.Children(200), V({7, 2, 12, 18, 14, 35, 31, 33, 39}));
+    auto later = V({11, 30, 5, 22, 50, 1, 36, 9});
+    tree.Add(200, later, false, byTens);
+    EXPECT_EQ(tree.Children(200),
+              V({7, 2, 5, 1, 9, 12, 18, 14, 11, 22, 35, 31, 33, 39, 30, 36, 50}));
+}
+
 TEST(ItemTreeTest, PresortedRowsKeepTheirOrderThroughSorting) {
     ItemTree tree;
     tree.Open(100);

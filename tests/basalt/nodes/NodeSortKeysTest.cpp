@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 #include <mutex>
 #include <optional>
+#include <sys/xattr.h>
 
 using namespace nodetest;
 using basalt::nodes::kParallelSortKeysFrom;
@@ -55,6 +56,35 @@ TEST(NodeSortKeysTest, LargeListingHasEveryDisplayKeyMadeAhead) {
         EXPECT_EQ(*key, FreshKey(child.get())) << "a key belongs to another node";
     }
     EXPECT_EQ(prepared, children.size());
+}
+
+// Keys made ahead read the files' attributes through their folder: a hidden extension
+// shortens the name that sorts, and the other attributes read on the way are the file's own.
+TEST(NodeSortKeysTest, KeysMadeAheadHonourHiddenExtensions) {
+    auto folder = keltest::MakeScratchFolder("sortkeys-hidden");
+    for (size_t index = 0; index < kParallelSortKeysFrom + 3; ++index)
+        keltest::WriteFile(folder / ("File " + std::to_string(index) + ".txt"), "");
+    const auto hidden = folder / "File 2050.txt";
+    if (::setxattr(hidden.c_str(), "user.kel.hide-extension", "1", 1, 0) != 0)
+        GTEST_SKIP() << "no user attributes on this file system";
+    ASSERT_EQ(::setxattr(hidden.c_str(), "user.kel.label", "3", 1, 0), 0);
+    auto other = keltest::MakeScratchFolder("sortkeys-plain");
+    keltest::WriteFile(other / "File 2050", "");
+    Held plainFolder = NodeAt(other);
+    Held plain = Child(plainFolder.get(), u"File 2050");
+
+    Held parent = NodeAt(folder);
+    std::vector<Held> children = Children(parent.get());
+    ASSERT_EQ(children.size(), kParallelSortKeysFrom + 3);
+    for (const Held& child : children) {
+        const bool isHidden = child.get()->name == "File 2050.txt";
+        std::optional<std::vector<uint8_t>> key = PreparedKey(child.get());
+        ASSERT_TRUE(key.has_value());
+        EXPECT_EQ(*key == FreshKey(plain.get()), isHidden) << child.get()->name;
+        int16_t label = 0;
+        GetNodePropertyAsInt16(child.get(), NodeCode("labl"), &label, 0);
+        EXPECT_EQ(label, isHidden ? 3 : 0) << child.get()->name;
+    }
 }
 
 TEST(NodeSortKeysTest, SmallListingLeavesKeysToBeAskedFor) {

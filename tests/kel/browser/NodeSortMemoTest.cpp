@@ -14,9 +14,9 @@ TEST(NodeSortMemoTest, KeepsEachNodesFactsThroughGrowthUntilCleared) {
     EXPECT_EQ(memo.Find(Node(1)), nullptr);
     constexpr uintptr_t kCount = 10000;
     for (uintptr_t index = 1; index <= kCount; ++index) {
-        memo.Keep(Node(index), {index % 3 != 0, index % 5 == 0, false, nullptr, uint32_t(index)});
+        memo.Keep(Node(index), {index % 3 != 0, index % 5 == 0, false, uint32_t(index), nullptr});
     }
-    memo.Keep(Node(7), {false, false, true, nullptr, 0}); // kept again, replaced
+    memo.Keep(Node(7), {false, false, true, 0, nullptr}); // kept again, replaced
     for (uintptr_t index = 1; index <= kCount; ++index) {
         const NodeSortFacts* facts = memo.Find(Node(index));
         ASSERT_NE(facts, nullptr) << index;
@@ -33,7 +33,7 @@ TEST(NodeSortMemoTest, KeepsEachNodesFactsThroughGrowthUntilCleared) {
     EXPECT_EQ(memo.Find(nullptr), nullptr);
     memo.clear();
     EXPECT_EQ(memo.Find(Node(1)), nullptr);
-    memo.Keep(Node(1), {true, false, false, nullptr, 0});
+    memo.Keep(Node(1), {true, false, false, 0, nullptr});
     ASSERT_NE(memo.Find(Node(1)), nullptr);
     EXPECT_TRUE(memo.Find(Node(1))->valid);
 }

@@ -1,0 +1,62 @@
+#include "basalt/nodes/NodeInternTable.h"
+
+#include <bit>
+#include <functional>
+#include <utility>
+
+namespace basalt::nodes {
+
+size_t NodeInternTable::HashOf(const OpaqueNodeRef* parent, std::string_view name) {
+    return std::hash<std::string_view>()(name) ^
+           (reinterpret_cast<uintptr_t>(parent) * 0x9E3779B97F4A7C15ull);
+}
+
+OpaqueNodeRef* NodeInternTable::Find(const OpaqueNodeRef* parent, std::string_view name,
+                                     size_t hash) const {
+    OpaqueNodeRef* node = buckets_[hash & (buckets_.size() - 1)];
+    while (node != nullptr &&
+           (node->tableHash != hash || node->parent != parent || node->name != name))
+        node = node->tableNext;
+    return node;
+}
+
+void NodeInternTable::Insert(OpaqueNodeRef* node) {
+    if (count_ + 1 > buckets_.size())
+        Rehash(buckets_.size() * 2);
+    OpaqueNodeRef*& head = HeadOf(node->tableHash);
+    node->tableNext = head;
+    head = node;
+    ++count_;
+}
+
+void NodeInternTable::Erase(OpaqueNodeRef* node) {
+    OpaqueNodeRef** link = &HeadOf(node->tableHash);
+    while (*link != nullptr && *link != node)
+        link = &(*link)->tableNext;
+    if (*link == nullptr)
+        return;
+    *link = node->tableNext;
+    node->tableNext = nullptr;
+    --count_;
+}
+
+void NodeInternTable::Reserve(size_t more) {
+    if (count_ + more > buckets_.size())
+        Rehash(std::bit_ceil(count_ + more));
+}
+
+void NodeInternTable::Rehash(size_t bucketCount) {
+    std::vector<OpaqueNodeRef*> old = std::exchange(buckets_, {});
+    buckets_.assign(bucketCount, nullptr);
+    for (OpaqueNodeRef* head : old) {
+        while (head != nullptr) {
+            OpaqueNodeRef* next = head->tableNext;
+            OpaqueNodeRef*& into = HeadOf(head->tableHash);
+            head->tableNext = into;
+            into = head;
+            head = next;
+        }
+    }
+}
+
+} // namespace basalt::nodes
