@@ -65,10 +65,9 @@ TEST_P(KelSaveDocumentDialogSnapshotTest, TheReplaceAlert) {
             HeadlessDriver::RunUntilIdle();
             Snapshot(alert, "save-replace-alert");
             HeadlessDriver::PressKey(kVK_Return);
-            When([&run] { return FrontWindow() == run.Save().GetWindow(); },
-                 [&] { ClickItem(run.Save(), kBrowseCancelButton); });
         });
         ClickItem(run.Save(), kBrowseDefaultButton);
+        ClickItem(run.Save(), kBrowseCancelButton);
     });
 }
 
