@@ -262,6 +262,42 @@ TEST_F(KelSaveDocumentDialogTest, ADroppedFileGivesItsFolderAndItsStem) {
     EXPECT_EQ(Utf8(run.Save().SaveFileName()), "old-minutes.rtf");
 }
 
+TEST_F(KelSaveDocumentDialogTest, TheFormatPopupOffersTheClientsKindFirstAndTellsItsChoice) {
+    const void* names[] = {BCSTR("Plain Text"), BCSTR("Rich Text")};
+    BCArrayRef formats = BCArrayCreate(nullptr, names, 2, &kBCTypeArrayCallBacks);
+    SaveSetup setup{"Report.txt"};
+    setup.creator = NodeCode("ttxt");
+    setup.formats = formats;
+    SaveRun run(tree, setup);
+    bool shown = false;
+    std::vector<std::string> heard;
+    run.RunModal([&] {
+        shown = IsControlVisible(ControlOf(run.Save(), kBrowseFormatPopup)) != 0;
+        for (const KelMenuItemSpec& spec : run.popupChoices) {
+            heard.emplace_back(reinterpret_cast<const char*>(spec.menuItemName + 1),
+                               spec.menuItemName[0]);
+        }
+        ClickItem(run.Save(), kBrowseCancelButton);
+    });
+    BCRelease(formats);
+    EXPECT_TRUE(shown);
+    const std::vector<std::string> titles = MenuTitles(run.Save());
+    ASSERT_EQ(titles.size(), 4U);
+    EXPECT_EQ(titles[1], "-");
+    EXPECT_EQ(titles[2], "Plain Text");
+    EXPECT_EQ(titles[3], "Rich Text");
+    // The first line is the client's own kind: it is picked when the dialog starts.
+    ASSERT_EQ(heard.size(), 1U);
+    EXPECT_EQ(heard.front(), titles[0]);
+
+    SaveRun plain(tree, {"Report.txt"});
+    plain.RunModal([&] {
+        shown = IsControlVisible(ControlOf(plain.Save(), kBrowseFormatPopup)) != 0;
+        ClickItem(plain.Save(), kBrowseCancelButton);
+    });
+    EXPECT_FALSE(shown);
+}
+
 TEST_F(KelSaveDocumentDialogTest, TheClientReadsSetsAndSelectsTheNameByMessage) {
     SaveRun run(tree, {"Report.txt"});
     uint8_t name[33] = {};

@@ -17,6 +17,7 @@ SaveRun::SaveRun(const std::filesystem::path& folder, const SaveSetup& setup) {
         options.saveFileName =
             BCStringCreateWithCString(nullptr, setup.name.c_str(), kBCStringEncodingUTF8);
     }
+    options.popupExtension = setup.formats;
     EXPECT_EQ(KelCreatePutFileDialog(&options, NodeCode("TEXT"), setup.creator,
                                      EventRecorder::Record, &recorder, &dialog),
               noErr);

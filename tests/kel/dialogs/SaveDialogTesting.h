@@ -18,6 +18,8 @@ struct SaveSetup {
     uint32_t optionFlags = kSaveOptions;
     uint32_t modality = kKelModalityAppModal;
     FourCharCode creator = NodeCode("****");
+    // The client's own formats for the format popup; needs the event callback, which is given.
+    BCArrayRef formats = nullptr;
 };
 
 // A save dialog on folder, made but not yet run.
