@@ -298,6 +298,28 @@ TEST_F(KelSaveDocumentDialogTest, TheFormatPopupOffersTheClientsKindFirstAndTell
     EXPECT_FALSE(shown);
 }
 
+TEST_F(KelSaveDocumentDialogTest, AsASheetItTakesANameInTheClientsOwnLoop) {
+    const Rect bounds{100, 100, 700, 900};
+    WindowRef parent = nullptr;
+    ASSERT_EQ(CreateNewWindow(kDocumentWindowClass, 0, &bounds, &parent), noErr);
+    ShowWindow(parent);
+    {
+        SaveSetup setup{"Report.txt"};
+        setup.modality = kKelModalitySheet;
+        setup.parent = parent;
+        SaveRun run(tree, setup);
+        ASSERT_EQ(KelDialogRun(run.dialog), noErr);
+        WindowRef sheetParent = nullptr;
+        EXPECT_EQ(GetSheetWindowParent(run.Save().GetWindow(), &sheetParent), noErr);
+        EXPECT_EQ(sheetParent, parent);
+        Type("Budget");
+        ClickItem(run.Save(), kBrowseDefaultButton);
+        EXPECT_EQ(KelDialogGetUserAction(run.dialog), uint32_t(kKelUserActionSaveAs));
+        EXPECT_EQ(ReplyOf(run).name, "Budget.txt");
+    }
+    DisposeWindow(parent);
+}
+
 TEST_F(KelSaveDocumentDialogTest, TheClientReadsSetsAndSelectsTheNameByMessage) {
     SaveRun run(tree, {"Report.txt"});
     uint8_t name[33] = {};

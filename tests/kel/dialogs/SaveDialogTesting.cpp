@@ -18,6 +18,7 @@ SaveRun::SaveRun(const std::filesystem::path& folder, const SaveSetup& setup) {
             BCStringCreateWithCString(nullptr, setup.name.c_str(), kBCStringEncodingUTF8);
     }
     options.popupExtension = setup.formats;
+    options.parentWindow = setup.parent;
     EXPECT_EQ(KelCreatePutFileDialog(&options, NodeCode("TEXT"), setup.creator,
                                      EventRecorder::Record, &recorder, &dialog),
               noErr);

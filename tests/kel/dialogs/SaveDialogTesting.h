@@ -20,6 +20,7 @@ struct SaveSetup {
     FourCharCode creator = NodeCode("****");
     // The client's own formats for the format popup; needs the event callback, which is given.
     BCArrayRef formats = nullptr;
+    WindowRef parent = nullptr;
 };
 
 // A save dialog on folder, made but not yet run.
