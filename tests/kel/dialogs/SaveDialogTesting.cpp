@@ -60,23 +60,6 @@ void RememberSaveForm(bool collapsed, bool extensionHidden) {
     BCPreferencesAppSynchronize(kBCPreferencesCurrentApplication);
 }
 
-std::string AlertText(WindowRef alert) {
-    std::string text;
-    ControlRef root = nullptr;
-    GetRootControl(alert, &root);
-    for (BTViewRef view = BTViewGetFirstSubview(root); view != nullptr;
-         view = BTViewGetNextView(view)) {
-        text += Utf8(TStringRef(BTViewCopyText(view), false)) + "|";
-    }
-    return text;
-}
-
-void PressAlertItem(WindowRef alert, int16_t item) {
-    ControlRef button = nullptr;
-    GetDialogItemAsControl(GetDialogFromWindow(alert), item, &button);
-    HeadlessDriver::Click(button);
-}
-
 void WhenAlertShows(const SaveRun& run, const std::function<void(WindowRef)>& work) {
     WhenInFront(run.Save().GetWindow(), work);
 }

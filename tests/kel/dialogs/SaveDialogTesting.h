@@ -4,6 +4,7 @@
 // with what the user sees and answers: the name field, the alerts in front, the reply.
 
 #include "kel/dialogs/KelSaveDocumentDialog.h"
+#include "tests/kel/dialogs/AlertTesting.h"
 #include "tests/kel/dialogs/PublicDialogTesting.h"
 
 #include <filesystem>
@@ -44,10 +45,6 @@ SaveReply ReplyOf(const SaveRun& run);
 
 // Remembers the dialog form and the hidden extension for the next save dialogs.
 void RememberSaveForm(bool collapsed, bool extensionHidden);
-// The texts shown in an alert window, joined by "|".
-std::string AlertText(WindowRef alert);
-// Presses an alert's button by its item, as a click would.
-void PressAlertItem(WindowRef alert, int16_t item);
 // Does work on the alert once it has come up over the save dialog.
 void WhenAlertShows(const SaveRun& run, const std::function<void(WindowRef)>& work);
 
