@@ -234,6 +234,35 @@ TEST_F(KelSaveDocumentDialogTest, CommandSSaves) {
     EXPECT_EQ(ReplyOf(run).name, "Report.txt");
 }
 
+TEST_F(KelSaveDocumentDialogTest, ReturnWhileTextIsComposedDoesNotSave) {
+    const auto compose = [](const std::u16string& text, int32_t fixed) {
+        EventRef event = nullptr;
+        CreateEvent(nullptr, kEventClassTextInput, kEventTextInputUpdateActiveInputArea, 0, 0,
+                    &event);
+        SetEventParameter(event, kEventParamTextInputSendText, typeUnicodeText, text.size() * 2,
+                          text.data());
+        SetEventParameter(event, 0x74736678 /* "tsfx" */, typeSInt32, sizeof fixed, &fixed);
+        PostEventToQueue(GetMainEventQueue(), event, kEventPriorityStandard);
+        ReleaseEvent(event);
+        HeadlessDriver::RunUntilIdle();
+    };
+    SaveRun run(tree, {"Report.txt"});
+    bool composing = false;
+    bool stayed = false;
+    const uint32_t action = run.RunModal([&] {
+        compose(u"\u306B", 0);
+        composing = run.Save().NameField()->IsComposing();
+        Press(kVK_Return);
+        stayed = run.Save().IsRunning();
+        compose(u"\u65E5", 1);
+        Press(kVK_Return);
+    });
+    EXPECT_TRUE(composing);
+    EXPECT_TRUE(stayed);
+    EXPECT_EQ(action, uint32_t(kKelUserActionSaveAs));
+    EXPECT_EQ(ReplyOf(run).name, "\xE6\x97\xA5.txt");
+}
+
 TEST_F(KelSaveDocumentDialogTest, AClickOnAFileTakesItsStemAndKeepsTheExtension) {
     RememberSaveForm(false, false);
     TKelPrefs prefs;
