@@ -43,7 +43,9 @@ SaveReply ReplyOf(const SaveRun& run) {
     KelReplyRecord reply{};
     SaveReply out;
     out.status = KelDialogGetReply(run.dialog, &reply);
-    const std::vector<std::string> folders = PathsOf(reply.selection);
+    // Copied first: the record is packed and the field sits unaligned.
+    const BEDesc selection = reply.selection;
+    const std::vector<std::string> folders = PathsOf(selection);
     out.folder = folders.empty() ? std::string() : folders.front();
     out.name = reply.saveFileName != nullptr ? Utf8(TStringRef(reply.saveFileName)) : "";
     out.replacing = reply.replacing != 0;
