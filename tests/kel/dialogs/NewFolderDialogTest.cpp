@@ -4,6 +4,7 @@
 #include "kel/dialogs/NewFolderDialog.h"
 
 #include "basalt/backend/headless/HeadlessDriver.h"
+#include "tests/kel/dialogs/AlertTesting.h"
 #include "tests/kel/foundation/StringTesting.h"
 #include "tests/kel/nodes/KelNodeTesting.h"
 #include "tests/support/HeadlessWaiting.h"
@@ -30,23 +31,6 @@ ControlRef Control(WindowRef window, int16_t id) {
 
 std::string Text(WindowRef window, int16_t id) {
     return keltest::Utf8(TStringRef(BTViewCopyText(Control(window, id)), false));
-}
-
-std::string AlertText(WindowRef alert) {
-    std::string text;
-    ControlRef root = nullptr;
-    GetRootControl(alert, &root);
-    for (BTViewRef view = BTViewGetFirstSubview(root); view != nullptr;
-         view = BTViewGetNextView(view)) {
-        text += keltest::Utf8(TStringRef(BTViewCopyText(view), false)) + "|";
-    }
-    return text;
-}
-
-void ClickAlertItem(WindowRef alert, int16_t item) {
-    ControlRef button = nullptr;
-    GetDialogItemAsControl(GetDialogFromWindow(alert), item, &button);
-    HeadlessDriver::Click(button);
 }
 
 class NewFolderDialogTest : public ::testing::Test {
@@ -126,7 +110,7 @@ TEST_F(NewFolderDialogTest, ATakenNameIsRefusedWithAnAlertAndTheWindowStays) {
     std::string alert;
     EXPECT_TRUE(Run([&](WindowRef window) {
         keltest::WhenWindowShowsOver(window, [&, window](WindowRef shown) {
-            alert = AlertText(shown);
+            alert = keltest::AlertText(shown);
             HeadlessDriver::PressKey(kVK_Return);
             // Names differ by case only on a file system that tells them apart, as here.
             HeadlessDriver::Soon([window] {
@@ -153,7 +137,7 @@ TEST_F(NewFolderDialogTest, ANameWithALeadingDotIsAskedAboutFirst) {
                 EXPECT_NE(FrontWindow(), first);
                 keltest::WhenWindowShowsOver(window, [&](WindowRef second) {
                     ++alerts;
-                    ClickAlertItem(second, 1);
+                    keltest::PressAlertItem(second, 1);
                 });
                 HeadlessDriver::Click(window, "kels", kCreateButton);
             });
