@@ -71,6 +71,21 @@ Refusal ClickBrowserRow(WindowRef window, const std::string& name, uint32_t modi
     return std::nullopt;
 }
 
+WindowRef AlertOver(WindowRef window) {
+    WindowRef front = FrontWindow();
+    return front != nullptr && GetDialogFromWindow(front) != nullptr ? front : window;
+}
+
+Refusal ClickItem(WindowRef window, int16_t item) {
+    ControlRef control = nullptr;
+    if (GetDialogItemAsControl(GetDialogFromWindow(window), item, &control) != noErr ||
+        control == nullptr) {
+        return "the dialog has no item " + std::to_string(item);
+    }
+    HeadlessDriver::Click(control);
+    return std::nullopt;
+}
+
 Refusal ClickButton(WindowRef window, const std::string& label) {
     ControlRef button = FindTitled(BTViewGetRoot(window), label);
     if (button == nullptr) {

@@ -13,6 +13,8 @@
 #include <vector>
 
 enum ExitStatus { kAnswered = 0, kCancelled = 1, kError = 2 };
+// The zenity-compatible front's own codes for a timeout and an error.
+enum FrontExitStatus { kFrontTimedOut = 5, kFrontError = 255 };
 
 // A string the options record borrows for the length of the command.
 class OwnedString {

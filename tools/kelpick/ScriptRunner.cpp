@@ -108,17 +108,10 @@ Refusal ScriptRunner::Perform(const ScriptStep& step) {
 
 Refusal ScriptRunner::PerformOnWindow(const ScriptStep& step, WindowRef window) {
     switch (step.kind) {
-    case ScriptStep::Kind::click: {
-        ControlRef control = nullptr;
-        if (GetDialogItemAsControl(GetDialogFromWindow(window), step.item, &control) != noErr ||
-            control == nullptr) {
-            return "the dialog has no item " + std::to_string(step.item);
-        }
-        HeadlessDriver::Click(control);
-        return std::nullopt;
-    }
+    case ScriptStep::Kind::click:
+        return ClickItem(AlertOver(window), step.item);
     case ScriptStep::Kind::clickLabel:
-        return ClickButton(window, step.text);
+        return ClickButton(AlertOver(window), step.text);
     case ScriptStep::Kind::select:
         return ClickBrowserRow(window, step.text, step.modifiers, 1);
     case ScriptStep::Kind::open:
