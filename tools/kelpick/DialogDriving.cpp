@@ -10,6 +10,8 @@ namespace {
 
 constexpr OSType kDialogSignature = 0x6B656C73; // "kels"
 constexpr int32_t kBrowserID = 11;
+constexpr int32_t kFormatPopupID = 6;
+constexpr int32_t kTypePopupID = 7;
 constexpr int32_t kViewSegmentsID = 21;
 constexpr int32_t kSidebarID = 23;
 
@@ -112,6 +114,34 @@ Refusal ClickSidebarRow(WindowRef window, const std::string& name) {
     }
     HeadlessDriver::ClickAt(window, {BGRectGetMidX(row), BGRectGetMidY(row)});
     return std::nullopt;
+}
+
+Refusal ChooseTypeItem(WindowRef window, const std::string& title) {
+    ControlRef popup = nullptr;
+    for (int32_t id : {kTypePopupID, kFormatPopupID}) {
+        if (ControlRef control = DialogControl(window, id); control && IsControlVisible(control)) {
+            popup = control;
+        }
+    }
+    MenuRef menu = nullptr;
+    if (popup == nullptr || GetControlData(popup, kControlNoPart, kControlPopupButtonMenuRefTag,
+                                           sizeof menu, &menu, nullptr) != noErr) {
+        return "the dialog has no type popup";
+    }
+    for (MenuItemIndex item = 1; item <= CountMenuItems(menu); ++item) {
+        BCStringRef text = nullptr;
+        if (CopyMenuItemTextAsBCString(menu, item, &text) != noErr || text == nullptr) {
+            continue;
+        }
+        const bool found = basalt::types::Utf8(text) == title;
+        BCRelease(text);
+        if (found) {
+            HeadlessDriver::ChooseMenuItem(item);
+            HeadlessDriver::Click(popup);
+            return std::nullopt;
+        }
+    }
+    return "no item \"" + title + "\" in the type popup";
 }
 
 Refusal ChooseView(WindowRef window, bool columnView) {

@@ -21,5 +21,7 @@ Refusal ClickItem(WindowRef window, int16_t item);
 Refusal ClickButton(WindowRef window, const std::string& label);
 // Clicks the sidebar's row shown as name, where the sidebar draws it.
 Refusal ClickSidebarRow(WindowRef window, const std::string& name);
+// Chooses the item titled title from the type popup, or the save dialog's format popup.
+Refusal ChooseTypeItem(WindowRef window, const std::string& title);
 // Clicks the list or the column segment of the view control.
 Refusal ChooseView(WindowRef window, bool columnView);

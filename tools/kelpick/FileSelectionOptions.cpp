@@ -146,11 +146,11 @@ std::optional<KelpickOptions> ParseFileSelectionOptions(int argc, char** argv) {
         const size_t equals = word.find('=');
         const std::string name = word.substr(0, equals);
         if (!TakesValue(name)) {
-            if (equals != std::string::npos) {
-                Fail("%s takes no value", name.c_str());
+            if (!ParseFlag(name, options, words)) {
                 return std::nullopt;
             }
-            if (!ParseFlag(name, options, words)) {
+            if (equals != std::string::npos) {
+                Fail("%s takes no value", name.c_str());
                 return std::nullopt;
             }
             continue;

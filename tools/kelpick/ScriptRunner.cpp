@@ -26,6 +26,7 @@ bool LooksForSomething(const ScriptStep& step) {
     case ScriptStep::Kind::select:
     case ScriptStep::Kind::open:
     case ScriptStep::Kind::side:
+    case ScriptStep::Kind::popup:
     case ScriptStep::Kind::clickLabel:
         return true;
     default:
@@ -118,6 +119,8 @@ Refusal ScriptRunner::PerformOnWindow(const ScriptStep& step, WindowRef window) 
         return ClickBrowserRow(window, step.text, 0, 2);
     case ScriptStep::Kind::side:
         return ClickSidebarRow(window, step.text);
+    case ScriptStep::Kind::popup:
+        return ChooseTypeItem(window, step.text);
     case ScriptStep::Kind::view:
         return ChooseView(window, step.columnView);
     default:
