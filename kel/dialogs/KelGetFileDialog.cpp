@@ -4,6 +4,7 @@
 #include "basalt/nodes/NodeProperties.h"
 #include "basalt/types/BLRegistry.h"
 #include "kel/interface/KelCommandKeys.h"
+#include "kel/interface/KelRecordConversion.h"
 
 #include <algorithm>
 #include <basalt/files/BEDesc.h>
@@ -14,20 +15,11 @@ namespace {
 constexpr uint16_t kReturnCharacter = 13;
 constexpr uint16_t kDownArrowCharacter = 31;
 constexpr int32_t kOpenCommandKey = 0;
-constexpr int32_t kRecentDocument = 2;
 constexpr FourCharCode kReplyFormatRef = 0x62667266; // "bfrf"
 
 bool AnyFile(const TKelNodeArray& nodes) {
     return std::any_of(nodes.begin(), nodes.end(),
                        [](const TKelNode& node) { return !node.IsContainer(); });
-}
-
-StatusCode AddFileToRecents(const BFRef& ref) {
-    uint8_t path[PATH_MAX];
-    if (const StatusCode status = BFRefMakePath(&ref, path, sizeof path); status != noErr) {
-        return status;
-    }
-    return _BLAddRecentItem(reinterpret_cast<const char*>(path), kRecentDocument);
 }
 
 } // namespace
@@ -48,15 +40,7 @@ KelGetFileDialog::KelGetFileDialog(BCStringRef layoutName, uint32_t acceptAction
 }
 
 void KelGetFileDialog::AssignWindowTitle() {
-    TStringRef title = windowTitle;
-    if (title.Length() == 0 && clientName.Length() > 0) {
-        TMutableStringRef named = BundleText("Open Title").CopyMutable(0);
-        named.ReplaceParam(0, clientName);
-        title = named;
-    } else if (title.Length() == 0) {
-        title = BundleText("Open Default Title");
-    }
-    SetWindowTitleWithBCString(windowRef, title.AsBCStringRef());
+    AssignTitleFrom("Open Title", "Open Default Title");
 }
 
 TStringRef KelGetFileDialog::GetDefaultButtonTitle() {

@@ -141,9 +141,5 @@ void KelGetFileDialog::BuildTypeMenu(const TDialogConfiguration& configuration) 
 }
 
 void KelGetFileDialog::SetUpShowFilterMenu() {
-    SetControlData(typePopup, kControlNoPart, kControlPopupButtonMenuRefTag, sizeof typeMenu,
-                   &typeMenu);
-    CalcMenuSize(typeMenu);
-    AddTypeMenuItems();
-    SetControlMaximum(typePopup, static_cast<int16_t>(CountMenuItems(typeMenu)));
+    AttachTypeMenu(typePopup);
 }

@@ -185,6 +185,18 @@ void TBrowseDialog::AssignWindowTitle() {
     }
 }
 
+void TBrowseDialog::AssignTitleFrom(const char* namedKey, const char* defaultKey) {
+    TStringRef title = windowTitle;
+    if (title.Length() == 0 && clientName.Length() > 0) {
+        TMutableStringRef named = BundleText(namedKey).CopyMutable(0);
+        named.ReplaceParam(0, clientName);
+        title = named;
+    } else if (title.Length() == 0) {
+        title = BundleText(defaultKey);
+    }
+    SetWindowTitleWithBCString(windowRef, title.AsBCStringRef());
+}
+
 void TBrowseDialog::MakeCustomPane() {
     ControlRef area = Control(kBrowseCustomArea);
     if (area == nullptr) {

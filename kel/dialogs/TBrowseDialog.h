@@ -127,7 +127,8 @@ public:
     virtual void SetDefaultButtonTitle();
     virtual void SetupDialogItems();
     virtual void SetupWindowSize(TRect& bounds);
-    virtual bool SimpleSaveMode();
+    // Whether a save dialog shows only its name and where rows, with no browser.
+    virtual bool SimpleSaveMode() const { return false; }
     virtual StatusCode GetFirstCustomControl(uint16_t* item);
     virtual StatusCode SelectSaveFileName(ControlEditTextSelectionRec* selection);
     virtual StatusCode ActualSelectCustomType(KelMenuItemSpec* spec, ControlRef popup,
@@ -182,6 +183,8 @@ public:
     virtual void FixButtons();
     virtual void SaveDialogPrefs();
     virtual void AddTypeMenuItems();
+    // Makes the type menu the popup's menu, filled with the entries, one value per item.
+    void AttachTypeMenu(ControlRef popup);
     virtual void MonitorAdjustDialog();
     virtual void SetupEventHandlers();
 
@@ -243,6 +246,9 @@ protected:
     void EventInCustomArea(long selector);
     // A view's "extr" property: the gap that goes with it when it leaves the layout.
     static int32_t ExtraOf(ControlRef view);
+    // Titles the window: the client's title, else the named text with the client's name, else
+    // the default text.
+    void AssignTitleFrom(const char* namedKey, const char* defaultKey);
     // Runs the view style change of the list (2) or column (1) preference.
     void SwitchView(TKelPrefs::View view, TPrefOption option);
     // Search follows history and view changes; the search field's work comes with searching.

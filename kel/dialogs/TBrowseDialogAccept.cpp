@@ -184,10 +184,6 @@ StatusCode TBrowseDialog::SetTargetCommand(const TKelNode& target, const TKelNod
     return browser->SetTarget(target, root, TKelNode());
 }
 
-bool TBrowseDialog::SimpleSaveMode() {
-    return false;
-}
-
 bool TBrowseDialog::IsValidEvent(KelCBRec* record, EventRecord* event) {
     if (!client.HasEventProc()) {
         return false;

@@ -49,8 +49,6 @@ void TBrowseDialog::SetUpViewLayouts() {
         {kBrowseCountText, Side::left, kBrowsePathArrows, Edge::max},
         {kBrowseSearchField, Side::left, kBrowseCountText, Edge::max},
         {kBrowseSearchField, Side::right, kSuperview, Edge::max},
-        {kBrowseTopRow, Side::top, aboveRow, Edge::max},
-        {kBrowsePane, Side::top, kBrowseTopRow, Edge::max},
         {kBrowsePane, Side::left, kSuperview, Edge::min},
         {kBrowsePane, Side::right, kSuperview, Edge::max},
         {kBrowsePane, Side::bottom, kBrowseBottomGroup, Edge::min},
@@ -58,6 +56,15 @@ void TBrowseDialog::SetUpViewLayouts() {
         {kBrowseScopeHome, Side::left, kBrowseScopeEverywhere, Edge::max},
         {kBrowseScopeFolder, Side::left, kBrowseScopeHome, Edge::max},
     };
+    // In a save window the top row is part of the pane, which goes away when the window
+    // collapses: the pane follows the where row instead.
+    ControlRef topRow = Control(kBrowseTopRow);
+    if (topRow != nullptr && BTViewGetSuperview(topRow) == Control(kBrowsePane)) {
+        rules.push_back({kBrowsePane, Side::top, kBrowseWherePopup, Edge::max});
+    } else {
+        rules.push_back({kBrowseTopRow, Side::top, aboveRow, Edge::max});
+        rules.push_back({kBrowsePane, Side::top, kBrowseTopRow, Edge::max});
+    }
     for (int16_t view : {kBrowseSaveName, kBrowseSaveNameLabel}) {
         rules.push_back({view, Side::top, kBrowseMessage, Edge::max});
         rules.push_back({view, Side::left, kBrowseTopBlock, Edge::min});

@@ -47,3 +47,11 @@ void TBrowseDialog::AddTypeMenuItems() {
         }
     }
 }
+
+void TBrowseDialog::AttachTypeMenu(ControlRef popup) {
+    SetControlData(popup, kControlNoPart, kControlPopupButtonMenuRefTag, sizeof typeMenu,
+                   &typeMenu);
+    CalcMenuSize(typeMenu);
+    AddTypeMenuItems();
+    SetControlMaximum(popup, static_cast<int16_t>(CountMenuItems(typeMenu)));
+}

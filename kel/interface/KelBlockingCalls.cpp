@@ -1,10 +1,10 @@
 // The blocking browse calls show a dialog and wait for its end. When the second implementation
 // serves the process, each goes through the create call of its dialog with a converted record,
 // and the replies of the older calls get file specs back. Otherwise the call runs the library's
-// own dialog modally in itself; the save dialog's local road still answers -4, so a client
-// learns at once that no dialog came.
+// own dialog modally in itself.
 
 #include "kel/dialogs/KelChooseDialogs.h"
+#include "kel/dialogs/KelSaveDocumentDialog.h"
 #include "kel/interface/KelDialogRules.h"
 #include "kel/interface/KelRoutedCall.h"
 #include "kel/interface/KelRouting.h"
@@ -29,11 +29,11 @@ struct LocalConfiguration : TDialogConfiguration {
     }
 };
 
-// Runs the dialog in the call and fills the reply from it once it has ended.
-template <class Dialog>
-StatusCode RunHere(const BEDesc* defaultLocation, KelReplyRecord* reply,
-                   const TDialogConfiguration& configuration) {
-    auto* dialog = new (std::nothrow) Dialog(configuration, defaultLocation);
+// Runs the dialog made of the arguments in the call and fills the reply from it once it has
+// ended.
+template <class Dialog, class... Arguments>
+StatusCode RunHere(KelReplyRecord* reply, const Arguments&... arguments) {
+    auto* dialog = new (std::nothrow) Dialog(arguments...);
     if (dialog == nullptr) {
         return memFullErr;
     }
@@ -88,7 +88,7 @@ StatusCode RunChooseCall(ChooseCreateCall createCall, const KelDialogRules& rule
         [&] {
             const LocalConfiguration configuration(options, eventProc, nullptr, filterProc,
                                                    clientData, rules);
-            return RunHere<Dialog>(defaultLocation, reply, configuration);
+            return RunHere<Dialog>(reply, configuration, defaultLocation);
         });
 }
 
@@ -118,7 +118,7 @@ StatusCode KelGetFile(const BEDesc* defaultLocation, KelReplyRecord* reply,
             if (typeList != nullptr && (configuration.optionFlags & kKelOptNoTypePopup) != 0) {
                 configuration.fileCreatorFilter = typeWildCard;
             }
-            return RunHere<KelGetFileDialog>(defaultLocation, reply, configuration);
+            return RunHere<KelGetFileDialog>(reply, configuration, defaultLocation);
         },
         PopupNeedsEventProc(options, eventProc));
 }
@@ -133,8 +133,12 @@ StatusCode KelPutFile(const BEDesc* defaultLocation, KelReplyRecord* reply,
         [&](const KelDialogCreationOptions* local, KelDialogRef* out) {
             return KelCreatePutFileDialog(local, fileType, fileCreator, eventProc, clientData, out);
         },
-        // The save dialog's name field and replace confirmation are still to come.
-        [] { return StatusCode{kBCUnimpErr}; },
+        [&] {
+            const LocalConfiguration configuration(options, eventProc, nullptr, nullptr, clientData,
+                                                   KelDialogKind::kPutFile);
+            return RunHere<KelSaveDocumentDialog>(reply, configuration, fileType, fileCreator,
+                                                  defaultLocation);
+        },
         PopupNeedsEventProc(options, eventProc) || keepsAliases);
 }
 
@@ -153,7 +157,7 @@ StatusCode KelChooseFile(const BEDesc* defaultLocation, KelReplyRecord* reply,
                                              clientData, KelDialogKind::kChooseFile);
             configuration.typeList = typeList;
             configuration.fileCreatorFilter = typeWildCard;
-            return RunHere<KelChooseFileDialog>(defaultLocation, reply, configuration);
+            return RunHere<KelChooseFileDialog>(reply, configuration, defaultLocation);
         });
 }
 
@@ -191,7 +195,7 @@ StatusCode KelChooseObject(const BEDesc* defaultLocation, KelReplyRecord* reply,
         [&] {
             const LocalConfiguration configuration(options, eventProc, nullptr, filterProc,
                                                    clientData, rules);
-            return RunHere<KelChooseObjectDialog>(defaultLocation, reply, configuration);
+            return RunHere<KelChooseObjectDialog>(reply, configuration, defaultLocation);
         });
 }
 
@@ -205,6 +209,6 @@ StatusCode KelNewFolder(const BEDesc* defaultLocation, KelReplyRecord* reply,
         [&] {
             const LocalConfiguration configuration(options, eventProc, nullptr, nullptr, clientData,
                                                    KelDialogKind::kNewFolder);
-            return RunHere<KelNewFolderDialog>(defaultLocation, reply, configuration);
+            return RunHere<KelNewFolderDialog>(reply, configuration, defaultLocation);
         });
 }

@@ -31,18 +31,18 @@ StatusCode ConvertReplyItem(KelReplyRecord* reply, BEDescList& selection, long i
     StatusCode status =
         BEGetNthPtr(&selection, index, typeBFRef, nullptr, &type, &ref, sizeof ref, &size);
     BFCatalogInfo info{};
-    BFSpec spec{};
     if (status == noErr) {
-        status = BFGetCatalogInfo(&ref, kBFCatInfoNodeFlags | kBFCatInfoNodeID, &info, nullptr,
-                                  &spec, nullptr);
+        status = BFGetCatalogInfo(&ref, kBFCatInfoNodeFlags, &info, nullptr, nullptr, nullptr);
     }
     if (status != noErr || (info.nodeFlags & kBFNodeIsDirectoryMask) == 0) {
         return status;
     }
-    spec.parID = static_cast<int32_t>(info.nodeID);
-    spec.name[0] = 0;
+    BFSpec spec{};
+    status = MakeChildSpec(ref, reply->saveFileName, spec);
+    if (status != noErr) {
+        return status;
+    }
     if (reply->saveFileName != nullptr) {
-        SetSpecName(spec, reply->saveFileName);
         BCRelease(reply->saveFileName);
         reply->saveFileName = nullptr;
     }
@@ -50,6 +50,21 @@ StatusCode ConvertReplyItem(KelReplyRecord* reply, BEDescList& selection, long i
 }
 
 } // namespace
+
+StatusCode MakeChildSpec(const BFRef& folder, BCStringRef name, BFSpec& spec) {
+    BFCatalogInfo info{};
+    const StatusCode status =
+        BFGetCatalogInfo(&folder, kBFCatInfoNodeID, &info, nullptr, &spec, nullptr);
+    if (status != noErr) {
+        return status;
+    }
+    spec.parID = static_cast<int32_t>(info.nodeID);
+    spec.name[0] = 0;
+    if (name != nullptr) {
+        SetSpecName(spec, name);
+    }
+    return noErr;
+}
 
 StatusCode ConvertDialogOptions(const KelDialogOptions* from, KelDialogCreationOptions* to) {
     const StatusCode status =

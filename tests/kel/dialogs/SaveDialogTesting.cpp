@@ -1,0 +1,82 @@
+#include "tests/kel/dialogs/SaveDialogTesting.h"
+
+#include "kel/foundation/TKelPrefs.h"
+#include "tests/kel/foundation/StringTesting.h"
+
+#include <basalt/files/BEDesc.h>
+#include <basalt/files/BFRef.h>
+#include <gtest/gtest.h>
+
+using basalt::headless::HeadlessDriver;
+
+namespace keltest {
+
+SaveRun::SaveRun(const std::filesystem::path& folder, const SaveSetup& setup) {
+    KelDialogCreationOptions options = Options(setup.modality, setup.optionFlags);
+    if (!setup.name.empty()) {
+        options.saveFileName =
+            BCStringCreateWithCString(nullptr, setup.name.c_str(), kBCStringEncodingUTF8);
+    }
+    EXPECT_EQ(KelCreatePutFileDialog(&options, NodeCode("TEXT"), setup.creator,
+                                     EventRecorder::Record, &recorder, &dialog),
+              noErr);
+    if (options.saveFileName != nullptr) {
+        BCRelease(options.saveFileName);
+    }
+    if (dialog != nullptr && !folder.empty()) {
+        StartIn(folder);
+    }
+}
+
+std::string SaveRun::FieldText() const {
+    TTextEdit* field = Save().NameField();
+    return field != nullptr ? Utf8(field->GetTextContent()) : std::string();
+}
+
+bool SaveRun::DefaultButtonActive() const {
+    return IsControlActive(Save().GetControlFromLayout(kBrowseDefaultButton));
+}
+
+SaveReply ReplyOf(const SaveRun& run) {
+    KelReplyRecord reply{};
+    SaveReply out;
+    out.status = KelDialogGetReply(run.dialog, &reply);
+    const std::vector<std::string> folders = PathsOf(reply.selection);
+    out.folder = folders.empty() ? std::string() : folders.front();
+    out.name = reply.saveFileName != nullptr ? Utf8(TStringRef(reply.saveFileName)) : "";
+    out.replacing = reply.replacing != 0;
+    out.extensionHidden = reply.saveFileExtensionHidden != 0;
+    KelDisposeReply(&reply);
+    return out;
+}
+
+void RememberSaveForm(bool collapsed, bool extensionHidden) {
+    TKelPrefs prefs;
+    prefs.SetClientKeys(TStringRef(BCSTR("PutFile")), TStringRef(BCSTR("0")));
+    prefs.SetWindowMinimizedPref(collapsed);
+    prefs.SetExtensionHiddenPref(extensionHidden);
+    BCPreferencesAppSynchronize(kBCPreferencesCurrentApplication);
+}
+
+std::string AlertText(WindowRef alert) {
+    std::string text;
+    ControlRef root = nullptr;
+    GetRootControl(alert, &root);
+    for (BTViewRef view = BTViewGetFirstSubview(root); view != nullptr;
+         view = BTViewGetNextView(view)) {
+        text += Utf8(TStringRef(BTViewCopyText(view), false)) + "|";
+    }
+    return text;
+}
+
+void PressAlertItem(WindowRef alert, int16_t item) {
+    ControlRef button = nullptr;
+    GetDialogItemAsControl(GetDialogFromWindow(alert), item, &button);
+    HeadlessDriver::Click(button);
+}
+
+void WhenAlertShows(const SaveRun& run, const std::function<void(WindowRef)>& work) {
+    WhenInFront(run.Save().GetWindow(), work);
+}
+
+} // namespace keltest
