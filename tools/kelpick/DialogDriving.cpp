@@ -128,20 +128,22 @@ Refusal ChooseTypeItem(WindowRef window, const std::string& title) {
                                            sizeof menu, &menu, nullptr) != noErr) {
         return "the dialog has no type popup";
     }
+    std::string titles;
     for (MenuItemIndex item = 1; item <= CountMenuItems(menu); ++item) {
         BCStringRef text = nullptr;
         if (CopyMenuItemTextAsBCString(menu, item, &text) != noErr || text == nullptr) {
             continue;
         }
-        const bool found = basalt::types::Utf8(text) == title;
+        const std::string shown = basalt::types::Utf8(text);
         BCRelease(text);
-        if (found) {
+        if (shown == title) {
             HeadlessDriver::ChooseMenuItem(item);
             HeadlessDriver::Click(popup);
             return std::nullopt;
         }
+        titles += (titles.empty() || shown.empty() ? "" : ", ") + shown;
     }
-    return "no item \"" + title + "\" in the type popup";
+    return "no item \"" + title + "\" in the type popup, which has: " + titles;
 }
 
 Refusal ChooseView(WindowRef window, bool columnView) {

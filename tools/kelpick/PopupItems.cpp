@@ -18,14 +18,20 @@ std::string Lowered(std::string text) {
     return text;
 }
 
-// What a person reads for a type: its description and the extension it gives.
-std::string TypeTitle(BCStringRef identifier, const std::string& extension) {
+// What a person reads for a type: its description, capitalised as an item begins, and the
+// extension it gives; without a description, the extension or the type itself.
+std::string TypeTitle(BCStringRef identifier, const std::string& type,
+                      const std::string& extension) {
     BCStringRef description = BUTypeCopyDescription(identifier);
-    std::string title = description != nullptr ? basalt::types::Utf8(description) : extension;
-    if (description != nullptr) {
-        BCRelease(description);
+    if (description == nullptr) {
+        return extension.empty() ? type : "." + extension;
     }
-    return extension.empty() || title == extension ? title : title + " (." + extension + ")";
+    std::string title = basalt::types::Utf8(description);
+    BCRelease(description);
+    if (!title.empty() && title[0] >= 'a' && title[0] <= 'z') {
+        title[0] = char(title[0] - 'a' + 'A');
+    }
+    return extension.empty() ? title : title + " (." + extension + ")";
 }
 
 } // namespace
@@ -67,7 +73,7 @@ PopupItems PopupItems::FromSaveTypes(const std::vector<std::string>& types) {
                 BCRelease(tag);
             }
         }
-        popup.items.push_back({TypeTitle(identifier, extension), {}, extension});
+        popup.items.push_back({TypeTitle(identifier, type, extension), {}, extension});
         BCRelease(identifier);
     }
     return popup;
@@ -85,8 +91,8 @@ BCArrayRef PopupItems::CreateTitles() const {
 
 size_t PopupItems::ItemForName(const std::string& name) const {
     const std::string extension = Lowered(ExtensionOf(name));
-    for (size_t index = 0; index < items.size(); ++index) {
-        if (!extension.empty() && Lowered(items[index].extension) == extension) {
+    for (size_t index = 0; !extension.empty() && index < items.size(); ++index) {
+        if (Lowered(items[index].extension) == extension) {
             return index;
         }
     }

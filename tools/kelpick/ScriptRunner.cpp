@@ -145,6 +145,8 @@ Refusal ScriptRunner::Snapshot(const std::string& path) {
     if (window == nullptr) {
         return "no window to take a snapshot of for " + path;
     }
+    // What the person sees: an alert the dialog put up, when there is one.
+    window = AlertOver(window);
     // On a display the picture is what the server shows; headless it is our own drawing.
     StatusCode status = HeadlessDriver::Available() ? HeadlessDriver::WritePNG(window, path)
                                                     : basalt::x11::WriteWindowPNG(window, path);

@@ -1,5 +1,8 @@
 #include "tools/kelpick/PopupItems.h"
 
+#include "basalt/types/BUTypes.h"
+
+#include <cctype>
 #include <gtest/gtest.h>
 
 namespace {
@@ -41,6 +44,10 @@ TEST(PopupItems, SaveTypesGiveTheirExtensionAndFindTheNamesOwn) {
 
     BCArrayRef titles = popup.CreateTitles();
     ASSERT_EQ(BCArrayGetCount(titles), 3);
+    const std::string first =
+        basalt::types::Utf8(static_cast<BCStringRef>(BCArrayGetValueAtIndex(titles, 0)));
+    EXPECT_TRUE(first.ends_with(" (.txt)")) << first;
+    EXPECT_TRUE(std::isupper(static_cast<unsigned char>(first[0]))) << first;
     BCRelease(titles);
 }
 

@@ -48,18 +48,34 @@ expect 1 '' '' save --dir "$tree" --name "$latin1_name" \
     --script 'key:return;click:Cancel;wait:300;key:escape'
 unchanged "$tree/$latin1_name" l "Cancel over a name that is not UTF-8"
 
-# --types: the name takes the type it has, or the first; a hidden extension comes back in the
-# path, and a typed name gets it behind.
+# --types: the name takes the type it has, or the first, or the one chosen in the popup.
 expect 0 "$tree/report.txt$nl" '' save --dir "$tree" --name report --types txt,md \
     --script 'key:return'
 expect 0 "$tree/notes.md$nl" '' save --dir "$tree" --name notes.md --types txt,md \
     --script 'key:return'
 expect 0 "$tree/notes.txt$nl" '' save --dir "$tree" --name notes.md --types txt,md \
     --script 'popup:Plain text document (.txt);key:return'
-expect 0 "$tree/b.txt$nl" '' save --dir "$tree" --name a.txt --hide-extension \
-    --script 'type:b;key:return'
-expect 0 "$tree/new.txt$nl" '' save --dir "$tree" --name new.txt --hide-extension \
-    --script 'key:return'
+
+# The extension is hidden unless the user showed it last time; --hide-extension hides it even
+# then, and that is remembered as the user's choice. Either way the path has it.
+hidden_pref() {
+    grep -A1 'PutFile:0:ExtensionHidden' "$HOME/.config/kel/preferences/kelpick.json" |
+        grep -q "$1"
+}
+for flag in '' --hide-extension; do
+    fresh
+    mkdir -p "$HOME/.config/kel/preferences"
+    echo '{"VelmoKelServices:PutFile:0:ExtensionHidden": {"$data": "AA=="}}' \
+        >"$HOME/.config/kel/preferences/kelpick.json"
+    out=$("$kelpick" save --headless --timeout 20 --dir "$tree" --name a.txt $flag \
+        --script 'key:cmd-a;type:b;key:return' 2>&1)
+    [ "$out" = "$tree/b.txt" ] || fail "save $flag with the stem typed over printed '$out'"
+    if [ -n "$flag" ]; then
+        hidden_pref 'AQ==' || fail "--hide-extension was not remembered"
+    else
+        hidden_pref 'AA==' || fail "the user's shown extension was forgotten"
+    fi
+done
 
 [ "$failures" -eq 0 ] && echo "kelpick save: all checks passed"
 exit "$failures"
