@@ -27,24 +27,39 @@ Boolean ShowsByName(BEDesc* item, void* info, void* clientData, int16_t) {
         return true;
     }
     BFRef ref;
-    std::vector<uint8_t> path(65536);
-    if (BEGetDescData(item, &ref, sizeof ref) != noErr ||
-        BFRefMakePath(&ref, path.data(), uint32_t(path.size())) != noErr) {
+    std::string path;
+    if (BEGetDescData(item, &ref, sizeof ref) != noErr || PathOfRef(ref, path) != noErr) {
         return true;
     }
-    const std::string whole(reinterpret_cast<const char*>(path.data()));
-    return run.popup.Shows(whole.substr(whole.rfind('/') + 1));
+    return run.popup.Shows(path.substr(path.rfind('/') + 1));
 }
 
-void OpenDialogStarted(const BrowseRun& run);
+// A descriptor of the file or folder at path, if there is one.
+bool MakePathDesc(const std::string& path, BEDesc& desc) {
+    BFRef ref;
+    return BFPathMakeRef(reinterpret_cast<const uint8_t*>(path.c_str()), &ref, nullptr) == noErr &&
+           BECreateDesc(typeBFRef, &ref, sizeof ref, &desc) == noErr;
+}
+
+// The front names a file to open by its path: it is selected in its folder, if it is there.
+void OpenDialogStarted(const BrowseRun& run) {
+    BEDesc file;
+    if (run.options.dir && run.options.name &&
+        MakePathDesc(*run.options.dir + "/" + *run.options.name, file)) {
+        KelCustomControl(run.dialog, kKelCtlSetSelection, &file);
+        BEDisposeDesc(&file);
+    }
+}
 
 // Like an application, kelpick passes an event callback, so its dialogs get their default
 // titles; it hears of its own popup items through it, and when a sheet has ended.
 void HearEvent(long selector, KelCBRec* record, void* clientData) {
     auto& run = *static_cast<BrowseRun*>(clientData);
-    if (selector == kKelCBStart) {
-        IsSave(run.options) ? StartSaveDialog(run) : OpenDialogStarted(run);
-    } else if (selector == kKelCBPopupMenuSelect) {
+    if (selector == kKelCBStart && IsSave(run.options)) {
+        StartSaveDialog(run);
+    } else if (selector == kKelCBStart) {
+        OpenDialogStarted(run);
+    } else if (selector == kKelCBPopupMenuSelect && record->eventData != nullptr) {
         const auto& spec = *static_cast<const KelMenuItemSpec*>(record->eventData);
         if (spec.menuCreator == kKelExtensionCreator) {
             run.popup.Choose(spec.menuType);
@@ -92,23 +107,6 @@ StatusCode CreateBrowseDialog(KelDialogCreationOptions& creation, BrowseRun& run
         return KelCreateChooseObjectDialog(&creation, HearEvent, nullptr, filter, &run, dialog);
     }
     return KelCreateNewFolderDialog(&creation, HearEvent, &run, dialog);
-}
-
-// A descriptor of the file or folder at path, if there is one.
-bool MakePathDesc(const std::string& path, BEDesc& desc) {
-    BFRef ref;
-    return BFPathMakeRef(reinterpret_cast<const uint8_t*>(path.c_str()), &ref, nullptr) == noErr &&
-           BECreateDesc(typeBFRef, &ref, sizeof ref, &desc) == noErr;
-}
-
-// The front names a file to open by its path: it is selected in its folder, if it is there.
-void OpenDialogStarted(const BrowseRun& run) {
-    BEDesc file;
-    if (run.options.dir && run.options.name &&
-        MakePathDesc(*run.options.dir + "/" + *run.options.name, file)) {
-        KelCustomControl(run.dialog, kKelCtlSetSelection, &file);
-        BEDisposeDesc(&file);
-    }
 }
 
 // A folder that is not there leaves the dialog its usual first place, as a stale folder in an

@@ -11,14 +11,7 @@ StatusCode PathOfItem(const BEDescList& selection, long index, std::string& path
     BFRef ref;
     StatusCode status =
         BEGetNthPtr(&selection, index, typeBFRef, nullptr, nullptr, &ref, sizeof ref, nullptr);
-    std::vector<uint8_t> bytes(65536);
-    if (status == noErr) {
-        status = BFRefMakePath(&ref, bytes.data(), uint32_t(bytes.size()));
-    }
-    if (status == noErr) {
-        path = reinterpret_cast<const char*>(bytes.data());
-    }
-    return status;
+    return status == noErr ? PathOfRef(ref, path) : status;
 }
 
 // The record is packed: its selection is read from an aligned copy.
@@ -29,6 +22,15 @@ BEDescList SelectionOf(const KelReplyRecord& reply) {
 }
 
 } // namespace
+
+StatusCode PathOfRef(const BFRef& ref, std::string& path) {
+    std::vector<uint8_t> bytes(65536);
+    const StatusCode status = BFRefMakePath(&ref, bytes.data(), uint32_t(bytes.size()));
+    if (status == noErr) {
+        path = reinterpret_cast<const char*>(bytes.data());
+    }
+    return status;
+}
 
 StatusCode CopyReplyPaths(const KelReplyRecord& reply, std::vector<std::string>& paths) {
     const BEDescList selection = SelectionOf(reply);

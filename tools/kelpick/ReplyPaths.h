@@ -1,11 +1,14 @@
 #pragma once
 
 #include <basalt/BasaltCore.h>
+#include <basalt/BasaltFiles.h>
 #include <cstdio>
 #include <kel/KelServices.h>
 #include <string>
 #include <vector>
 
+// The path of a file or folder, as the file system's bytes.
+StatusCode PathOfRef(const BFRef& ref, std::string& path);
 // The paths of every item of the reply, as the file system's bytes: a name that is not UTF-8
 // comes out exactly as it is on disk.
 StatusCode CopyReplyPaths(const KelReplyRecord& reply, std::vector<std::string>& paths);

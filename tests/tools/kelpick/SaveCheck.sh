@@ -68,7 +68,7 @@ for flag in '' --hide-extension; do
     echo '{"VelmoKelServices:PutFile:0:ExtensionHidden": {"$data": "AA=="}}' \
         >"$HOME/.config/kel/preferences/kelpick.json"
     out=$("$kelpick" save --headless --timeout 20 --dir "$tree" --name a.txt $flag \
-        --script 'key:cmd-a;type:b;key:return' 2>&1)
+        --script 'key:cmd-a;type:b;key:return' 2>"$top/err")
     [ "$out" = "$tree/b.txt" ] || fail "save $flag with the stem typed over printed '$out'"
     if [ -n "$flag" ]; then
         hidden_pref 'AQ==' || fail "--hide-extension was not remembered"
