@@ -3,6 +3,7 @@
 #include "basalt/core/BCString.h"
 #include "basalt/core/BCStringSearch.h"
 
+#include <unicode/uchar.h>
 #include <unicode/ustring.h>
 
 using basalt::String;
@@ -102,6 +103,21 @@ void BCStringLowercase(BCMutableStringRef string, const void*) {
 
 void BCStringUppercase(BCMutableStringRef string, const void*) {
     MapCase(string, u_strToUpper);
+}
+
+void BCStringTrimWhitespace(BCMutableStringRef string) {
+    std::u16string* text = Editable(string);
+    if (text == nullptr)
+        return;
+    // Every white space character sits in the Basic Multilingual Plane, so units will do.
+    auto isSpace = [](char16_t unit) { return u_isUWhiteSpace(unit) != 0; };
+    size_t end = text->size();
+    while (end > 0 && isSpace((*text)[end - 1]))
+        --end;
+    size_t start = 0;
+    while (start < end && isSpace((*text)[start]))
+        ++start;
+    *text = text->substr(start, end - start);
 }
 
 } // extern "C"

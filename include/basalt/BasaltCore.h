@@ -214,6 +214,8 @@ BASALT_EXPORT BCIndex BCStringFindAndReplace(BCMutableStringRef string, BCString
                                              BCOptionFlags options);
 BASALT_EXPORT void BCStringLowercase(BCMutableStringRef string, const void* localeUnused);
 BASALT_EXPORT void BCStringUppercase(BCMutableStringRef string, const void* localeUnused);
+/* Removes white space (Unicode's White_Space property) from both ends. */
+BASALT_EXPORT void BCStringTrimWhitespace(BCMutableStringRef string);
 
 /* A compile-time constant string, made once per literal and never freed. */
 BASALT_EXPORT BCStringRef __BCStringMakeConstantString(const char* cString);

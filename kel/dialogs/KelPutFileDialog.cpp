@@ -29,7 +29,30 @@ StatusCode KelPutFileDialog::StartDialog() {
     return TBrowseDialog::StartDialog();
 }
 
+// While the pane is hidden the window shrinks over it: its views keep the size they had, so
+// that none is laid out to nothing, and take the pane's size again when it shows.
+void KelPutFileDialog::FreezePane(bool frozen) {
+    ControlRef pane = Control(kBrowsePane);
+    if (pane == nullptr || frozen == paneFrozen) {
+        return;
+    }
+    paneFrozen = frozen;
+    if (frozen) {
+        BTViewGetFrame(pane, &frozenPaneFrame);
+        BTViewSuspendLayout(pane);
+        return;
+    }
+    BGRect now = BGRectZero;
+    BTViewGetFrame(pane, &now);
+    BGRect before = now;
+    before.size = frozenPaneFrame.size;
+    BTViewSetFrame(pane, &before);
+    BTViewResumeLayout(pane);
+    BTViewSetFrame(pane, &now);
+}
+
 void KelPutFileDialog::DisclosableAreaShowHide(unsigned char show) {
+    FreezePane(show == 0);
     for (ControlRef view :
          {Control(kBrowsePane), hideExtensionCheckbox, Control(kBrowseNewFolder)}) {
         if (view == nullptr) {

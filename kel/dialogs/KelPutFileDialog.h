@@ -33,6 +33,7 @@ public:
 
 protected:
     void HideFormatPopup();
+    void FreezePane(bool frozen);
 
     FourCharCode fileType;
     FourCharCode fileCreator;
@@ -42,4 +43,8 @@ protected:
     TRect disclosedCustomRect;
     TRect collapsedCustomRect;
     bool disclosed = true;
+
+private:
+    bool paneFrozen = false;
+    BGRect frozenPaneFrame = BGRectZero;
 };

@@ -132,9 +132,11 @@ void KelSaveDocumentDialog::FixButtons(const TStringRef* given) {
     SetDefaultButtonTitle();
 }
 
+// The name is what the field shows: a hidden extension alone is no name.
 bool KelSaveDocumentDialog::CanChoose() {
+    const TStringRef name = nameField != nullptr ? nameField->GetTextContent() : SaveFileName();
     return TBrowseDialog::CanChoose() && (actionState & kActionSaveRefused) == 0 &&
-           !IsTargetLocked() && SaveFileName().Length() > 0;
+           !IsTargetLocked() && name.Length() > 0;
 }
 
 bool KelSaveDocumentDialog::ValidateAcceptDialog(uint32_t modifiers) {

@@ -78,8 +78,8 @@ void KelSaveDocumentDialog::SetupWindowSize(TRect& bounds) {
     const int16_t height = std::max(RectHeight(bounds), RectHeight(stored));
     disclosedBounds = TRect(0, 0, width, height);
     if (prefs.GetWindowMinimizedPref()) {
-        SizeWindow(windowRef, collapsedMinimumWidth, collapsedMinimumHeight, true);
         DisclosableAreaShowHide(false);
+        SizeWindow(windowRef, collapsedMinimumWidth, collapsedMinimumHeight, true);
         ShowWhereRow(true);
         simpleMode = true;
         SetResizable(false);

@@ -206,8 +206,11 @@ public:
     bool IsLocationDesktop();
     bool BrowserHasFocus();
     void SendClassicEvent(EventRef event);
-    // Where the Go To window plugs in: asks for a path and shows it.
+    // Command-shift-G: asks for a path and shows it.
     void GoToFolder();
+    // Runs the Go To window, its field starting with firstCharacter unless that is 0, and moves
+    // the browser to the path it answers; a file is selected in its folder. True when it moved.
+    bool RunGoToWindow(char firstCharacter);
 
     // ---- New folder and type popup ----
     // Makes a folder of the client's name in the target and moves into it.

@@ -5,6 +5,7 @@
 
 #include "kel/dialogs/TBrowseDialog.h"
 #include "kel/interface/KelCommandKeys.h"
+#include "kel/widgets/TGoToWindow.h"
 
 #include <cctype>
 
@@ -122,9 +123,28 @@ bool TBrowseDialog::FinishWithEditMenu(uint16_t key, EventRef event) {
     return false;
 }
 
-// The Go To window plugs in here: it asks for a path, and a file it names is selected in its
-// folder. Until that window exists the key does nothing the user sees.
-void TBrowseDialog::GoToFolder() {}
+void TBrowseDialog::GoToFolder() {
+    RunGoToWindow(0);
+}
+
+bool TBrowseDialog::RunGoToWindow(char firstCharacter) {
+    TKelNodeArray path;
+    TGoToWindow goTo;
+    if (!goTo.Run(path, firstCharacter) || path.empty()) {
+        return false;
+    }
+    const TKelNode leaf = path.back();
+    if (filter.CanTarget(leaf)) {
+        return browser->SetTarget(leaf, leaf, TKelNode()) == noErr;
+    }
+    // A file: its folder, with the file selected.
+    const TKelNode folder = leaf.GetParent();
+    if (folder.IsEmpty() || browser->SetTarget(folder, folder, TKelNode()) != noErr) {
+        return false;
+    }
+    browser->SetSelection(NodeList(leaf), 1);
+    return true;
+}
 
 bool TBrowseDialog::HandleWayfarerCommandKeys(uint16_t key, uint32_t modifiers) {
     TKelNode target;

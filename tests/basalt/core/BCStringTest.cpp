@@ -145,6 +145,17 @@ TEST(BCString, MutableEditing) {
     BCRelease(text);
 }
 
+TEST(BCString, TrimWhitespaceTakesUnicodeSpacesFromBothEndsOnly) {
+    BCMutableStringRef text =
+        BCStringCreateMutableCopy(kBCAllocatorDefault, 0, BCSTR(" \t\u00A0~/a b\u3000\n"));
+    BCStringTrimWhitespace(text);
+    EXPECT_EQ(Text(text), u"~/a b");
+    BCStringReplaceAll(text, BCSTR(" \u2003 "));
+    BCStringTrimWhitespace(text);
+    EXPECT_EQ(Text(text), u"");
+    BCRelease(text);
+}
+
 TEST(BCString, ExternalUTF16AndSizes) {
     Owned text(Make("hi"));
     uint8_t bytes[8];
