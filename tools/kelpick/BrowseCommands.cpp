@@ -234,7 +234,7 @@ int CreateAndRun(KelDialogCreationOptions& creation, BrowseRun& run,
         return kError;
     }
     ScriptRunner runner(run.dialog, std::move(steps), options.snapshot, options.timeout);
-    StartScript(runner);
+    StartScript(runner, options);
     StatusCode status = KelDialogRun(run.dialog);
     if (status == noErr && options.sheet && !run.ended) {
         RunApplicationEventLoop(); // a sheet runs in its parent's loop

@@ -74,6 +74,7 @@ bool ParseValue(const std::string& name, const std::string& value, KelpickOption
     } else if (name == "--snapshot") {
         options.snapshot = value;
     } else if (name == "--timeout") {
+        options.timeoutGiven = true;
         return ParseTimeout(value.c_str(), options.timeout);
     }
     return true;

@@ -28,6 +28,7 @@ struct KelpickOptions {
     std::string script;
     std::string snapshot;
     double timeout = 30;
+    bool timeoutGiven = false;
 
     // The browse commands.
     std::optional<std::string> dir;

@@ -128,7 +128,10 @@ Refusal ScriptRunner::PerformOnWindow(const ScriptStep& step, WindowRef window) 
     }
 }
 
-void ScriptRunner::StartOnDisplay() {
+void ScriptRunner::StartOnDisplay(bool closeAtTimeout) {
+    if (closeAtTimeout) {
+        ArmTimeout();
+    }
     if (snapshot.empty()) {
         return;
     }

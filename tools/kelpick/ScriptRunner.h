@@ -21,8 +21,9 @@ public:
 
     // Schedules the work; it runs once the dialog's loop runs.
     void Start();
-    // On a real display a person answers: only the snapshot is taken, once the window shows.
-    void StartOnDisplay();
+    // On a real display a person answers: only the snapshot is taken, once the window shows,
+    // and the dialog is cancelled at the timeout only when closeAtTimeout says so.
+    void StartOnDisplay(bool closeAtTimeout);
     bool TimedOut() const { return timedOut; }
     bool Failed() const { return failed; }
 

@@ -62,6 +62,18 @@ unchanged "$tree/a.txt" a "--confirm-overwrite answered Cancel"
 expect 0 "$tree/sub/a.txt$nl" '' $fs --save --filename="$tree/sub/" \
     --script 'type:a.txt;key:return'
 
+# On a display a person answers (a script is not run there: headless, its escape would cancel),
+# and --timeout closes the dialog as that tool's does.
+if command -v xvfb-run >/dev/null; then
+    fresh
+    env -u KEL_BACKEND xvfb-run -a "$kelpick" $fs --timeout=1 --filename="$tree/" \
+        --script 'key:escape' >"$top/out" 2>&1
+    got=$?
+    [ "$got" -eq 5 ] || fail "--timeout on a display: exit $got ($(cat "$top/out"))"
+else
+    echo "SKIP --timeout on a display: no xvfb-run"
+fi
+
 # Errors: that tool's 255, with the reason on standard error.
 expect 255 '' 'unknown option --colour' $fs --colour=red
 expect 255 '' 'step 1: no button' $fs --filename="$tree" --script 'click:Frobnicate'

@@ -41,6 +41,7 @@ TEST(FileSelectionOptions, TakesValuesAfterAnEqualsSignOrAsTheNextWord) {
     EXPECT_EQ(options->separator, ":");
     EXPECT_TRUE(options->multiple);
     EXPECT_DOUBLE_EQ(options->timeout, 7);
+    EXPECT_TRUE(options->timeoutGiven);
     EXPECT_TRUE(options->headless);
     EXPECT_EQ(options->script, "key:return");
     EXPECT_EQ(options->command, "open");
@@ -48,6 +49,7 @@ TEST(FileSelectionOptions, TakesValuesAfterAnEqualsSignOrAsTheNextWord) {
     options = Parse({"--file-selection", "--separator="});
     ASSERT_TRUE(options);
     EXPECT_EQ(options->separator, "");
+    EXPECT_FALSE(options->timeoutGiven) << "a person on a display is not hurried unless asked";
 }
 
 // That tool replaces a file without asking unless told to ask.
