@@ -164,14 +164,12 @@ int PrintChosen(KelDialogRef dialog, const KelpickOptions& options) {
         status = IsSave(options) ? CopySavePath(reply, paths[0]) : CopyReplyPaths(reply, paths);
         KelDisposeReply(&reply);
     }
-    if (status == noErr) {
-        PrintPaths(paths, options.fileSelection ? options.separator : "\n", stdout);
-    }
     if (status != noErr) {
         std::fprintf(stderr, "kelpick: the chosen items could not be read (status %d)\n",
                      static_cast<int>(status));
         return kError;
     }
+    PrintPaths(paths, options.fileSelection ? options.separator : "\n", stdout);
     return kAnswered;
 }
 
