@@ -27,6 +27,12 @@ expect 0 "$tree/new.txt$nl" '' save --dir "$tree" --name new.txt --script 'key:r
 [ -e "$tree/new.txt" ] && fail "save made the file it should only name"
 expect 0 "$tree/fresh.md$nl" '' save --dir "$tree" --script 'type:fresh.md;key:return'
 expect 1 '' '' save --dir "$tree" --name new.txt --script 'key:escape'
+# Disclosed (item 9), the browser picks the folder, and a click on a file takes its name but
+# keeps the dialog's extension.
+expect 0 "$tree/sub/new.txt$nl" '' save --dir "$tree" --name new.txt \
+    --script 'click:9;view:list;open:sub;wait:300;key:return'
+expect 0 "$tree/a.md$nl" '' save --dir "$tree" --name new.md \
+    --script 'click:9;view:list;select:a.txt;key:return'
 
 # An existing name asks first. Replace gives the path; Cancel, or return, which means Cancel,
 # leaves the dialog up, and the file is never touched.
