@@ -132,7 +132,7 @@ void PrintKelpickUsage(std::FILE* to) {
             "       kelpick open|file|folder|volume|object|new-folder [--dir DIR] [--multiple]\n"
             "           [--types EXT,MIME/TYPE,...] [--show-hidden] [--title TEXT]\n"
             "           [--message TEXT] [--ok-label TEXT] [--packages-as-folders] [--sheet]\n"
-            "           [--app NAME]\n"
+            "           [--app NAME] [--name NAME, selected in DIR]\n"
             "       kelpick save [--dir DIR] [--name NAME] [--types EXT,MIME/TYPE,...]\n"
             "           [--hide-extension] [--no-confirm] and the options of open\n"
             "       kelpick --file-selection [--save] [--directory] [--multiple]\n"

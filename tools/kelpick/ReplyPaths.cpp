@@ -24,7 +24,9 @@ BEDescList SelectionOf(const KelReplyRecord& reply) {
 } // namespace
 
 StatusCode PathOfRef(const BFRef& ref, std::string& path) {
-    std::vector<uint8_t> bytes(65536);
+    // The filter asks for every file a folder lists: the buffer is made once, on the main
+    // thread, where all of kelpick runs.
+    static std::vector<uint8_t> bytes(65536);
     const StatusCode status = BFRefMakePath(&ref, bytes.data(), uint32_t(bytes.size()));
     if (status == noErr) {
         path = reinterpret_cast<const char*>(bytes.data());
