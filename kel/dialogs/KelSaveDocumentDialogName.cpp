@@ -185,6 +185,18 @@ void KelSaveDocumentDialog::KeyError(TStringRef message) {
     }
 }
 
-bool KelSaveDocumentDialog::CharacterTyped(unsigned short) {
-    return false;
+// A name typed over the selected name that begins with "/" or "~" is a path: the Go To window
+// takes it from there, and the field keeps the name.
+bool KelSaveDocumentDialog::CharacterTyped(unsigned short character) {
+    if ((character != u'~' && character != u'/') || nameField == nullptr) {
+        return false;
+    }
+    int16_t start = 0;
+    int16_t end = 0;
+    nameField->GetSelectionEndpoints(start, end);
+    if (start != 0 || end == start) {
+        return false;
+    }
+    RunGoToWindow(static_cast<char>(character));
+    return true;
 }

@@ -141,13 +141,11 @@ bool TBrowseDialog::IsTargetLocked() {
     if (NodeIsAlias(target.PeekNodeRef()) && target.FollowAlias(false, original) != noErr) {
         return true;
     }
-    for (uint32_t mask : {kNodePermissionDelete, kNodePermissionAddChild}) {
-        uint32_t bits = mask;
-        if (NodeGetPermissions(original.PeekNodeRef(), &bits) != noErr || bits != mask) {
-            return true;
-        }
-    }
-    return false;
+    // Only what goes into the folder counts: whether the folder itself may be renamed is its
+    // parent's business, and a home folder in a /home the user can't write is not locked.
+    uint32_t bits = kNodePermissionAddChild;
+    return NodeGetPermissions(original.PeekNodeRef(), &bits) != noErr ||
+           bits != kNodePermissionAddChild;
 }
 
 void TBrowseDialog::SetDefaultButtonTitle() {

@@ -2,6 +2,7 @@
 // hidden and shown, the limits, the questions about endings and leading dots, the client's name
 // messages, and what the reply names.
 
+#include "basalt/toolbox/drag/Drag.h"
 #include "kel/foundation/TKelPrefs.h"
 #include "tests/kel/dialogs/BrowseDialogTesting.h"
 #include "tests/kel/dialogs/SaveDialogTesting.h"
@@ -12,6 +13,7 @@
 
 namespace fs = std::filesystem;
 using basalt::headless::HeadlessDriver;
+using basalt::toolbox::drag::DeliverFileDrop;
 using namespace keltest;
 
 namespace {
@@ -245,6 +247,19 @@ TEST_F(KelSaveDocumentDialogTest, AClickOnAFileTakesItsStemAndKeepsTheExtension)
         ClickItem(run.Save(), kBrowseCancelButton);
     });
     EXPECT_EQ(field, "notes.rtf");
+}
+
+TEST_F(KelSaveDocumentDialogTest, ADroppedFileGivesItsFolderAndItsStem) {
+    WriteFile(tree / "Archive" / "old-minutes.txt", "old");
+    SaveRun run(tree, {"Letter.rtf", kSaveOptions, kKelModalityModeless});
+    ASSERT_EQ(KelDialogRun(run.dialog), noErr);
+    EXPECT_EQ(DeliverFileDrop(run.Save().GetWindow(), Point{60, 300},
+                              {"file://" + (tree / "Archive" / "old-minutes.txt").string()}),
+              noErr);
+    HeadlessDriver::RunUntilIdle();
+    EXPECT_EQ(TargetName(run.Save()), "Archive");
+    EXPECT_EQ(run.FieldText(), "old-minutes");
+    EXPECT_EQ(Utf8(run.Save().SaveFileName()), "old-minutes.rtf");
 }
 
 TEST_F(KelSaveDocumentDialogTest, TheClientReadsSetsAndSelectsTheNameByMessage) {

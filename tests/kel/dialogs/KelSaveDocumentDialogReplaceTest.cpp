@@ -1,0 +1,192 @@
+// Saving over a name that is taken, on real temporary folders: a file is replaced only after
+// the user's yes in the replace alert, whose default is Cancel; folders, locked files and files
+// the user may not write are refused; packages and aliases follow their own rules; and a client
+// that asks for no questions gets none.
+
+#include "tests/kel/dialogs/BrowseDialogTesting.h"
+#include "tests/kel/dialogs/SaveDialogTesting.h"
+#include "tests/support/TestEnvironment.h"
+#include "tests/support/Unprivileged.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <linux/fs.h>
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+namespace fs = std::filesystem;
+using basalt::headless::HeadlessDriver;
+using namespace keltest;
+
+namespace {
+
+constexpr int16_t kReplace = 1;
+constexpr int16_t kCancel = 2;
+// "R" on a US keyboard; the filter reads the character, not the key.
+constexpr uint16_t kReplaceKeyCode = 0x0F;
+
+// What happened when the user tried to save under a name.
+struct Attempt {
+    std::string alert;
+    bool saved = false;
+    bool replacing = false;
+};
+
+// Accepts the name, answers the alert that comes (if one does) with answer (a key press when
+// key is set), and cancels a dialog that stays up.
+Attempt TrySave(const fs::path& folder, const SaveSetup& setup, int16_t answer, uint16_t key = 0) {
+    SaveRun run(folder, setup);
+    Attempt attempt;
+    run.RunModal([&] {
+        WhenAlertShows(run, [&](WindowRef alert) {
+            attempt.alert = AlertText(alert);
+            if (key != 0) {
+                HeadlessDriver::PressKey(key);
+            } else {
+                PressAlertItem(alert, answer);
+            }
+        });
+        ClickItem(run.Save(), kBrowseDefaultButton);
+        if (run.Save().IsRunning()) {
+            ClickItem(run.Save(), kBrowseCancelButton);
+        }
+    });
+    attempt.saved = KelDialogGetUserAction(run.dialog) == kKelUserActionSaveAs;
+    attempt.replacing = attempt.saved && ReplyOf(run).replacing;
+    return attempt;
+}
+
+// Sets or clears the file system's immutable flag; false where the process may not.
+bool SetImmutable(const fs::path& path, bool immutable) {
+    const int fd = ::open(path.c_str(), O_RDONLY);
+    int flags = 0;
+    bool done = fd >= 0 && ::ioctl(fd, FS_IOC_GETFLAGS, &flags) == 0;
+    flags = immutable ? (flags | FS_IMMUTABLE_FL) : (flags & ~FS_IMMUTABLE_FL);
+    done = done && ::ioctl(fd, FS_IOC_SETFLAGS, &flags) == 0;
+    if (fd >= 0) {
+        ::close(fd);
+    }
+    return done;
+}
+
+bool Contains(const std::string& text, const std::string& part) {
+    return text.find(part) != std::string::npos;
+}
+
+class KelSaveDocumentDialogReplaceTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        tree = MakeScratchFolder("replace");
+        WriteFile(tree / "notes.txt", "old notes");
+        fs::create_directory(tree / "Archive");
+        fs::create_directory(tree / "Tool.bundle");
+        fs::create_directory_symlink(tree / "Archive", tree / "Shortcut");
+        RememberSaveForm(true, true);
+    }
+
+    fs::path tree;
+};
+
+TEST_F(KelSaveDocumentDialogReplaceTest, AFileIsReplacedOnlyAfterTheUserSaysSo) {
+    // Return presses Cancel, the default button, as escape does.
+    const Attempt returned = TrySave(tree, {"notes.txt"}, 0, kVK_Return);
+    EXPECT_TRUE(Contains(returned.alert, "“notes.txt” already exists"));
+    EXPECT_FALSE(returned.saved);
+    EXPECT_FALSE(TrySave(tree, {"notes.txt"}, 0, kVK_Escape).saved);
+    EXPECT_FALSE(TrySave(tree, {"notes.txt"}, kCancel).saved);
+
+    const Attempt replaced = TrySave(tree, {"notes.txt"}, kReplace);
+    EXPECT_TRUE(replaced.saved);
+    EXPECT_TRUE(replaced.replacing);
+    // The dialog never writes: the client does, after the reply.
+    EXPECT_EQ(ReadFile(tree / "notes.txt"), "old notes");
+
+    const Attempt fresh = TrySave(tree, {"fresh.txt"}, kReplace);
+    EXPECT_EQ(fresh.alert, "");
+    EXPECT_TRUE(fresh.saved);
+    EXPECT_FALSE(fresh.replacing);
+}
+
+TEST_F(KelSaveDocumentDialogReplaceTest, TheAlertNamesAFileWhoseExtensionIsShownInFull) {
+    RememberSaveForm(true, false);
+    const Attempt shown = TrySave(tree, {"notes.txt"}, kCancel);
+    EXPECT_TRUE(Contains(shown.alert, "“notes.txt” already exists"));
+    const Attempt plain = TrySave(tree, {"Archive.old", kKelOptDefaults}, kCancel);
+    EXPECT_EQ(plain.alert, "");
+}
+
+TEST_F(KelSaveDocumentDialogReplaceTest, FoldersArentReplacedButAliasesAndChosenPackagesAre) {
+    const Attempt folder = TrySave(tree, {"Archive"}, 1);
+    EXPECT_TRUE(Contains(folder.alert, "because it is a folder"));
+    EXPECT_FALSE(folder.saved);
+
+    const Attempt package = TrySave(tree, {"Tool.bundle"}, 1);
+    EXPECT_TRUE(Contains(package.alert, "because it is a folder"));
+    EXPECT_FALSE(package.saved);
+    SaveSetup packages{"Tool.bundle", kSaveOptions | kKelOptPackagesSelectable};
+    const Attempt chosen = TrySave(tree, packages, kReplace);
+    EXPECT_TRUE(Contains(chosen.alert, "already exists"));
+    EXPECT_TRUE(chosen.saved);
+
+    // The question is about the alias itself, not the folder it leads to.
+    const Attempt alias = TrySave(tree, {"Shortcut"}, kReplace);
+    EXPECT_TRUE(Contains(alias.alert, "“Shortcut” already exists"));
+    EXPECT_TRUE(alias.saved);
+    EXPECT_TRUE(alias.replacing);
+}
+
+TEST_F(KelSaveDocumentDialogReplaceTest, NoQuestionsMeansNoAlertAtAll) {
+    SaveSetup quiet{"notes.txt", kSaveOptions | kKelOptNoReplaceConfirm};
+    const Attempt attempt = TrySave(tree, quiet, kCancel);
+    EXPECT_EQ(attempt.alert, "");
+    EXPECT_TRUE(attempt.saved);
+    EXPECT_TRUE(attempt.replacing);
+}
+
+TEST_F(KelSaveDocumentDialogReplaceTest, ALockedFileIsRefused) {
+    const fs::path locked = tree / "notes.txt";
+    if (!SetImmutable(locked, true)) {
+        GTEST_SKIP() << "only root may lock a file here";
+    }
+    const Attempt attempt = TrySave(tree, {"notes.txt"}, 1);
+    SetImmutable(locked, false);
+    EXPECT_TRUE(Contains(attempt.alert, "because it is locked"));
+    EXPECT_FALSE(attempt.saved);
+}
+
+TEST_F(KelSaveDocumentDialogReplaceTest, AFileTheUserMayNotWriteIsRefusedInAFolderTheUserMay) {
+    ::chmod((tree / "notes.txt").c_str(), 0444);
+    // Root writes through any mode bits: the check runs as an ordinary user.
+    const int failures = RunUnprivileged(tree, [&] {
+        const Attempt attempt = TrySave(tree, {"notes.txt"}, 1);
+        int failed = Contains(attempt.alert, "do not have permission") ? 0 : 1;
+        failed |= attempt.saved ? 2 : 0;
+        failed |= ReadFile(tree / "notes.txt") == "old notes" ? 0 : 4;
+        // The folder itself lies in one the user can't write: saving into it is fine.
+        failed |= TrySave(tree, {"fresh.txt"}, kCancel).saved ? 0 : 8;
+        return failed;
+    });
+    EXPECT_EQ(failures, 0);
+}
+
+TEST_F(KelSaveDocumentDialogReplaceTest, TheAlertsKeysAnswerAsTheirButtonsDo) {
+    const auto answer = [](uint32_t modifiers, char character, uint16_t keyCode) {
+        EventRecord event{};
+        event.what = keyDown;
+        event.modifiers = static_cast<EventModifiers>(modifiers);
+        event.message = (uint32_t(keyCode) << 8) | uint8_t(character);
+        DialogItemIndex item = 0;
+        const bool taken = KelSaveDocumentDialog::replaceDialogFilter(nullptr, &event, &item);
+        return taken ? item : DialogItemIndex(-1);
+    };
+    EXPECT_EQ(answer(cmdKey, 'R', kReplaceKeyCode), kReplace);
+    EXPECT_EQ(answer(cmdKey, 'r', kReplaceKeyCode), kReplace);
+    EXPECT_EQ(answer(cmdKey, '.', kVK_ANSI_Period), kCancel);
+    EXPECT_EQ(answer(0, '\r', kVK_Return), kCancel);
+    EXPECT_EQ(answer(0, 3, kVK_ANSI_KeypadEnter), kCancel);
+    EXPECT_EQ(answer(0, 27, kVK_Escape), kCancel);
+    EXPECT_EQ(answer(0, 'r', kReplaceKeyCode), -1);
+    EXPECT_EQ(answer(cmdKey, 'x', kVK_ANSI_X), -1);
+}
+
+} // namespace
