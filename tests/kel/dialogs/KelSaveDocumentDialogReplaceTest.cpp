@@ -22,8 +22,6 @@ namespace {
 
 constexpr int16_t kReplace = 1;
 constexpr int16_t kCancel = 2;
-// "R" on a US keyboard; the filter reads the character, not the key.
-constexpr uint16_t kReplaceKeyCode = 0x0F;
 
 // What happened when the user tried to save under a name.
 struct Attempt {
@@ -167,26 +165,6 @@ TEST_F(KelSaveDocumentDialogReplaceTest, AFileTheUserMayNotWriteIsRefusedInAFold
         return failed;
     });
     EXPECT_EQ(failures, 0);
-}
-
-TEST_F(KelSaveDocumentDialogReplaceTest, TheAlertsKeysAnswerAsTheirButtonsDo) {
-    const auto answer = [](uint32_t modifiers, char character, uint16_t keyCode) {
-        EventRecord event{};
-        event.what = keyDown;
-        event.modifiers = static_cast<EventModifiers>(modifiers);
-        event.message = (uint32_t(keyCode) << 8) | uint8_t(character);
-        DialogItemIndex item = 0;
-        const bool taken = KelSaveDocumentDialog::replaceDialogFilter(nullptr, &event, &item);
-        return taken ? item : DialogItemIndex(-1);
-    };
-    EXPECT_EQ(answer(cmdKey, 'R', kReplaceKeyCode), kReplace);
-    EXPECT_EQ(answer(cmdKey, 'r', kReplaceKeyCode), kReplace);
-    EXPECT_EQ(answer(cmdKey, '.', kVK_ANSI_Period), kCancel);
-    EXPECT_EQ(answer(0, '\r', kVK_Return), kCancel);
-    EXPECT_EQ(answer(0, 3, kVK_ANSI_KeypadEnter), kCancel);
-    EXPECT_EQ(answer(0, 27, kVK_Escape), kCancel);
-    EXPECT_EQ(answer(0, 'r', kReplaceKeyCode), -1);
-    EXPECT_EQ(answer(cmdKey, 'x', kVK_ANSI_X), -1);
 }
 
 } // namespace

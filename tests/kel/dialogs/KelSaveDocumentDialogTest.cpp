@@ -234,6 +234,35 @@ TEST_F(KelSaveDocumentDialogTest, CommandSSaves) {
     EXPECT_EQ(ReplyOf(run).name, "Report.txt");
 }
 
+TEST_F(KelSaveDocumentDialogTest, ReturnWhileTextIsComposedDoesNotSave) {
+    const auto compose = [](const std::u16string& text, int32_t fixed) {
+        EventRef event = nullptr;
+        CreateEvent(nullptr, kEventClassTextInput, kEventTextInputUpdateActiveInputArea, 0, 0,
+                    &event);
+        SetEventParameter(event, kEventParamTextInputSendText, typeUnicodeText, text.size() * 2,
+                          text.data());
+        SetEventParameter(event, 0x74736678 /* "tsfx" */, typeSInt32, sizeof fixed, &fixed);
+        PostEventToQueue(GetMainEventQueue(), event, kEventPriorityStandard);
+        ReleaseEvent(event);
+        HeadlessDriver::RunUntilIdle();
+    };
+    SaveRun run(tree, {"Report.txt"});
+    bool composing = false;
+    bool stayed = false;
+    const uint32_t action = run.RunModal([&] {
+        compose(u"\u306B", 0);
+        composing = run.Save().NameField()->IsComposing();
+        Press(kVK_Return);
+        stayed = run.Save().IsRunning();
+        compose(u"\u65E5", 1);
+        Press(kVK_Return);
+    });
+    EXPECT_TRUE(composing);
+    EXPECT_TRUE(stayed);
+    EXPECT_EQ(action, uint32_t(kKelUserActionSaveAs));
+    EXPECT_EQ(ReplyOf(run).name, "\xE6\x97\xA5.txt");
+}
+
 TEST_F(KelSaveDocumentDialogTest, AClickOnAFileTakesItsStemAndKeepsTheExtension) {
     RememberSaveForm(false, false);
     TKelPrefs prefs;
@@ -260,6 +289,64 @@ TEST_F(KelSaveDocumentDialogTest, ADroppedFileGivesItsFolderAndItsStem) {
     EXPECT_EQ(TargetName(run.Save()), "Archive");
     EXPECT_EQ(run.FieldText(), "old-minutes");
     EXPECT_EQ(Utf8(run.Save().SaveFileName()), "old-minutes.rtf");
+}
+
+TEST_F(KelSaveDocumentDialogTest, TheFormatPopupOffersTheClientsKindFirstAndTellsItsChoice) {
+    const void* names[] = {BCSTR("Plain Text"), BCSTR("Rich Text")};
+    BCArrayRef formats = BCArrayCreate(nullptr, names, 2, &kBCTypeArrayCallBacks);
+    SaveSetup setup{"Report.txt"};
+    setup.creator = NodeCode("ttxt");
+    setup.formats = formats;
+    SaveRun run(tree, setup);
+    bool shown = false;
+    std::vector<std::string> heard;
+    run.RunModal([&] {
+        shown = IsControlVisible(ControlOf(run.Save(), kBrowseFormatPopup)) != 0;
+        for (const KelMenuItemSpec& spec : run.popupChoices) {
+            heard.emplace_back(reinterpret_cast<const char*>(spec.menuItemName + 1),
+                               spec.menuItemName[0]);
+        }
+        ClickItem(run.Save(), kBrowseCancelButton);
+    });
+    BCRelease(formats);
+    EXPECT_TRUE(shown);
+    const std::vector<std::string> titles = MenuTitles(run.Save());
+    ASSERT_EQ(titles.size(), 4U);
+    EXPECT_EQ(titles[1], "-");
+    EXPECT_EQ(titles[2], "Plain Text");
+    EXPECT_EQ(titles[3], "Rich Text");
+    // The first line is the client's own kind: it is picked when the dialog starts.
+    ASSERT_EQ(heard.size(), 1U);
+    EXPECT_EQ(heard.front(), titles[0]);
+
+    SaveRun plain(tree, {"Report.txt"});
+    plain.RunModal([&] {
+        shown = IsControlVisible(ControlOf(plain.Save(), kBrowseFormatPopup)) != 0;
+        ClickItem(plain.Save(), kBrowseCancelButton);
+    });
+    EXPECT_FALSE(shown);
+}
+
+TEST_F(KelSaveDocumentDialogTest, AsASheetItTakesANameInTheClientsOwnLoop) {
+    const Rect bounds{100, 100, 700, 900};
+    WindowRef parent = nullptr;
+    ASSERT_EQ(CreateNewWindow(kDocumentWindowClass, 0, &bounds, &parent), noErr);
+    ShowWindow(parent);
+    {
+        SaveSetup setup{"Report.txt"};
+        setup.modality = kKelModalitySheet;
+        setup.parent = parent;
+        SaveRun run(tree, setup);
+        ASSERT_EQ(KelDialogRun(run.dialog), noErr);
+        WindowRef sheetParent = nullptr;
+        EXPECT_EQ(GetSheetWindowParent(run.Save().GetWindow(), &sheetParent), noErr);
+        EXPECT_EQ(sheetParent, parent);
+        Type("Budget");
+        ClickItem(run.Save(), kBrowseDefaultButton);
+        EXPECT_EQ(KelDialogGetUserAction(run.dialog), uint32_t(kKelUserActionSaveAs));
+        EXPECT_EQ(ReplyOf(run).name, "Budget.txt");
+    }
+    DisposeWindow(parent);
 }
 
 TEST_F(KelSaveDocumentDialogTest, TheClientReadsSetsAndSelectsTheNameByMessage) {

@@ -4,6 +4,7 @@
 #include "kel/dialogs/NewFolderDialog.h"
 
 #include "basalt/backend/headless/HeadlessDriver.h"
+#include "tests/kel/dialogs/AlertTesting.h"
 #include "tests/kel/foundation/StringTesting.h"
 #include "tests/kel/nodes/KelNodeTesting.h"
 #include "tests/support/TestEnvironment.h"
@@ -42,23 +43,6 @@ void WhenAlertShows(WindowRef window, std::function<void(WindowRef)> answer) {
             }
         },
         0.01);
-}
-
-std::string AlertText(WindowRef alert) {
-    std::string text;
-    ControlRef root = nullptr;
-    GetRootControl(alert, &root);
-    for (BTViewRef view = BTViewGetFirstSubview(root); view != nullptr;
-         view = BTViewGetNextView(view)) {
-        text += keltest::Utf8(TStringRef(BTViewCopyText(view), false)) + "|";
-    }
-    return text;
-}
-
-void ClickAlertItem(WindowRef alert, int16_t item) {
-    ControlRef button = nullptr;
-    GetDialogItemAsControl(GetDialogFromWindow(alert), item, &button);
-    HeadlessDriver::Click(button);
 }
 
 class NewFolderDialogTest : public ::testing::Test {
@@ -138,7 +122,7 @@ TEST_F(NewFolderDialogTest, ATakenNameIsRefusedWithAnAlertAndTheWindowStays) {
     std::string alert;
     EXPECT_TRUE(Run([&](WindowRef window) {
         WhenAlertShows(window, [&, window](WindowRef shown) {
-            alert = AlertText(shown);
+            alert = keltest::AlertText(shown);
             HeadlessDriver::PressKey(kVK_Return);
             // Names differ by case only on a file system that tells them apart, as here.
             HeadlessDriver::Soon([window] {
@@ -165,7 +149,7 @@ TEST_F(NewFolderDialogTest, ANameWithALeadingDotIsAskedAboutFirst) {
                 EXPECT_NE(FrontWindow(), first);
                 WhenAlertShows(window, [&](WindowRef second) {
                     ++alerts;
-                    ClickAlertItem(second, 1);
+                    keltest::PressAlertItem(second, 1);
                 });
                 HeadlessDriver::Click(window, "kels", kCreateButton);
             });

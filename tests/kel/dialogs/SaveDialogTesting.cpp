@@ -17,6 +17,8 @@ SaveRun::SaveRun(const std::filesystem::path& folder, const SaveSetup& setup) {
         options.saveFileName =
             BCStringCreateWithCString(nullptr, setup.name.c_str(), kBCStringEncodingUTF8);
     }
+    options.popupExtension = setup.formats;
+    options.parentWindow = setup.parent;
     EXPECT_EQ(KelCreatePutFileDialog(&options, NodeCode("TEXT"), setup.creator,
                                      EventRecorder::Record, &recorder, &dialog),
               noErr);
@@ -41,7 +43,9 @@ SaveReply ReplyOf(const SaveRun& run) {
     KelReplyRecord reply{};
     SaveReply out;
     out.status = KelDialogGetReply(run.dialog, &reply);
-    const std::vector<std::string> folders = PathsOf(reply.selection);
+    // Copied first: the record is packed and the field sits unaligned.
+    const BEDesc selection = reply.selection;
+    const std::vector<std::string> folders = PathsOf(selection);
     out.folder = folders.empty() ? std::string() : folders.front();
     out.name = reply.saveFileName != nullptr ? Utf8(TStringRef(reply.saveFileName)) : "";
     out.replacing = reply.replacing != 0;
@@ -56,23 +60,6 @@ void RememberSaveForm(bool collapsed, bool extensionHidden) {
     prefs.SetWindowMinimizedPref(collapsed);
     prefs.SetExtensionHiddenPref(extensionHidden);
     BCPreferencesAppSynchronize(kBCPreferencesCurrentApplication);
-}
-
-std::string AlertText(WindowRef alert) {
-    std::string text;
-    ControlRef root = nullptr;
-    GetRootControl(alert, &root);
-    for (BTViewRef view = BTViewGetFirstSubview(root); view != nullptr;
-         view = BTViewGetNextView(view)) {
-        text += Utf8(TStringRef(BTViewCopyText(view), false)) + "|";
-    }
-    return text;
-}
-
-void PressAlertItem(WindowRef alert, int16_t item) {
-    ControlRef button = nullptr;
-    GetDialogItemAsControl(GetDialogFromWindow(alert), item, &button);
-    HeadlessDriver::Click(button);
 }
 
 void WhenAlertShows(const SaveRun& run, const std::function<void(WindowRef)>& work) {

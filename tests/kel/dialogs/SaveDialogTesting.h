@@ -4,6 +4,7 @@
 // with what the user sees and answers: the name field, the alerts in front, the reply.
 
 #include "kel/dialogs/KelSaveDocumentDialog.h"
+#include "tests/kel/dialogs/AlertTesting.h"
 #include "tests/kel/dialogs/PublicDialogTesting.h"
 
 #include <filesystem>
@@ -18,6 +19,9 @@ struct SaveSetup {
     uint32_t optionFlags = kSaveOptions;
     uint32_t modality = kKelModalityAppModal;
     FourCharCode creator = NodeCode("****");
+    // The client's own formats for the format popup; needs the event callback, which is given.
+    BCArrayRef formats = nullptr;
+    WindowRef parent = nullptr;
 };
 
 // A save dialog on folder, made but not yet run.
@@ -41,10 +45,6 @@ SaveReply ReplyOf(const SaveRun& run);
 
 // Remembers the dialog form and the hidden extension for the next save dialogs.
 void RememberSaveForm(bool collapsed, bool extensionHidden);
-// The texts shown in an alert window, joined by "|".
-std::string AlertText(WindowRef alert);
-// Presses an alert's button by its item, as a click would.
-void PressAlertItem(WindowRef alert, int16_t item);
 // Does work on the alert once it has come up over the save dialog.
 void WhenAlertShows(const SaveRun& run, const std::function<void(WindowRef)>& work);
 

@@ -147,9 +147,20 @@ TEST(KelDialogOperations, SaveNameIsKeptByEveryDialogAsItsOwnCopy) {
         EXPECT_NE(kept, name);
         EXPECT_EQ(BCStringCompare(kept, BCSTR("Draft"), 0), kBCCompareEqualTo);
         EXPECT_EQ(KelDialogSetSaveFileName(dialog, nullptr), noErr);
+        KelDialogDispose(dialog);
+    }
+    // No name: none at all, except in the save dialog, whose name field is then empty.
+    for (KelDialogRef dialog : {MakeAskDialog(), MakeOpenDialog()}) {
+        KelDialogSetSaveFileName(dialog, name);
+        KelDialogSetSaveFileName(dialog, nullptr);
         EXPECT_EQ(KelDialogGetSaveFileName(dialog), nullptr);
         KelDialogDispose(dialog);
     }
+    KelDialogRef save = MakeSaveDialog(0);
+    KelDialogSetSaveFileName(save, name);
+    KelDialogSetSaveFileName(save, nullptr);
+    EXPECT_EQ(BCStringGetLength(KelDialogGetSaveFileName(save)), 0);
+    KelDialogDispose(save);
     BCRelease(name);
 }
 
