@@ -78,6 +78,21 @@ WindowRef AlertOver(WindowRef window) {
     return front != nullptr && GetDialogFromWindow(front) != nullptr ? front : window;
 }
 
+// Works on a display too: the click is the toolbox's own, not one the headless driver posts.
+bool AnswerCancel(WindowRef alert) {
+    constexpr DialogItemIndex kCancelItem = 2;
+    constexpr DialogItemIndex kOnlyItem = 1;
+    DialogRef dialog = GetDialogFromWindow(alert);
+    for (DialogItemIndex item : {kCancelItem, kOnlyItem}) {
+        ControlRef button = nullptr;
+        if (dialog != nullptr && GetDialogItemAsControl(dialog, item, &button) == noErr &&
+            button != nullptr && IsControlVisible(button)) {
+            return BTViewSimulateClick(button, kControlButtonPart, 0, nullptr) == noErr;
+        }
+    }
+    return false;
+}
+
 Refusal ClickItem(WindowRef window, int16_t item) {
     ControlRef control = nullptr;
     if (GetDialogItemAsControl(GetDialogFromWindow(window), item, &control) != noErr ||

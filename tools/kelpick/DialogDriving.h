@@ -15,6 +15,8 @@ Refusal ClickBrowserRow(WindowRef window, const std::string& name, uint32_t modi
 // The alert that a dialog has put up over its window (the replace alert of a save dialog, say),
 // or the window itself when there is none.
 WindowRef AlertOver(WindowRef window);
+// Presses the alert's Cancel button, or its only button; false if it has neither.
+bool AnswerCancel(WindowRef alert);
 // Presses an alert's item by its number.
 Refusal ClickItem(WindowRef window, int16_t item);
 // Presses the visible button whose title is label.

@@ -20,6 +20,8 @@ constexpr double kLookFor = 10;
 // to leave the loop free to list.
 constexpr double kFirstLookAgain = 0.02;
 constexpr double kLastLookAgain = 0.32;
+// An alert that does not go when answered is left to the dialog's end after this many tries.
+constexpr int kMostAlertsAnswered = 3;
 
 bool LooksForSomething(const ScriptStep& step) {
     switch (step.kind) {
@@ -77,7 +79,23 @@ void ScriptRunner::RunStep(size_t index, double lookedFor) {
 // A step that cannot be done ends the run at once: what follows it would act on the wrong state.
 void ScriptRunner::Abandon() {
     failed = true;
-    KelCustomControl(dialog, kKelCtlTerminate, nullptr);
+    EndDialog(nullptr);
+}
+
+// A dialog cannot end while an alert it put up waits in its own loop: the alert is answered
+// first, with its Cancel button (or its only one), which never replaces or loses anything.
+void ScriptRunner::EndDialog(bool* ended, int alertsAnswered) {
+    WindowRef window = KelDialogGetWindow(dialog);
+    WindowRef alert = window != nullptr ? AlertOver(window) : nullptr;
+    if (alert != window && alertsAnswered < kMostAlertsAnswered && AnswerCancel(alert)) {
+        HeadlessDriver::Soon(
+            [this, ended, alertsAnswered] { EndDialog(ended, alertsAnswered + 1); }, kStepDelay);
+        return;
+    }
+    const bool terminated = KelCustomControl(dialog, kKelCtlTerminate, nullptr) == noErr;
+    if (ended != nullptr) {
+        *ended = terminated;
+    }
 }
 
 Refusal ScriptRunner::Perform(const ScriptStep& step) {
@@ -160,7 +178,5 @@ Refusal ScriptRunner::Snapshot(const std::string& path) {
 }
 
 void ScriptRunner::ArmTimeout() {
-    HeadlessDriver::Soon(
-        [this] { timedOut = KelCustomControl(dialog, kKelCtlTerminate, nullptr) == noErr; },
-        timeout);
+    HeadlessDriver::Soon([this] { EndDialog(&timedOut); }, timeout);
 }

@@ -36,6 +36,8 @@ private:
     std::optional<std::string> Snapshot(const std::string& path);
     void ArmTimeout();
     void Abandon();
+    // Ends the dialog, answering an alert over it first; ended tells whether it was running.
+    void EndDialog(bool* ended, int alertsAnswered = 0);
 
     KelDialogRef dialog;
     std::vector<ScriptStep> steps;

@@ -44,6 +44,16 @@ expect 1 '' '' save --dir "$tree" --name a.txt \
     --script 'key:return;wait:300;key:return;wait:300;key:escape'
 unchanged "$tree/a.txt" a "Cancel in the replace alert"
 expect 0 "$tree/a.txt$nl" '' save --dir "$tree" --name a.txt --no-confirm --script 'key:return'
+# A run that fails or times out with the alert up answers it Cancel and ends.
+expect 2 '' 'step 3: no button "Frobnicate"' save --dir "$tree" --name a.txt \
+    --script 'key:return;wait:300;click:Frobnicate'
+fresh
+timeout 60 "$kelpick" save --headless --timeout 2 --dir "$tree" --name a.txt \
+    --script 'key:return' >"$top/out" 2>"$top/err"
+got=$?
+[ "$got" -eq 2 ] && grep -q 'timeout' "$top/err" ||
+    fail "the timeout with the replace alert up: exit $got ($(cat "$top/err"))"
+unchanged "$tree/a.txt" a "the timeout with the replace alert up"
 unchanged "$tree/a.txt" a "--no-confirm"
 
 # Names and folders that are not UTF-8 come back as their own bytes, and an existing one is
