@@ -74,7 +74,7 @@ int RunAskCommand(const KelpickOptions& options) {
         return CreationFailed(status);
     }
     ScriptRunner runner(dialog, std::move(*steps), options.snapshot, options.timeout);
-    StartScript(runner);
+    StartScript(runner, options);
     const StatusCode status = KelDialogRun(dialog);
     const uint32_t action = KelDialogGetUserAction(dialog);
     KelDialogDispose(dialog);

@@ -1,8 +1,9 @@
 #include "tools/kelpick/BrowseCommands.h"
 
-#include "basalt/types/BUTypes.h"
+#include "tools/kelpick/BrowseRun.h"
 #include "tools/kelpick/DialogSession.h"
 #include "tools/kelpick/ReplyPaths.h"
+#include "tools/kelpick/SaveCommand.h"
 
 #include <basalt/BasaltFiles.h>
 #include <basalt/BasaltToolbox.h>
@@ -14,19 +15,61 @@ namespace {
 // application does; --app names another application.
 const std::optional<std::string> kClientName = "kelpick";
 
-// What kelpick learns from the dialog's notices while it runs.
-struct BrowseRun {
-    bool sheet = false;
-    bool ended = false;
-};
+bool IsSave(const KelpickOptions& options) {
+    return options.command == "save";
+}
+
+// A file of the front's filters shows when its name matches the chosen filter; folders always
+// show, to be opened.
+Boolean ShowsByName(BEDesc* item, void* info, void* clientData, int16_t) {
+    const auto& run = *static_cast<BrowseRun*>(clientData);
+    if (static_cast<KelFileOrFolderInfo*>(info)->isFolder != 0) {
+        return true;
+    }
+    BFRef ref;
+    std::string path;
+    if (BEGetDescData(item, &ref, sizeof ref) != noErr || PathOfRef(ref, path) != noErr) {
+        return true;
+    }
+    return run.popup.Shows(path.substr(path.rfind('/') + 1));
+}
+
+// A descriptor of the file or folder at path, if there is one.
+bool MakePathDesc(const std::string& path, BEDesc& desc) {
+    BFRef ref;
+    return BFPathMakeRef(reinterpret_cast<const uint8_t*>(path.c_str()), &ref, nullptr) == noErr &&
+           BECreateDesc(typeBFRef, &ref, sizeof ref, &desc) == noErr;
+}
+
+// The front names a file to open by its path: it is selected in its folder, if it is there.
+void OpenDialogStarted(const BrowseRun& run) {
+    BEDesc file;
+    if (run.options.dir && run.options.name &&
+        MakePathDesc(*run.options.dir + "/" + *run.options.name, file)) {
+        KelCustomControl(run.dialog, kKelCtlSetSelection, &file);
+        BEDisposeDesc(&file);
+    }
+}
 
 // Like an application, kelpick passes an event callback, so its dialogs get their default
-// titles; it learns from it when a sheet has ended.
-void HearEvent(long selector, KelCBRec*, void* clientData) {
+// titles; it hears of its own popup items through it, and when a sheet has ended.
+void HearEvent(long selector, KelCBRec* record, void* clientData) {
     auto& run = *static_cast<BrowseRun*>(clientData);
-    if (selector == kKelCBTerminate) {
+    if (selector == kKelCBStart && IsSave(run.options)) {
+        StartSaveDialog(run);
+    } else if (selector == kKelCBStart) {
+        OpenDialogStarted(run);
+    } else if (selector == kKelCBPopupMenuSelect && record->eventData != nullptr) {
+        const auto& spec = *static_cast<const KelMenuItemSpec*>(record->eventData);
+        if (spec.menuCreator == kKelExtensionCreator) {
+            run.popup.Choose(spec.menuType);
+            if (IsSave(run.options)) {
+                SaveTypeChosen(run);
+            }
+        }
+    } else if (selector == kKelCBTerminate) {
         run.ended = true;
-        if (run.sheet) {
+        if (run.options.sheet) {
             QuitApplicationEventLoop();
         }
     }
@@ -40,24 +83,28 @@ uint32_t OptionFlags(const KelpickOptions& options, uint32_t flags) {
     return flags;
 }
 
-StatusCode CreateBrowseDialog(const std::string& command, const KelDialogCreationOptions& creation,
-                              BrowseRun& run, KelDialogRef* dialog) {
+StatusCode CreateBrowseDialog(KelDialogCreationOptions& creation, BrowseRun& run,
+                              KelDialogRef* dialog) {
+    const std::string& command = run.options.command;
+    const KelObjectFilterProc filter = run.options.filters.empty() ? nullptr : ShowsByName;
     if (command == "open") {
-        return KelCreateGetFileDialog(&creation, nullptr, HearEvent, nullptr, nullptr, &run,
-                                      dialog);
+        return KelCreateGetFileDialog(&creation, nullptr, HearEvent, nullptr, filter, &run, dialog);
+    }
+    if (command == "save") {
+        return CreateSaveDialog(creation, run, HearEvent, dialog);
     }
     if (command == "file") {
-        return KelCreateChooseFileDialog(&creation, nullptr, HearEvent, nullptr, nullptr, &run,
+        return KelCreateChooseFileDialog(&creation, nullptr, HearEvent, nullptr, filter, &run,
                                          dialog);
     }
     if (command == "folder") {
-        return KelCreateChooseFolderDialog(&creation, HearEvent, nullptr, &run, dialog);
+        return KelCreateChooseFolderDialog(&creation, HearEvent, filter, &run, dialog);
     }
     if (command == "volume") {
         return KelCreateChooseVolumeDialog(&creation, HearEvent, nullptr, &run, dialog);
     }
     if (command == "object") {
-        return KelCreateChooseObjectDialog(&creation, HearEvent, nullptr, nullptr, &run, dialog);
+        return KelCreateChooseObjectDialog(&creation, HearEvent, nullptr, filter, &run, dialog);
     }
     return KelCreateNewFolderDialog(&creation, HearEvent, &run, dialog);
 }
@@ -65,10 +112,8 @@ StatusCode CreateBrowseDialog(const std::string& command, const KelDialogCreatio
 // A folder that is not there leaves the dialog its usual first place, as a stale folder in an
 // application's settings would.
 void StartIn(KelDialogRef dialog, const std::string& dir) {
-    BFRef ref;
     BEDesc location;
-    if (BFPathMakeRef(reinterpret_cast<const uint8_t*>(dir.c_str()), &ref, nullptr) != noErr ||
-        BECreateDesc(typeBFRef, &ref, sizeof ref, &location) != noErr) {
+    if (!MakePathDesc(dir, location)) {
         std::fprintf(stderr, "kelpick: %s is not there; the dialog starts where it usually does\n",
                      dir.c_str());
         return;
@@ -81,14 +126,9 @@ void StartIn(KelDialogRef dialog, const std::string& dir) {
 StatusCode FilterTypes(KelDialogRef dialog, const std::vector<std::string>& types) {
     BCMutableArrayRef identifiers = BCArrayCreateMutable(nullptr, 0, &kBCTypeArrayCallBacks);
     for (const std::string& type : types) {
-        BCStringRef tag = basalt::types::MakeString(type);
-        BCStringRef identifier =
-            type.find('/') != std::string::npos
-                ? BCStringRef(BCRetain(tag))
-                : BUTypeCreatePreferredIdentifierForTag(kBUTagClassFilenameExtension, tag, nullptr);
+        BCStringRef identifier = CreateTypeIdentifier(type);
         BCArrayAppendValue(identifiers, identifier);
         BCRelease(identifier);
-        BCRelease(tag);
     }
     StatusCode status = KelDialogSetFilterTypeIdentifiers(dialog, identifiers);
     BCRelease(identifiers);
@@ -116,11 +156,12 @@ public:
     WindowRef window = nullptr;
 };
 
-int PrintChosen(KelDialogRef dialog) {
+int PrintChosen(KelDialogRef dialog, const KelpickOptions& options) {
     KelReplyRecord reply;
+    std::vector<std::string> paths(IsSave(options) ? 1 : 0);
     StatusCode status = KelDialogGetReply(dialog, &reply);
     if (status == noErr) {
-        status = PrintReplyPaths(reply, stdout);
+        status = IsSave(options) ? CopySavePath(reply, paths[0]) : CopyReplyPaths(reply, paths);
         KelDisposeReply(&reply);
     }
     if (status != noErr) {
@@ -128,13 +169,15 @@ int PrintChosen(KelDialogRef dialog) {
                      static_cast<int>(status));
         return kError;
     }
+    PrintPaths(paths, options.fileSelection ? options.separator : "\n", stdout);
     return kAnswered;
 }
 
-int Report(KelDialogRef dialog, StatusCode status, const ScriptRunner& runner) {
+int Report(KelDialogRef dialog, StatusCode status, const ScriptRunner& runner,
+           const KelpickOptions& options) {
     if (runner.TimedOut()) {
         std::fputs("kelpick: nobody answered before the timeout\n", stderr);
-        return kError;
+        return options.fileSelection ? int(kFrontTimedOut) : int(kError);
     }
     if (runner.Failed()) {
         return kError; // the failed step has said why
@@ -145,7 +188,7 @@ int Report(KelDialogRef dialog, StatusCode status, const ScriptRunner& runner) {
                      static_cast<int>(status));
         return kError;
     }
-    return action == kKelUserActionCancel ? kCancelled : PrintChosen(dialog);
+    return action == kKelUserActionCancel ? kCancelled : PrintChosen(dialog, options);
 }
 
 // Applies what must be set between creation and the run; false after saying what failed.
@@ -153,7 +196,8 @@ bool Prepare(KelDialogRef dialog, const KelpickOptions& options) {
     if (options.dir) {
         StartIn(dialog, *options.dir);
     }
-    if (!options.types.empty()) {
+    // A save dialog offers its types in its format popup.
+    if (!options.types.empty() && !IsSave(options)) {
         if (StatusCode status = FilterTypes(dialog, options.types); status != noErr) {
             std::fprintf(stderr, "kelpick: this dialog takes no --types (status %d)\n",
                          static_cast<int>(status));
@@ -161,6 +205,41 @@ bool Prepare(KelDialogRef dialog, const KelpickOptions& options) {
         }
     }
     return true;
+}
+
+PopupItems PopupFor(const KelpickOptions& options) {
+    if (!options.filters.empty()) {
+        return PopupItems::FromFilters(options.filters);
+    }
+    return IsSave(options) ? PopupItems::FromSaveTypes(options.types) : PopupItems();
+}
+
+int CreateAndRun(KelDialogCreationOptions& creation, BrowseRun& run,
+                 std::vector<ScriptStep> steps) {
+    const KelpickOptions& options = run.options;
+    BCArrayRef popupTitles = run.popup.Empty() ? nullptr : run.popup.CreateTitles();
+    creation.popupExtension = popupTitles;
+    const StatusCode created = CreateBrowseDialog(creation, run, &run.dialog);
+    creation.popupExtension = nullptr;
+    if (popupTitles != nullptr) {
+        BCRelease(popupTitles);
+    }
+    if (created != noErr) {
+        return CreationFailed(created);
+    }
+    if (!Prepare(run.dialog, options)) {
+        KelDialogDispose(run.dialog);
+        return kError;
+    }
+    ScriptRunner runner(run.dialog, std::move(steps), options.snapshot, options.timeout);
+    StartScript(runner, options);
+    StatusCode status = KelDialogRun(run.dialog);
+    if (status == noErr && options.sheet && !run.ended) {
+        RunApplicationEventLoop(); // a sheet runs in its parent's loop
+    }
+    const int exit = Report(run.dialog, status, runner, options);
+    KelDialogDispose(run.dialog);
+    return exit;
 }
 
 } // namespace
@@ -189,24 +268,6 @@ int RunBrowseCommand(const KelpickOptions& options) {
     } else {
         creation.modality = kKelModalityAppModal;
     }
-
-    BrowseRun run{.sheet = options.sheet};
-    KelDialogRef dialog = nullptr;
-    if (StatusCode status = CreateBrowseDialog(options.command, creation, run, &dialog);
-        status != noErr) {
-        return CreationFailed(status);
-    }
-    if (!Prepare(dialog, options)) {
-        KelDialogDispose(dialog);
-        return kError;
-    }
-    ScriptRunner runner(dialog, std::move(*steps), options.snapshot, options.timeout);
-    StartScript(runner);
-    StatusCode status = KelDialogRun(dialog);
-    if (status == noErr && options.sheet && !run.ended) {
-        RunApplicationEventLoop(); // a sheet runs in its parent's loop
-    }
-    const int exit = Report(dialog, status, runner);
-    KelDialogDispose(dialog);
-    return exit;
+    BrowseRun run{.options = options, .popup = PopupFor(options)};
+    return CreateAndRun(creation, run, std::move(*steps));
 }

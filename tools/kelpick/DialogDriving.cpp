@@ -10,6 +10,8 @@ namespace {
 
 constexpr OSType kDialogSignature = 0x6B656C73; // "kels"
 constexpr int32_t kBrowserID = 11;
+constexpr int32_t kFormatPopupID = 6;
+constexpr int32_t kTypePopupID = 7;
 constexpr int32_t kViewSegmentsID = 21;
 constexpr int32_t kSidebarID = 23;
 
@@ -71,6 +73,36 @@ Refusal ClickBrowserRow(WindowRef window, const std::string& name, uint32_t modi
     return std::nullopt;
 }
 
+WindowRef AlertOver(WindowRef window) {
+    WindowRef front = FrontWindow();
+    return front != nullptr && GetDialogFromWindow(front) != nullptr ? front : window;
+}
+
+// Works on a display too: the click is the toolbox's own, not one the headless driver posts.
+bool AnswerCancel(WindowRef alert) {
+    constexpr DialogItemIndex kCancelItem = 2;
+    constexpr DialogItemIndex kOnlyItem = 1;
+    DialogRef dialog = GetDialogFromWindow(alert);
+    for (DialogItemIndex item : {kCancelItem, kOnlyItem}) {
+        ControlRef button = nullptr;
+        if (dialog != nullptr && GetDialogItemAsControl(dialog, item, &button) == noErr &&
+            button != nullptr && IsControlVisible(button)) {
+            return BTViewSimulateClick(button, kControlButtonPart, 0, nullptr) == noErr;
+        }
+    }
+    return false;
+}
+
+Refusal ClickItem(WindowRef window, int16_t item) {
+    ControlRef control = nullptr;
+    if (GetDialogItemAsControl(GetDialogFromWindow(window), item, &control) != noErr ||
+        control == nullptr) {
+        return "the dialog has no item " + std::to_string(item);
+    }
+    HeadlessDriver::Click(control);
+    return std::nullopt;
+}
+
 Refusal ClickButton(WindowRef window, const std::string& label) {
     ControlRef button = FindTitled(BTViewGetRoot(window), label);
     if (button == nullptr) {
@@ -97,6 +129,36 @@ Refusal ClickSidebarRow(WindowRef window, const std::string& name) {
     }
     HeadlessDriver::ClickAt(window, {BGRectGetMidX(row), BGRectGetMidY(row)});
     return std::nullopt;
+}
+
+Refusal ChooseTypeItem(WindowRef window, const std::string& title) {
+    ControlRef popup = nullptr;
+    for (int32_t id : {kTypePopupID, kFormatPopupID}) {
+        if (ControlRef control = DialogControl(window, id); control && IsControlVisible(control)) {
+            popup = control;
+        }
+    }
+    MenuRef menu = nullptr;
+    if (popup == nullptr || GetControlData(popup, kControlNoPart, kControlPopupButtonMenuRefTag,
+                                           sizeof menu, &menu, nullptr) != noErr) {
+        return "the dialog has no type popup";
+    }
+    std::string titles;
+    for (MenuItemIndex item = 1; item <= CountMenuItems(menu); ++item) {
+        BCStringRef text = nullptr;
+        if (CopyMenuItemTextAsBCString(menu, item, &text) != noErr || text == nullptr) {
+            continue;
+        }
+        const std::string shown = basalt::types::Utf8(text);
+        BCRelease(text);
+        if (shown == title) {
+            HeadlessDriver::ChooseMenuItem(item);
+            HeadlessDriver::Click(popup);
+            return std::nullopt;
+        }
+        titles += (titles.empty() || shown.empty() ? "" : ", ") + shown;
+    }
+    return "no item \"" + title + "\" in the type popup, which has: " + titles;
 }
 
 Refusal ChooseView(WindowRef window, bool columnView) {

@@ -33,11 +33,11 @@ std::optional<std::vector<ScriptStep>> PrepareDialogSession(const KelpickOptions
     return steps;
 }
 
-void StartScript(ScriptRunner& runner) {
+void StartScript(ScriptRunner& runner, const KelpickOptions& options) {
     if (HeadlessDriver::Available()) {
         runner.Start();
     } else {
-        runner.StartOnDisplay();
+        runner.StartOnDisplay(options.fileSelection && options.timeoutGiven);
     }
 }
 

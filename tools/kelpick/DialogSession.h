@@ -13,6 +13,8 @@
 #include <vector>
 
 enum ExitStatus { kAnswered = 0, kCancelled = 1, kError = 2 };
+// The zenity-compatible front's own codes for a timeout and an error.
+enum FrontExitStatus { kFrontTimedOut = 5, kFrontError = 255 };
 
 // A string the options record borrows for the length of the command.
 class OwnedString {
@@ -32,8 +34,9 @@ private:
 std::optional<std::vector<ScriptStep>> PrepareDialogSession(const KelpickOptions& options);
 
 // Starts the runner the way the backend allows: the whole script headless, only the snapshot on
-// a display, where a person answers.
-void StartScript(ScriptRunner& runner);
+// a display, where a person answers; there only the zenity-compatible front's --timeout holds,
+// as that tool's does.
+void StartScript(ScriptRunner& runner, const KelpickOptions& options);
 
 // Says that a create call failed and gives the error exit status.
 int CreationFailed(StatusCode status);

@@ -1,26 +1,13 @@
 #include "tools/kelpick/KelpickOptions.h"
 
+#include "tools/kelpick/OptionWords.h"
+
 #include <algorithm>
 #include <cctype>
-#include <charconv>
 #include <cstdio>
 #include <cstring>
 
 namespace {
-
-template <class Number>
-bool ParseNumber(const char* text, Number& out) {
-    const char* end = text + std::strlen(text);
-    auto [stop, error] = std::from_chars(text, end, out);
-    return error == std::errc() && stop == end;
-}
-
-bool Fail(const char* format, const char* what) {
-    std::fprintf(stderr, "kelpick: ");
-    std::fprintf(stderr, format, what);
-    std::fprintf(stderr, "\n");
-    return false;
-}
 
 // "txt,.PDF,Image/PNG" as "txt", "pdf", "image/png": file names and MIME types are matched
 // without regard to case.
@@ -59,7 +46,8 @@ bool ParseOption(KelpickOptions& options, const char* name, const char* value, b
     const std::pair<const char*, std::optional<std::string>*> texts[] = {
         {"--document", &options.document}, {"--app", &options.app},
         {"--dir", &options.dir},           {"--title", &options.title},
-        {"--message", &options.message},   {"--ok-label", &options.okLabel}};
+        {"--message", &options.message},   {"--ok-label", &options.okLabel},
+        {"--name", &options.name}};
     for (const auto& [option, field] : texts) {
         if (std::strcmp(name, option) == 0) {
             return takeValue(field->emplace());
@@ -81,9 +69,10 @@ bool ParseOption(KelpickOptions& options, const char* name, const char* value, b
             return false;
         }
         const bool isCount = name[2] == 'c';
-        const bool parsed = isCount ? ParseNumber(text.c_str(), options.count)
-                                    : ParseNumber(text.c_str(), options.timeout);
-        if (!parsed || (!isCount && options.timeout <= 0)) {
+        if (!isCount) {
+            return ParseTimeout(text.c_str(), options.timeout);
+        }
+        if (!ParseNumber(text.c_str(), options.count)) {
             return Fail("%s needs a positive number", name);
         }
         options.hasCount = options.hasCount || isCount;
@@ -102,7 +91,9 @@ bool ParseOption(KelpickOptions& options, const char* name, const char* value, b
         {"--multiple", &options.multiple},
         {"--show-hidden", &options.showHidden},
         {"--packages-as-folders", &options.packagesAsFolders},
-        {"--sheet", &options.sheet}};
+        {"--sheet", &options.sheet},
+        {"--hide-extension", &options.hideExtension},
+        {"--no-confirm", &options.noConfirm}};
     for (const auto& [option, field] : flags) {
         if (std::strcmp(name, option) == 0) {
             *field = true;
@@ -124,7 +115,8 @@ bool IsHelp(const char* word) {
 } // namespace
 
 bool IsBrowseCommand(const std::string& command) {
-    for (const char* browse : {"open", "file", "folder", "volume", "object", "new-folder"}) {
+    for (const char* browse :
+         {"open", "save", "file", "folder", "volume", "object", "new-folder"}) {
         if (command == browse) {
             return true;
         }
@@ -140,16 +132,23 @@ void PrintKelpickUsage(std::FILE* to) {
             "       kelpick open|file|folder|volume|object|new-folder [--dir DIR] [--multiple]\n"
             "           [--types EXT,MIME/TYPE,...] [--show-hidden] [--title TEXT]\n"
             "           [--message TEXT] [--ok-label TEXT] [--packages-as-folders] [--sheet]\n"
-            "           [--app NAME]\n"
+            "           [--app NAME] [--name NAME, selected in DIR]\n"
+            "       kelpick save [--dir DIR] [--name NAME] [--types EXT,MIME/TYPE,...]\n"
+            "           [--hide-extension] [--no-confirm] and the options of open\n"
+            "       kelpick --file-selection [--save] [--directory] [--multiple]\n"
+            "           [--separator=SEP] [--filename=PATH] [--file-filter='NAME | PATTERN ...']\n"
+            "           [--title=TEXT] [--confirm-overwrite], as zenity takes them\n"
             "       kelpick --help | --version\n"
             "options: --headless --script 'STEP;STEP' --snapshot FILE.png --timeout SECONDS\n"
             "steps: key:[cmd-|shift-|option-]KEY  type:TEXT  click:N|LABEL  select:NAME\n"
-            "       select+:NAME  open:NAME  side:NAME  view:list|column  wait:idle|MS\n"
-            "       snapshot:FILE.png\n"
+            "       select+:NAME  open:NAME  side:NAME  popup:TITLE  view:list|column\n"
+            "       wait:idle|MS  snapshot:FILE.png\n"
             "keys: return enter escape tab space delete up down left right home end pageup\n"
             "      pagedown, a letter or a digit\n"
             "browse commands print the chosen paths, one per line; exit 0 chosen, 1 cancelled,\n"
-            "2 an error\n");
+            "2 an error; save prints the path to write (the file is not made);\n"
+            "--file-selection prints them joined by SEP (\"|\"), exit 5 on the timeout, 255 on\n"
+            "an error\n");
 }
 
 std::optional<KelpickOptions> ParseKelpickOptions(int argc, char** argv) {

@@ -20,12 +20,15 @@ constexpr double kLookFor = 10;
 // to leave the loop free to list.
 constexpr double kFirstLookAgain = 0.02;
 constexpr double kLastLookAgain = 0.32;
+// An alert that does not go when answered is left to the dialog's end after this many tries.
+constexpr int kMostAlertsAnswered = 3;
 
 bool LooksForSomething(const ScriptStep& step) {
     switch (step.kind) {
     case ScriptStep::Kind::select:
     case ScriptStep::Kind::open:
     case ScriptStep::Kind::side:
+    case ScriptStep::Kind::popup:
     case ScriptStep::Kind::clickLabel:
         return true;
     default:
@@ -76,7 +79,23 @@ void ScriptRunner::RunStep(size_t index, double lookedFor) {
 // A step that cannot be done ends the run at once: what follows it would act on the wrong state.
 void ScriptRunner::Abandon() {
     failed = true;
-    KelCustomControl(dialog, kKelCtlTerminate, nullptr);
+    EndDialog(nullptr);
+}
+
+// A dialog cannot end while an alert it put up waits in its own loop: the alert is answered
+// first, with its Cancel button (or its only one), which never replaces or loses anything.
+void ScriptRunner::EndDialog(bool* ended, int alertsAnswered) {
+    WindowRef window = KelDialogGetWindow(dialog);
+    WindowRef alert = window != nullptr ? AlertOver(window) : nullptr;
+    if (alert != window && alertsAnswered < kMostAlertsAnswered && AnswerCancel(alert)) {
+        HeadlessDriver::Soon(
+            [this, ended, alertsAnswered] { EndDialog(ended, alertsAnswered + 1); }, kStepDelay);
+        return;
+    }
+    const bool terminated = KelCustomControl(dialog, kKelCtlTerminate, nullptr) == noErr;
+    if (ended != nullptr) {
+        *ended = terminated;
+    }
 }
 
 Refusal ScriptRunner::Perform(const ScriptStep& step) {
@@ -108,23 +127,18 @@ Refusal ScriptRunner::Perform(const ScriptStep& step) {
 
 Refusal ScriptRunner::PerformOnWindow(const ScriptStep& step, WindowRef window) {
     switch (step.kind) {
-    case ScriptStep::Kind::click: {
-        ControlRef control = nullptr;
-        if (GetDialogItemAsControl(GetDialogFromWindow(window), step.item, &control) != noErr ||
-            control == nullptr) {
-            return "the dialog has no item " + std::to_string(step.item);
-        }
-        HeadlessDriver::Click(control);
-        return std::nullopt;
-    }
+    case ScriptStep::Kind::click:
+        return ClickItem(AlertOver(window), step.item);
     case ScriptStep::Kind::clickLabel:
-        return ClickButton(window, step.text);
+        return ClickButton(AlertOver(window), step.text);
     case ScriptStep::Kind::select:
         return ClickBrowserRow(window, step.text, step.modifiers, 1);
     case ScriptStep::Kind::open:
         return ClickBrowserRow(window, step.text, 0, 2);
     case ScriptStep::Kind::side:
         return ClickSidebarRow(window, step.text);
+    case ScriptStep::Kind::popup:
+        return ChooseTypeItem(window, step.text);
     case ScriptStep::Kind::view:
         return ChooseView(window, step.columnView);
     default:
@@ -132,7 +146,10 @@ Refusal ScriptRunner::PerformOnWindow(const ScriptStep& step, WindowRef window) 
     }
 }
 
-void ScriptRunner::StartOnDisplay() {
+void ScriptRunner::StartOnDisplay(bool closeAtTimeout) {
+    if (closeAtTimeout) {
+        ArmTimeout();
+    }
     if (snapshot.empty()) {
         return;
     }
@@ -149,6 +166,8 @@ Refusal ScriptRunner::Snapshot(const std::string& path) {
     if (window == nullptr) {
         return "no window to take a snapshot of for " + path;
     }
+    // What the person sees: an alert the dialog put up, when there is one.
+    window = AlertOver(window);
     // On a display the picture is what the server shows; headless it is our own drawing.
     StatusCode status = HeadlessDriver::Available() ? HeadlessDriver::WritePNG(window, path)
                                                     : basalt::x11::WriteWindowPNG(window, path);
@@ -159,7 +178,5 @@ Refusal ScriptRunner::Snapshot(const std::string& path) {
 }
 
 void ScriptRunner::ArmTimeout() {
-    HeadlessDriver::Soon(
-        [this] { timedOut = KelCustomControl(dialog, kKelCtlTerminate, nullptr) == noErr; },
-        timeout);
+    HeadlessDriver::Soon([this] { EndDialog(&timedOut); }, timeout);
 }

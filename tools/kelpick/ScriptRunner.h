@@ -21,8 +21,9 @@ public:
 
     // Schedules the work; it runs once the dialog's loop runs.
     void Start();
-    // On a real display a person answers: only the snapshot is taken, once the window shows.
-    void StartOnDisplay();
+    // On a real display a person answers: only the snapshot is taken, once the window shows,
+    // and the dialog is cancelled at the timeout only when closeAtTimeout says so.
+    void StartOnDisplay(bool closeAtTimeout);
     bool TimedOut() const { return timedOut; }
     bool Failed() const { return failed; }
 
@@ -35,6 +36,8 @@ private:
     std::optional<std::string> Snapshot(const std::string& path);
     void ArmTimeout();
     void Abandon();
+    // Ends the dialog, answering an alert over it first; ended tells whether it was running.
+    void EndDialog(bool* ended, int alertsAnswered = 0);
 
     KelDialogRef dialog;
     std::vector<ScriptStep> steps;

@@ -16,6 +16,7 @@ struct ScriptStep {
         select,     // select:NAME, and select+:NAME with the command key
         open,       // open:NAME, a double click
         side,       // side:NAME, a sidebar row
+        popup,      // popup:TITLE, an item of the type or format popup
         view,       // view:list, view:column
         wait,       // wait:MS
         waitIdle,   // wait:idle

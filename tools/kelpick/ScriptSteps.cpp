@@ -96,7 +96,7 @@ const char* ParseWait(const std::string& argument, ScriptStep& step) {
     return nullptr;
 }
 
-// Steps that name a row: select:, select+:, open:, side:.
+// Steps that name a row or an item: select:, select+:, open:, side:, popup:.
 bool ParseRowStep(const std::string& verb, const std::string& argument, ScriptStep& step) {
     if (verb == "select" || verb == "select+") {
         step.kind = ScriptStep::Kind::select;
@@ -105,6 +105,8 @@ bool ParseRowStep(const std::string& verb, const std::string& argument, ScriptSt
         step.kind = ScriptStep::Kind::open;
     } else if (verb == "side") {
         step.kind = ScriptStep::Kind::side;
+    } else if (verb == "popup") {
+        step.kind = ScriptStep::Kind::popup;
     } else {
         return false;
     }

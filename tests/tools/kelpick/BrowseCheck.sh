@@ -7,16 +7,11 @@
 #   BrowseCheck.sh KELPICK PICTURES
 set -u
 kelpick=$1 pictures=$2
-failures=0
 top=$(mktemp -d)
 trap 'rm -rf "$top"' EXIT
 latin1_name=$(printf 'n\351e.txt')  # not UTF-8: the file system's bytes
 latin1_shown=$(printf 'n\303\251e.txt') # how the dialog shows it
-
-fail() {
-    echo "FAIL: $*"
-    failures=$((failures + 1))
-}
+. "$(dirname "$0")/CheckSupport.sh"
 
 # A fresh HOME whose Documents, where a dialog starts when nothing else says, holds samples.
 fresh() {
@@ -31,24 +26,11 @@ fresh() {
     printf w >"$docs/sub/w.txt"
     printf h >"$docs/.hidden.txt"
     printf a >"$top/tree/a.txt"
+    # A bookmark, which the sidebar lists by its label among the places.
+    mkdir -p "$HOME/.config/gtk-3.0"
+    echo "file://$top/tree Projects" >"$HOME/.config/gtk-3.0/bookmarks"
 }
 
-# expect CODE EXPECTED-STDOUT STDERR-PATTERN ARGS...: stdout compared byte for byte.
-expect() {
-    code=$1 wanted=$2 err_pattern=$3
-    shift 3
-    fresh
-    "$kelpick" "$@" --headless --timeout 20 >"$top/out" 2>"$top/err"
-    got=$?
-    printf '%s' "$wanted" >"$top/wanted"
-    [ "$got" -eq "$code" ] || fail "kelpick $*: exit $got, expected $code ($(cat "$top/err"))"
-    cmp -s "$top/out" "$top/wanted" || fail "kelpick $*: printed '$(cat "$top/out")'"
-    [ -z "$err_pattern" ] || grep -q -- "$err_pattern" "$top/err" ||
-        fail "kelpick $*: stderr was '$(cat "$top/err")'"
-}
-
-nl='
-'
 docs=$top/home/Documents
 expect 0 "$docs/x.txt$nl" '' open --script 'view:list;select:x.txt;key:return'
 expect 0 "$docs/x.txt$nl" '' open --script 'view:column;select:x.txt;click:Open'
@@ -62,6 +44,10 @@ expect 0 "$docs/x.txt$nl" '' open --sheet --script 'view:list;select:x.txt;key:r
 expect 0 "$top/tree/a.txt$nl" '' open --dir "$top/tree" --script 'view:list;select:a.txt;key:return'
 expect 0 "$docs/x.txt$nl" 'is not there' open --dir "$top/nowhere" \
     --script 'view:list;select:x.txt;key:return'
+# The sidebar's rows take the dialog where they lead.
+expect 0 "$top/tree/a.txt$nl" '' open --script 'side:Projects;view:list;select:a.txt;key:return'
+expect 0 "$docs/sub$nl" '' folder --dir "$top/tree" \
+    --script 'side:home;view:list;open:Documents;wait:200;select:sub;click:Choose'
 # A file of another type is hidden or cannot be selected; either way it is never chosen.
 fresh
 "$kelpick" open --headless --timeout 20 --types TXT,application/PDF \

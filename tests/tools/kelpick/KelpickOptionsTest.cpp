@@ -30,7 +30,8 @@ TEST(KelpickOptions, ReadsEveryOptionOfTheAskCommands) {
 }
 
 TEST(KelpickOptions, ReadsEveryOptionOfTheBrowseCommands) {
-    for (const char* command : {"open", "file", "folder", "volume", "object", "new-folder"}) {
+    for (const char* command :
+         {"open", "save", "file", "folder", "volume", "object", "new-folder"}) {
         auto options = Parse({command});
         ASSERT_TRUE(options) << command;
         EXPECT_TRUE(IsBrowseCommand(options->command));
@@ -51,6 +52,23 @@ TEST(KelpickOptions, ReadsEveryOptionOfTheBrowseCommands) {
     EXPECT_TRUE(options->packagesAsFolders);
     EXPECT_TRUE(options->sheet);
     EXPECT_FALSE(IsBrowseCommand("ask-save"));
+}
+
+TEST(KelpickOptions, ReadsTheSaveCommandsOptions) {
+    auto options = Parse({"save", "--name", "caf\xE9.txt", "--types", "txt,md", "--hide-extension",
+                          "--no-confirm", "--dir", "/tmp"});
+    ASSERT_TRUE(options);
+    EXPECT_EQ(options->name, "caf\xE9.txt") << "a name that is not UTF-8 keeps its bytes";
+    EXPECT_EQ(options->types, (std::vector<std::string>{"txt", "md"}));
+    EXPECT_TRUE(options->hideExtension);
+    EXPECT_TRUE(options->noConfirm);
+    EXPECT_FALSE(options->fileSelection);
+
+    options = Parse({"save"});
+    ASSERT_TRUE(options);
+    EXPECT_FALSE(options->name);
+    EXPECT_FALSE(options->hideExtension);
+    EXPECT_FALSE(options->noConfirm) << "replacing asks unless told not to";
 }
 
 TEST(KelpickOptions, RefusesTypeListsThatNameNoType) {

@@ -46,8 +46,8 @@ TEST(ScriptSteps, KnowsTheNavigationKeysAndBothSpellingsOfOption) {
 
 TEST(ScriptSteps, RowsButtonsViewsAndWaitsAreReadWithWhatTheyName) {
     auto steps = Parse("select:a b.txt;select+:c:d;open:Docs;click:Open;click:12;side:Home;"
-                       "view:list;view:column;wait:250");
-    ASSERT_EQ(steps.size(), 9u);
+                       "view:list;view:column;wait:250;popup:Text (.txt)");
+    ASSERT_EQ(steps.size(), 10u);
     EXPECT_EQ(steps[0].kind, ScriptStep::Kind::select);
     EXPECT_EQ(steps[0].text, "a b.txt");
     EXPECT_EQ(steps[0].modifiers, 0u);
@@ -64,13 +64,15 @@ TEST(ScriptSteps, RowsButtonsViewsAndWaitsAreReadWithWhatTheyName) {
     EXPECT_TRUE(steps[7].columnView);
     EXPECT_EQ(steps[8].kind, ScriptStep::Kind::wait);
     EXPECT_DOUBLE_EQ(steps[8].seconds, 0.25);
+    EXPECT_EQ(steps[9].kind, ScriptStep::Kind::popup);
+    EXPECT_EQ(steps[9].text, "Text (.txt)");
 }
 
 TEST(ScriptSteps, RefusesStepsItDoesNotKnowNamingTheStep) {
     for (const char* script :
          {"key:", "key:cmd-", "key:hyperspace", "key:option-", "click:0", "click:", "wait:forever",
           "wait:-5", "wait:600001", "snapshot:", "jump:1", "key:\xC3\xA9",
-          "select:", "open:", "side:", "view:icons", "view:"}) {
+          "select:", "open:", "side:", "popup:", "view:icons", "view:"}) {
         testing::internal::CaptureStderr();
         EXPECT_FALSE(ParseScript(std::string("wait:idle;") + script)) << script;
         const std::string said = testing::internal::GetCapturedStderr();
