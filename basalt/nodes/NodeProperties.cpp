@@ -385,9 +385,8 @@ StatusCode NodeGetPermissions(NodeRef node, uint32_t* bits) {
         granted |= kNodePermissionWrite;
     if (folder && CanAccess(path, W_OK | X_OK))
         granted |= kNodePermissionAddChild;
-    if (path != "/" && !IsVolumeNode(node) &&
-        CanAccess(basalt::files::ParentPath(path), W_OK | X_OK))
-        granted |= kNodePermissionDelete;
+    if (!IsLocked(node))
+        granted |= kNodePermissionUnlocked;
     *bits &= granted;
     return noErr;
 }

@@ -50,7 +50,7 @@ StatusCode GetIconRefFromFileInfo(const BFRef* ref, BCIndex nameLength, const Un
                                   uint32_t usageFlags, IconRef* icon, int16_t* outLabel);
 
 enum : uint32_t {
-    kNodePermissionDelete = 0x1000,   // the node can be renamed or deleted
+    kNodePermissionUnlocked = 0x1000, // the node's lock is off, so it may be changed
     kNodePermissionAddChild = 0x4000, // new items can be made in the folder
     kNodePermissionWrite = 0x8000,
     kNodePermissionRead = 0x10000

@@ -159,11 +159,15 @@ bool TBrowseDialog::IsTargetLocked() {
     if (NodeIsAlias(target.PeekNodeRef()) && target.FollowAlias(false, original) != noErr) {
         return true;
     }
-    // Only what goes into the folder counts: whether the folder itself may be renamed is its
-    // parent's business, and a home folder in a /home the user can't write is not locked.
-    uint32_t bits = kNodePermissionAddChild;
-    return NodeGetPermissions(original.PeekNodeRef(), &bits) != noErr ||
-           bits != kNodePermissionAddChild;
+    // A folder whose own lock is on, or in which nothing may be made, takes no saves and no new
+    // folders. Whether the folder itself may be renamed is its parent's business.
+    for (uint32_t mask : {kNodePermissionUnlocked, kNodePermissionAddChild}) {
+        uint32_t bits = mask;
+        if (NodeGetPermissions(original.PeekNodeRef(), &bits) != noErr || bits != mask) {
+            return true;
+        }
+    }
+    return false;
 }
 
 void TBrowseDialog::SetDefaultButtonTitle() {
