@@ -25,10 +25,6 @@ void TBrowseDialog::PreviewDrawTimerProc(EventLoopTimerRef, void* data) {
     dialog->inPreviewDrawTimer = false;
 }
 
-void TBrowseDialog::NodeBrowserControlNodeOpen(TNodeBrowserControl&, TKelNode&) {
-    SetBusyState(1);
-}
-
 void TBrowseDialog::NodeBrowserControlNodeOpenDone(TNodeBrowserControl&, TKelNode& node) {
     SetBusyState(0);
     if (!node.IsEmpty() && NodeIsQueryHitsContainer(node.PeekNodeRef())) {

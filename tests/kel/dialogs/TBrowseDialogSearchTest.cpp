@@ -1,0 +1,274 @@
+// Searching from an open dialog, typed into its search field on real folders: the pause before
+// a search, the cancel mark, the three scopes, history back into a search, and the toolbar row
+// and scope bar that a search brings.
+
+#include "basalt/nodes/NodeQueries.h"
+#include "basalt/types/BUTypes.h"
+#include "kel/browser/BrowserNodes.h"
+#include "kel/foundation/TKelPrefs.h"
+#include "tests/kel/browser/BrowserWindow.h"
+#include "tests/kel/dialogs/BrowseDialogTesting.h"
+#include "tests/support/TestEnvironment.h"
+
+#include <algorithm>
+#include <cmath>
+#include <gtest/gtest.h>
+
+namespace fs = std::filesystem;
+using basalt::headless::HeadlessDriver;
+using namespace keltest;
+using Names = std::vector<std::string>;
+
+namespace {
+
+BGRect FrameIn(TBrowseDialog& dialog, int16_t item) {
+    ControlRef control = ControlOf(dialog, item);
+    BGRect frame = BGRectZero;
+    BTViewGetBounds(control, &frame);
+    BTViewConvertRect(&frame, control, nullptr);
+    return frame;
+}
+
+bool Shows(TBrowseDialog& dialog, int16_t item) {
+    return BTViewIsVisible(ControlOf(dialog, item));
+}
+
+std::string TextOf(TBrowseDialog& dialog, int16_t item) {
+    BCStringRef text = BTViewCopyText(ControlOf(dialog, item));
+    std::string utf8 = text != nullptr ? basalt::types::Utf8(text) : std::string();
+    if (text != nullptr) {
+        BCRelease(text);
+    }
+    return utf8;
+}
+
+TKelNode TargetOf(TBrowseDialog& dialog) {
+    TKelNode target;
+    dialog.Target(target);
+    return target;
+}
+
+// The names of the hits shown, in order; empty when no search shows.
+Names Hits(TBrowseDialog& dialog) {
+    TKelNode target = TargetOf(dialog);
+    TKelNodeArray rows;
+    if (!IsHitsContainer(target) || dialog.Browser()->GetItems(&target, false, 0, rows) != noErr) {
+        return {};
+    }
+    Names names = NamesOf(rows);
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+bool Contains(const Names& names, const std::string& name) {
+    return std::find(names.begin(), names.end(), name) != names.end();
+}
+
+bool ArrowsTurn(TBrowseDialog& dialog) {
+    Boolean animating = false;
+    GetControlData(ControlOf(dialog, kBrowsePathArrows), 0, kControlChasingArrowsAnimatingTag,
+                   sizeof animating, &animating, nullptr);
+    return animating;
+}
+
+class TBrowseDialogSearchTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        ForgetDialogPrefs();
+        tree = MakeScratchFolder("search");
+        WriteFile(tree / "report alpha.txt", "a");
+        WriteFile(tree / "notes.txt", "n");
+        WriteFile(tree / "deeper" / "report beta.txt", "b");
+        fs::create_directories(tree / "other");
+        SetScope(TKelPrefs::kQueryScopeCurrentFolder);
+        UseListView(false);
+    }
+    void TearDown() override { SetScope(TKelPrefs::kQueryScopeEverywhere); }
+
+    static void SetScope(TKelPrefs::QueryScope scope) {
+        TKelPrefs prefs;
+        prefs.SetQueryScope(scope);
+    }
+
+    // Runs a modeless dialog on the folder and hands it to work.
+    void WithDialog(const fs::path& folder, const std::function<void(TBrowseDialog&)>& work) {
+        BrowseDialogRun run(folder, kKelModalityModeless);
+        ASSERT_EQ(KelDialogRun(run.dialog), noErr);
+        HeadlessDriver::RunUntilIdle();
+        work(*run.dialog);
+        if (run.dialog->IsRunning()) {
+            KelCustomControl(run.dialog, kKelCtlTerminate, nullptr);
+        }
+    }
+
+    static void Type(TBrowseDialog& dialog, const std::string& text) {
+        HeadlessDriver::Click(ControlOf(dialog, kBrowseSearchField));
+        HeadlessDriver::TypeText(text);
+        HeadlessDriver::RunUntilIdle();
+    }
+
+    // Types a search and waits for its hits.
+    static void Search(TBrowseDialog& dialog, const std::string& text, const Names& hits) {
+        Type(dialog, text);
+        ASSERT_TRUE(RunUntil([&] { return Hits(dialog) == hits; }))
+            << "the search for " << text << " never showed its hits";
+    }
+
+    static void ClickCancelMark(TBrowseDialog& dialog) {
+        const BGRect field = FrameIn(dialog, kBrowseSearchField);
+        HeadlessDriver::ClickAt(dialog.GetWindow(),
+                                BGPoint{BGRectGetMaxX(field) - 12, BGRectGetMidY(field)});
+        HeadlessDriver::RunUntilIdle();
+    }
+
+    fs::path tree;
+};
+
+TEST_F(TBrowseDialogSearchTest, EachKeyRestartsThePauseAndOneSearchTakesTheWholeText) {
+    WithDialog(tree, [&](TBrowseDialog& dialog) {
+        HeadlessDriver::Click(ControlOf(dialog, kBrowseSearchField));
+        // Five keys 0.06 seconds apart: longer than the pause in all, shorter between two.
+        for (const char* key : {"r", "e", "p", "o", "r"}) {
+            HeadlessDriver::TypeText(key);
+            HeadlessDriver::RunFor(0.06);
+            ASSERT_FALSE(IsHitsContainer(TargetOf(dialog))) << "searched before the typing paused";
+        }
+        ASSERT_TRUE(RunUntil([&] { return IsHitsContainer(TargetOf(dialog)); }));
+        TUniString name;
+        TargetOf(dialog).GetPropertyAsString(NodeCode("dnam"), name);
+        EXPECT_EQ(basalt::types::Utf8(name.AsBCString().AsBCStringRef()), "repor");
+        EXPECT_TRUE(RunUntil([&] {
+            return Hits(dialog) == Names{"report alpha.txt", "report beta.txt"};
+        }));
+    });
+}
+
+TEST_F(TBrowseDialogSearchTest, TheCancelMarkDropsAPendingSearchAndGoesBackToTheFolder) {
+    WithDialog(tree, [&](TBrowseDialog& dialog) {
+        Type(dialog, "notes");
+        ClickCancelMark(dialog); // before the pause ends: no search ever shows
+        HeadlessDriver::RunFor(0.4);
+        EXPECT_EQ(TargetOf(dialog), NodeOf(tree)) << "stays where it was";
+        EXPECT_EQ(TextOf(dialog, kBrowseSearchField), "");
+
+        Search(dialog, "report", {"report alpha.txt", "report beta.txt"});
+        Type(dialog, "x"); // a refinement still waits for its pause
+        ClickCancelMark(dialog);
+        EXPECT_EQ(TargetOf(dialog), NodeOf(tree)) << "back to where the search began";
+        HeadlessDriver::RunFor(0.4);
+        EXPECT_EQ(TargetOf(dialog), NodeOf(tree)) << "the refinement never ran";
+        EXPECT_EQ(TextOf(dialog, kBrowseSearchField), "");
+        EXPECT_TRUE(Shows(dialog, kBrowsePathPopup));
+        EXPECT_FALSE(Shows(dialog, kBrowseScopeBar));
+    });
+}
+
+TEST_F(TBrowseDialogSearchTest, EachScopeFindsItsOwnHitsAndChoosingOneSearchesAgain) {
+    const fs::path outside = MakeScratchFolder("outside");
+    WriteFile(outside / "report outside.txt", "o");
+    WriteFile(ScratchHome() / "Documents" / "report at home.txt", "h");
+    TKelPrefs prefs;
+    WithDialog(tree / "deeper", [&](TBrowseDialog& dialog) {
+        Search(dialog, "report", {"report beta.txt"});
+        EXPECT_EQ(BTViewGetValue(ControlOf(dialog, kBrowseScopeFolder)), 1);
+        EXPECT_EQ(TextOf(dialog, kBrowseScopeFolder), "\u201Cdeeper\u201D");
+
+        ClickItem(dialog, kBrowseScopeHome);
+        EXPECT_EQ(prefs.GetQueryScope(), TKelPrefs::kQueryScopeHome);
+        EXPECT_TRUE(RunUntil([&] { return Hits(dialog) == Names{"report at home.txt"}; }));
+        EXPECT_EQ(BTViewGetValue(ControlOf(dialog, kBrowseScopeHome)), 1);
+        EXPECT_EQ(BTViewGetValue(ControlOf(dialog, kBrowseScopeFolder)), 0);
+
+        ClickItem(dialog, kBrowseScopeEverywhere);
+        EXPECT_EQ(prefs.GetQueryScope(), TKelPrefs::kQueryScopeEverywhere);
+        EXPECT_TRUE(RunUntil(
+            [&] {
+                const Names hits = Hits(dialog);
+                return Contains(hits, "report outside.txt") &&
+                       Contains(hits, "report at home.txt") && Contains(hits, "report beta.txt");
+            },
+            std::chrono::seconds(60)));
+
+        ClickItem(dialog, kBrowseScopeFolder);
+        EXPECT_TRUE(RunUntil([&] { return Hits(dialog) == Names{"report beta.txt"}; }))
+            << "the folder is still the one the first search began in";
+    });
+}
+
+TEST_F(TBrowseDialogSearchTest, HistoryBackIntoASearchShowsItsTextAgain) {
+    WithDialog(tree, [&](TBrowseDialog& dialog) {
+        Search(dialog, "alpha", {"report alpha.txt"});
+        ASSERT_EQ(dialog.SetTargetCommand(NodeOf(tree / "other"), TKelNode()), noErr);
+        HeadlessDriver::RunUntilIdle();
+        EXPECT_EQ(TextOf(dialog, kBrowseSearchField), "") << "a folder has no search text";
+        EXPECT_FALSE(Shows(dialog, kBrowseScopeBar));
+
+        HeadlessDriver::Click(dialog.GetWindow(),
+                              ControlID{kKelControlSignature, kBrowseBackForward}, 0, 1);
+        HeadlessDriver::RunUntilIdle();
+        ASSERT_TRUE(RunUntil([&] { return Hits(dialog) == Names{"report alpha.txt"}; }));
+        EXPECT_EQ(TextOf(dialog, kBrowseSearchField), "alpha");
+        EXPECT_TRUE(Shows(dialog, kBrowseScopeBar));
+        EXPECT_FALSE(dialog.SearchTextStale());
+    });
+}
+
+TEST_F(TBrowseDialogSearchTest, ASearchReplacesThePathPopupWithArrowsCountAndAWiderField) {
+    WithDialog(tree, [&](TBrowseDialog& dialog) {
+        const BGRect popup = FrameIn(dialog, kBrowsePathPopup);
+        const BGRect idleField = FrameIn(dialog, kBrowseSearchField);
+        const BGRect idleBrowser = FrameIn(dialog, kBrowseBrowser);
+        EXPECT_EQ(FrameIn(dialog, kBrowseCountText).size.width, 0);
+
+        Search(dialog, "report", {"report alpha.txt", "report beta.txt"});
+        ASSERT_TRUE(RunUntil([&] { return TextOf(dialog, kBrowseCountText) == "Found: 2"; }));
+        EXPECT_FALSE(Shows(dialog, kBrowsePathPopup));
+        const BGRect field = FrameIn(dialog, kBrowseSearchField);
+        const BGRect count = FrameIn(dialog, kBrowseCountText);
+        const BGRect arrows = FrameIn(dialog, kBrowsePathArrows);
+        EXPECT_EQ(BGRectGetMinX(field), std::floor(BGRectGetMidX(popup)));
+        EXPECT_EQ(BGRectGetMaxX(field), BGRectGetMaxX(idleField)) << "the right edge stays";
+        EXPECT_EQ(BGRectGetMinX(field) - BGRectGetMaxX(count), 8);
+        EXPECT_EQ(BGRectGetMinX(count) - BGRectGetMaxX(arrows), 8);
+        // Two hits take the width of four digits, as the most a count shows would.
+        BGRect best = BGRectZero;
+        BTViewGetOptimalBounds(ControlOf(dialog, kBrowseCountText), &best, nullptr);
+        EXPECT_LT(best.size.width, count.size.width);
+        EXPECT_TRUE(Shows(dialog, kBrowseCountText));
+
+        // The scope bar takes its room from the browser, whose bottom stays.
+        const BGRect bar = FrameIn(dialog, kBrowseScopeBar);
+        const BGRect browser = FrameIn(dialog, kBrowseBrowser);
+        EXPECT_TRUE(Shows(dialog, kBrowseScopeBar));
+        EXPECT_EQ(BGRectGetMinY(browser), BGRectGetMaxY(bar) - 2);
+        EXPECT_EQ(BGRectGetMaxY(browser), BGRectGetMaxY(idleBrowser));
+
+        ClickCancelMark(dialog);
+        EXPECT_TRUE(Shows(dialog, kBrowsePathPopup));
+        EXPECT_FALSE(Shows(dialog, kBrowseScopeBar));
+        EXPECT_EQ(FrameIn(dialog, kBrowseBrowser).origin.y, idleBrowser.origin.y);
+        EXPECT_EQ(FrameIn(dialog, kBrowseCountText).size.width, 0);
+        EXPECT_EQ(BGRectGetMinX(FrameIn(dialog, kBrowseSearchField)),
+                  BGRectGetMaxX(FrameIn(dialog, kBrowsePathArrows)) + 8);
+    });
+}
+
+TEST_F(TBrowseDialogSearchTest, ListViewKeepsTheScopeBarAndTheArrowsStopWithTheSearch) {
+    WithDialog(tree, [&](TBrowseDialog& dialog) {
+        Search(dialog, "report", {"report alpha.txt", "report beta.txt"});
+        ASSERT_TRUE(Shows(dialog, kBrowseScopeBar));
+        HeadlessDriver::Click(dialog.GetWindow(), ControlID{kKelControlSignature, kBrowseViewStyle},
+                              0, 1);
+        HeadlessDriver::RunUntilIdle();
+        ASSERT_EQ(dialog.Browser()->ViewStyle(), kListViewStyle);
+        EXPECT_TRUE(Shows(dialog, kBrowseScopeBar));
+        EXPECT_FALSE(Shows(dialog, kBrowsePathPopup));
+        EXPECT_EQ(Hits(dialog), (Names{"report alpha.txt", "report beta.txt"}));
+        // Once the search has walked its folder, the arrows stop.
+        EXPECT_TRUE(RunUntil([&] {
+            return !NodeQueryIsGathering(TargetOf(dialog).PeekNodeRef()) && !ArrowsTurn(dialog);
+        }));
+    });
+}
+
+} // namespace
