@@ -98,17 +98,14 @@ void TBrowseDialog::NodeBrowserControlNodeOpen(TNodeBrowserControl&, TKelNode& n
     SetBusyState(searchDone ? 0 : 1);
 }
 
-StatusCode TBrowseDialog::ScopeBarHandler(EventHandlerCallRef, EventRef event, void*) {
-    ControlRef bar = nullptr;
+StatusCode TBrowseDialog::ScopeBarHandler(EventHandlerCallRef, EventRef event, void* data) {
     BGContextRef context = nullptr;
-    if (GetEventParameter(event, kEventParamDirectObject, typeControlRef, nullptr, sizeof bar,
-                          nullptr, &bar) != noErr ||
-        GetEventParameter(event, kEventParamCGContextRef, typeBGContextRef, nullptr, sizeof context,
+    if (GetEventParameter(event, kEventParamCGContextRef, typeBGContextRef, nullptr, sizeof context,
                           nullptr, &context) != noErr) {
         return eventNotHandledErr;
     }
     BGRect bounds = BGRectZero;
-    BTViewGetBounds(bar, &bounds);
+    BTViewGetBounds(static_cast<TBrowseDialog*>(data)->scopeBar, &bounds);
     BGContextSetGrayFillColor(context, 0.65, 1.0);
     BGContextFillRect(context, bounds);
     // The line's lower half falls below the bar, under the browser: only a light top edge shows.

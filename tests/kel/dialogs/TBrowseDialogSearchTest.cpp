@@ -11,6 +11,7 @@
 #include "tests/support/TestEnvironment.h"
 
 #include <algorithm>
+#include <cairo.h>
 #include <cmath>
 #include <gtest/gtest.h>
 
@@ -270,5 +271,55 @@ TEST_F(TBrowseDialogSearchTest, ListViewKeepsTheScopeBarAndTheArrowsStopWithTheS
         }));
     });
 }
+
+// A search with hits and the scope bar, drawn at 1x and 2x for people to look at.
+class TBrowseDialogSearchSnapshotTest : public TBrowseDialogSearchTest,
+                                        public ::testing::WithParamInterface<int> {
+protected:
+    void SetUp() override {
+        TBrowseDialogSearchTest::SetUp();
+        for (const char* name : {"report draft.odt", "Report 2026.pdf", "photo report.png"}) {
+            WriteFile(tree / "other" / name, "r");
+        }
+        HeadlessDriver::SetScale(GetParam());
+    }
+    void TearDown() override {
+        HeadlessDriver::SetScale(1);
+        TBrowseDialogSearchTest::TearDown();
+    }
+
+    // The grey of a picture's pixel at a point of the window's content.
+    int GreyAt(const fs::path& png, BGPoint point) const {
+        cairo_surface_t* image = cairo_image_surface_create_from_png(png.c_str());
+        const int stride = cairo_image_surface_get_stride(image) / 4;
+        const auto* pixels = reinterpret_cast<const uint32_t*>(cairo_image_surface_get_data(image));
+        const int scale = GetParam();
+        const int y = (int(point.y) + int(kBTWindowTitleBarHeight)) * scale;
+        const uint32_t pixel = pixels[y * stride + int(point.x) * scale];
+        cairo_surface_destroy(image);
+        return int((pixel >> 8) & 0xFF);
+    }
+};
+
+TEST_P(TBrowseDialogSearchSnapshotTest, HitsUnderTheScopeBar) {
+    UseListView(true);
+    WithDialog(tree, [&](TBrowseDialog& dialog) {
+        Search(dialog, "report",
+               {"Report 2026.pdf", "photo report.png", "report alpha.txt", "report beta.txt",
+                "report draft.odt"});
+        ASSERT_TRUE(RunUntil([&] { return !ArrowsTurn(dialog); }));
+        const fs::path png = fs::path(KEL_TEST_BINARY_DIR) /
+                             ("open-dialog-search-" + std::to_string(GetParam()) + "x.png");
+        ASSERT_EQ(HeadlessDriver::WritePNG(dialog.GetWindow(), png), noErr);
+        // The bar's own grey shows to the right of its buttons.
+        const BGRect bar = FrameIn(dialog, kBrowseScopeBar);
+        EXPECT_NEAR(GreyAt(png, BGPoint{BGRectGetMaxX(bar) - 20, BGRectGetMidY(bar)}), 166, 3);
+        BGRect box = BGRectZero;
+        EXPECT_TRUE(HeadlessDriver::FindShownText(dialog.GetWindow(), "Found: 5",
+                                                  FrameIn(dialog, kBrowseCountText), &box));
+    });
+}
+
+INSTANTIATE_TEST_SUITE_P(Scales, TBrowseDialogSearchSnapshotTest, ::testing::Values(1, 2));
 
 } // namespace
