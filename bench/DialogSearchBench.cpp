@@ -71,6 +71,9 @@ void ClickCancelMark(WindowRef window, ControlRef field) {
     HeadlessDriver::RunUntilIdle();
 }
 
+// A modeless dialog needs a client that hears its events; this one needs none of them.
+void IgnoreEvent(long, KelCBRec*, void*) {}
+
 double Median(std::vector<double> values) {
     std::sort(values.begin(), values.end());
     return values[values.size() / 2];
@@ -86,8 +89,8 @@ int MeasureDialogSearch(const std::string& home) {
     KelGetDefaultDialogCreationOptions(&options);
     options.modality = kKelModalityModeless;
     KelDialogRef dialog = nullptr;
-    if (KelCreateGetFileDialog(&options, nullptr, nullptr, nullptr, nullptr, nullptr, &dialog) !=
-            noErr ||
+    if (KelCreateGetFileDialog(&options, nullptr, IgnoreEvent, nullptr, nullptr, nullptr,
+                               &dialog) != noErr ||
         KelDialogRun(dialog) != noErr) {
         std::fprintf(stderr, "search: the open dialog did not come up\n");
         return 1;

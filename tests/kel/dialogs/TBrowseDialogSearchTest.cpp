@@ -22,14 +22,6 @@ using Names = std::vector<std::string>;
 
 namespace {
 
-BGRect FrameIn(TBrowseDialog& dialog, int16_t item) {
-    ControlRef control = ControlOf(dialog, item);
-    BGRect frame = BGRectZero;
-    BTViewGetBounds(control, &frame);
-    BTViewConvertRect(&frame, control, nullptr);
-    return frame;
-}
-
 bool Shows(TBrowseDialog& dialog, int16_t item) {
     return BTViewIsVisible(ControlOf(dialog, item));
 }
@@ -91,17 +83,6 @@ protected:
         prefs.SetQueryScope(scope);
     }
 
-    // Runs a modeless dialog on the folder and hands it to work.
-    void WithDialog(const fs::path& folder, const std::function<void(TBrowseDialog&)>& work) {
-        BrowseDialogRun run(folder, kKelModalityModeless);
-        ASSERT_EQ(KelDialogRun(run.dialog), noErr);
-        HeadlessDriver::RunUntilIdle();
-        work(*run.dialog);
-        if (run.dialog->IsRunning()) {
-            KelCustomControl(run.dialog, kKelCtlTerminate, nullptr);
-        }
-    }
-
     static void Type(TBrowseDialog& dialog, const std::string& text) {
         HeadlessDriver::Click(ControlOf(dialog, kBrowseSearchField));
         HeadlessDriver::TypeText(text);
@@ -126,7 +107,7 @@ protected:
 };
 
 TEST_F(TBrowseDialogSearchTest, EachKeyRestartsThePauseAndOneSearchTakesTheWholeText) {
-    WithDialog(tree, [&](TBrowseDialog& dialog) {
+    WithModelessDialog(tree, [&](TBrowseDialog& dialog) {
         HeadlessDriver::Click(ControlOf(dialog, kBrowseSearchField));
         // Five keys 0.06 seconds apart: longer than the pause in all, shorter between two.
         for (const char* key : {"r", "e", "p", "o", "r"}) {
@@ -145,7 +126,7 @@ TEST_F(TBrowseDialogSearchTest, EachKeyRestartsThePauseAndOneSearchTakesTheWhole
 }
 
 TEST_F(TBrowseDialogSearchTest, TheCancelMarkDropsAPendingSearchAndGoesBackToTheFolder) {
-    WithDialog(tree, [&](TBrowseDialog& dialog) {
+    WithModelessDialog(tree, [&](TBrowseDialog& dialog) {
         Type(dialog, "notes");
         ClickCancelMark(dialog); // before the pause ends: no search ever shows
         HeadlessDriver::RunFor(0.4);
@@ -169,7 +150,7 @@ TEST_F(TBrowseDialogSearchTest, EachScopeFindsItsOwnHitsAndChoosingOneSearchesAg
     WriteFile(outside / "report outside.txt", "o");
     WriteFile(ScratchHome() / "Documents" / "report at home.txt", "h");
     TKelPrefs prefs;
-    WithDialog(tree / "deeper", [&](TBrowseDialog& dialog) {
+    WithModelessDialog(tree / "deeper", [&](TBrowseDialog& dialog) {
         Search(dialog, "report", {"report beta.txt"});
         EXPECT_EQ(BTViewGetValue(ControlOf(dialog, kBrowseScopeFolder)), 1);
         EXPECT_EQ(TextOf(dialog, kBrowseScopeFolder), "\u201Cdeeper\u201D");
@@ -197,7 +178,7 @@ TEST_F(TBrowseDialogSearchTest, EachScopeFindsItsOwnHitsAndChoosingOneSearchesAg
 }
 
 TEST_F(TBrowseDialogSearchTest, HistoryBackIntoASearchShowsItsTextAgain) {
-    WithDialog(tree, [&](TBrowseDialog& dialog) {
+    WithModelessDialog(tree, [&](TBrowseDialog& dialog) {
         Search(dialog, "alpha", {"report alpha.txt"});
         ASSERT_EQ(dialog.SetTargetCommand(NodeOf(tree / "other"), TKelNode()), noErr);
         HeadlessDriver::RunUntilIdle();
@@ -215,7 +196,7 @@ TEST_F(TBrowseDialogSearchTest, HistoryBackIntoASearchShowsItsTextAgain) {
 }
 
 TEST_F(TBrowseDialogSearchTest, ASearchReplacesThePathPopupWithArrowsCountAndAWiderField) {
-    WithDialog(tree, [&](TBrowseDialog& dialog) {
+    WithModelessDialog(tree, [&](TBrowseDialog& dialog) {
         const BGRect popup = FrameIn(dialog, kBrowsePathPopup);
         const BGRect idleField = FrameIn(dialog, kBrowseSearchField);
         const BGRect idleBrowser = FrameIn(dialog, kBrowseBrowser);
@@ -255,7 +236,7 @@ TEST_F(TBrowseDialogSearchTest, ASearchReplacesThePathPopupWithArrowsCountAndAWi
 }
 
 TEST_F(TBrowseDialogSearchTest, ListViewKeepsTheScopeBarAndTheArrowsStopWithTheSearch) {
-    WithDialog(tree, [&](TBrowseDialog& dialog) {
+    WithModelessDialog(tree, [&](TBrowseDialog& dialog) {
         Search(dialog, "report", {"report alpha.txt", "report beta.txt"});
         ASSERT_TRUE(Shows(dialog, kBrowseScopeBar));
         HeadlessDriver::Click(dialog.GetWindow(), ControlID{kKelControlSignature, kBrowseViewStyle},
@@ -303,7 +284,7 @@ protected:
 
 TEST_P(TBrowseDialogSearchSnapshotTest, HitsUnderTheScopeBar) {
     UseListView(true);
-    WithDialog(tree, [&](TBrowseDialog& dialog) {
+    WithModelessDialog(tree, [&](TBrowseDialog& dialog) {
         Search(dialog, "report",
                {"Report 2026.pdf", "photo report.png", "report alpha.txt", "report beta.txt",
                 "report draft.odt"});
