@@ -343,7 +343,10 @@ void View::SetNeedsDisplay(bool needs) {
         window_->Invalidate();
 }
 
+// A hidden view draws nothing, so its marks wait: showing it marks its superview.
 bool View::SubtreeNeedsDisplay() const {
+    if (!visible_)
+        return false;
     return needsDisplay_ || std::any_of(subviews_.begin(), subviews_.end(),
                                         [](const auto& v) { return v->SubtreeNeedsDisplay(); });
 }

@@ -199,3 +199,21 @@ TEST_F(ViewTest, PropertiesAndDataBelongToTheirCreatorAndTag) {
     EXPECT_EQ(GetControlData(pane, 0, FourCC("none"), sizeof read, &read, &size),
               errDataNotSupported);
 }
+
+TEST_F(ViewTest, AHiddenViewWaitingToDrawDoesNotMakeTheWindowDrawAgain) {
+    ControlRef shown = Make(kControlKindUserPane, BGRectMake(10, 10, 50, 50));
+    ControlRef hidden = Make(kControlKindUserPane, BGRectMake(70, 10, 50, 50));
+    HideControl(hidden);
+    BTViewSetNeedsDisplay(hidden, true);
+    std::string draws;
+    const EventTypeSpec drawEvent = {kEventClassControl, kEventControlDraw};
+    InstallEventHandler(GetControlEventTarget(shown), Log, 1, &drawEvent, &draws, nullptr);
+    ShowWindow(window);
+    BTWindowFlush(window);
+    ASSERT_EQ(draws, "4 ");
+    BTWindowFlush(window);
+    EXPECT_EQ(draws, "4 ") << "nothing changed since the last drawing";
+    ShowControl(hidden);
+    BTWindowFlush(window);
+    EXPECT_EQ(draws, "4 4 ") << "showing a view draws its window";
+}
