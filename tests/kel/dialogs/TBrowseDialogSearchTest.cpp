@@ -27,12 +27,8 @@ bool Shows(TBrowseDialog& dialog, int16_t item) {
 }
 
 std::string TextOf(TBrowseDialog& dialog, int16_t item) {
-    BCStringRef text = BTViewCopyText(ControlOf(dialog, item));
-    std::string utf8 = text != nullptr ? basalt::types::Utf8(text) : std::string();
-    if (text != nullptr) {
-        BCRelease(text);
-    }
-    return utf8;
+    TStringRef text(BTViewCopyText(ControlOf(dialog, item)), false);
+    return text.IsNil() ? std::string() : basalt::types::Utf8(text.AsBCStringRef());
 }
 
 TKelNode TargetOf(TBrowseDialog& dialog) {
@@ -51,10 +47,6 @@ Names Hits(TBrowseDialog& dialog) {
     Names names = NamesOf(rows);
     std::sort(names.begin(), names.end());
     return names;
-}
-
-bool Contains(const Names& names, const std::string& name) {
-    return std::find(names.begin(), names.end(), name) != names.end();
 }
 
 bool ArrowsTurn(TBrowseDialog& dialog) {
@@ -115,10 +107,7 @@ TEST_F(TBrowseDialogSearchTest, EachKeyRestartsThePauseAndOneSearchTakesTheWhole
             HeadlessDriver::RunFor(0.06);
             ASSERT_FALSE(IsHitsContainer(TargetOf(dialog))) << "searched before the typing paused";
         }
-        ASSERT_TRUE(RunUntil([&] { return IsHitsContainer(TargetOf(dialog)); }));
-        TUniString name;
-        TargetOf(dialog).GetPropertyAsString(NodeCode("dnam"), name);
-        EXPECT_EQ(basalt::types::Utf8(name.AsBCString().AsBCStringRef()), "repor");
+        // "r" or "re" would find the folders "other" and "deeper" as well.
         EXPECT_TRUE(RunUntil([&] {
             return Hits(dialog) == Names{"report alpha.txt", "report beta.txt"};
         }));
@@ -140,8 +129,6 @@ TEST_F(TBrowseDialogSearchTest, TheCancelMarkDropsAPendingSearchAndGoesBackToThe
         HeadlessDriver::RunFor(0.4);
         EXPECT_EQ(TargetOf(dialog), NodeOf(tree)) << "the refinement never ran";
         EXPECT_EQ(TextOf(dialog, kBrowseSearchField), "");
-        EXPECT_TRUE(Shows(dialog, kBrowsePathPopup));
-        EXPECT_FALSE(Shows(dialog, kBrowseScopeBar));
     });
 }
 
@@ -165,9 +152,9 @@ TEST_F(TBrowseDialogSearchTest, EachScopeFindsItsOwnHitsAndChoosingOneSearchesAg
         EXPECT_EQ(prefs.GetQueryScope(), TKelPrefs::kQueryScopeEverywhere);
         EXPECT_TRUE(RunUntil(
             [&] {
-                const Names hits = Hits(dialog);
-                return Contains(hits, "report outside.txt") &&
-                       Contains(hits, "report at home.txt") && Contains(hits, "report beta.txt");
+                return std::ranges::includes(
+                    Hits(dialog),
+                    Names{"report at home.txt", "report beta.txt", "report outside.txt"});
             },
             std::chrono::seconds(60)));
 
@@ -195,7 +182,7 @@ TEST_F(TBrowseDialogSearchTest, HistoryBackIntoASearchShowsItsTextAgain) {
     });
 }
 
-TEST_F(TBrowseDialogSearchTest, ASearchReplacesThePathPopupWithArrowsCountAndAWiderField) {
+TEST_F(TBrowseDialogSearchTest, ASearchReplacesThePathPopupWithArrowsCountAndTheScopeBar) {
     WithModelessDialog(tree, [&](TBrowseDialog& dialog) {
         const BGRect popup = FrameIn(dialog, kBrowsePathPopup);
         const BGRect idleField = FrameIn(dialog, kBrowseSearchField);
@@ -216,7 +203,6 @@ TEST_F(TBrowseDialogSearchTest, ASearchReplacesThePathPopupWithArrowsCountAndAWi
         BGRect best = BGRectZero;
         BTViewGetOptimalBounds(ControlOf(dialog, kBrowseCountText), &best, nullptr);
         EXPECT_LT(best.size.width, count.size.width);
-        EXPECT_TRUE(Shows(dialog, kBrowseCountText));
 
         // The scope bar takes its room from the browser, whose bottom stays.
         const BGRect bar = FrameIn(dialog, kBrowseScopeBar);
@@ -225,31 +211,22 @@ TEST_F(TBrowseDialogSearchTest, ASearchReplacesThePathPopupWithArrowsCountAndAWi
         EXPECT_EQ(BGRectGetMinY(browser), BGRectGetMaxY(bar) - 2);
         EXPECT_EQ(BGRectGetMaxY(browser), BGRectGetMaxY(idleBrowser));
 
-        ClickCancelMark(dialog);
-        EXPECT_TRUE(Shows(dialog, kBrowsePathPopup));
-        EXPECT_FALSE(Shows(dialog, kBrowseScopeBar));
-        EXPECT_EQ(FrameIn(dialog, kBrowseBrowser).origin.y, idleBrowser.origin.y);
-        EXPECT_EQ(FrameIn(dialog, kBrowseCountText).size.width, 0);
-        EXPECT_EQ(BGRectGetMinX(FrameIn(dialog, kBrowseSearchField)),
-                  BGRectGetMaxX(FrameIn(dialog, kBrowsePathArrows)) + 8);
-    });
-}
-
-TEST_F(TBrowseDialogSearchTest, ListViewKeepsTheScopeBarAndTheArrowsStopWithTheSearch) {
-    WithModelessDialog(tree, [&](TBrowseDialog& dialog) {
-        Search(dialog, "report", {"report alpha.txt", "report beta.txt"});
-        ASSERT_TRUE(Shows(dialog, kBrowseScopeBar));
+        // The list view keeps the bar; the arrows stop once the search has walked its folder.
         HeadlessDriver::Click(dialog.GetWindow(), ControlID{kKelControlSignature, kBrowseViewStyle},
                               0, 1);
         HeadlessDriver::RunUntilIdle();
         ASSERT_EQ(dialog.Browser()->ViewStyle(), kListViewStyle);
         EXPECT_TRUE(Shows(dialog, kBrowseScopeBar));
         EXPECT_FALSE(Shows(dialog, kBrowsePathPopup));
-        EXPECT_EQ(Hits(dialog), (Names{"report alpha.txt", "report beta.txt"}));
-        // Once the search has walked its folder, the arrows stop.
         EXPECT_TRUE(RunUntil([&] {
             return !NodeQueryIsGathering(TargetOf(dialog).PeekNodeRef()) && !ArrowsTurn(dialog);
         }));
+
+        ClickCancelMark(dialog);
+        EXPECT_TRUE(Shows(dialog, kBrowsePathPopup));
+        EXPECT_FALSE(Shows(dialog, kBrowseScopeBar));
+        EXPECT_EQ(FrameIn(dialog, kBrowseBrowser).origin.y, idleBrowser.origin.y);
+        EXPECT_EQ(FrameIn(dialog, kBrowseCountText).size.width, 0);
     });
 }
 
@@ -295,9 +272,6 @@ TEST_P(TBrowseDialogSearchSnapshotTest, HitsUnderTheScopeBar) {
         // The bar's own grey shows to the right of its buttons.
         const BGRect bar = FrameIn(dialog, kBrowseScopeBar);
         EXPECT_NEAR(GreyAt(png, BGPoint{BGRectGetMaxX(bar) - 20, BGRectGetMidY(bar)}), 166, 3);
-        BGRect box = BGRectZero;
-        EXPECT_TRUE(HeadlessDriver::FindShownText(dialog.GetWindow(), "Found: 5",
-                                                  FrameIn(dialog, kBrowseCountText), &box));
     });
 }
 
