@@ -127,10 +127,10 @@ public:
                 folders_.push_back({root, 0});
             WalkFolders();
         }
-        // The last delivery comes even with nothing new, and after the walk counts as done, so
-        // that clients learn from it that the search no longer gathers.
+        // The last delivery of a search comes even with nothing new, and after the walk counts
+        // as done, so that clients learn from it that the search no longer gathers.
         run_->walked = true;
-        if (!Stopped())
+        if (!Stopped() && !matchesNothing)
             Deliver(true);
         if (!matchesNothing && watch_.Valid())
             FollowChanges();
