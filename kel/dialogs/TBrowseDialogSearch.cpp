@@ -40,6 +40,7 @@ StatusCode TBrowseDialog::SearchFieldHandler(EventHandlerCallRef, EventRef event
             RemoveEventLoopTimer(dialog->queryTimer);
             dialog->queryTimer = nullptr;
         }
+        // Only a search that shows has a place to go back to.
         TKelNode target;
         dialog->browser->GetTarget(target);
         if (IsHitsContainer(target)) {

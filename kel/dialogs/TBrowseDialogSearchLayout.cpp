@@ -33,7 +33,7 @@ TStringRef DisplayName(const TKelNode& node) {
 } // namespace
 
 BGFloat TBrowseDialog::ShowItemCount(long count) {
-    TMutableStringRef format = BundleText("QueryItemCountString").CopyMutable(0);
+    const TStringRef& format = BundleText("QueryItemCountString");
     TStringRef text(BCStringCreateWithFormat(nullptr, nullptr, format.AsBCStringRef(), count),
                     false);
     BTViewSetText(countText, text.AsBCStringRef());
