@@ -340,7 +340,7 @@ void View::SetText(const std::u16string& text) {
 void View::SetNeedsDisplay(bool needs) {
     needsDisplay_ = needs;
     if (needs && window_ != nullptr)
-        window_->Invalidate();
+        window_->InvalidateViews();
 }
 
 // A hidden view draws nothing, so its marks wait: showing it marks its superview.

@@ -217,3 +217,21 @@ TEST_F(ViewTest, AHiddenViewWaitingToDrawDoesNotMakeTheWindowDrawAgain) {
     BTWindowFlush(window);
     EXPECT_EQ(draws, "4 4 ") << "showing a view draws its window";
 }
+
+TEST_F(ViewTest, AViewThatChangesDrawsAgainWithoutViewsElsewhere) {
+    ControlRef changing = Make(kControlKindUserPane, BGRectMake(10, 10, 50, 50));
+    ControlRef elsewhere = Make(kControlKindUserPane, BGRectMake(100, 10, 50, 50));
+    std::string changingDraws, elsewhereDraws;
+    const EventTypeSpec drawEvent = {kEventClassControl, kEventControlDraw};
+    InstallEventHandler(GetControlEventTarget(changing), Log, 1, &drawEvent, &changingDraws,
+                        nullptr);
+    InstallEventHandler(GetControlEventTarget(elsewhere), Log, 1, &drawEvent, &elsewhereDraws,
+                        nullptr);
+    ShowWindow(window);
+    BTWindowFlush(window);
+    ASSERT_EQ(elsewhereDraws, "4 ");
+    BTViewSetNeedsDisplay(changing, true);
+    BTWindowFlush(window);
+    EXPECT_EQ(changingDraws, "4 4 ");
+    EXPECT_EQ(elsewhereDraws, "4 ") << "nothing changed where it lies";
+}
