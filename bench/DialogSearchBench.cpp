@@ -22,7 +22,7 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr int kRuns = 3;
+constexpr int kRuns = 5;
 constexpr double kQueryPause = 0.2;
 // The dialog's controls: the search field, the count of hits, the arrows.
 constexpr int32_t kSearchField = 12, kCountText = 15, kArrows = 32;
