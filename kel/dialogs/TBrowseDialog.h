@@ -331,8 +331,8 @@ private:
     void FollowSearchText();
     // Whether the scope bar shows, and the browser's frame below it.
     void PlaceScopeBar(const TKelNode& root, const TKelNode& target);
-    void PlaceSearchRowIdle(const BGRect& pathPopup);
-    void PlaceSearchRowSearching(const BGRect& pathPopup, const TKelNode& target);
+    void PlaceSearchRowIdle(const BGRect& popupFrame);
+    void PlaceSearchRowSearching(const BGRect& popupFrame, const TKelNode& target);
     // Shows the count of hits in countText; its optimal width.
     BGFloat ShowItemCount(long count);
     void InstallControlHandler(ControlRef control, EventHandlerUPP handler,

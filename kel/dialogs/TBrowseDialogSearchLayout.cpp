@@ -50,20 +50,20 @@ void TBrowseDialog::AdjustForSearch() {
     TKelNode target;
     browser->GetViewRoot(root);
     browser->GetTarget(target);
-    ControlRef pathPopup = Control(kBrowsePathPopup);
-    if (pathPopup != nullptr) {
-        BTViewSetVisible(pathPopup, !IsHitsContainer(root) && !SimpleSaveMode());
+    ControlRef popup = Control(kBrowsePathPopup);
+    if (popup != nullptr) {
+        BTViewSetVisible(popup, !IsHitsContainer(root) && !SimpleSaveMode());
     }
     PlaceScopeBar(root, target);
-    if (pathPopup == nullptr || countText == nullptr || searchField == nullptr ||
+    if (popup == nullptr || countText == nullptr || searchField == nullptr ||
         Control(kBrowsePathArrows) == nullptr) {
         return;
     }
     const bool searching = IsHitsContainer(target) && root.savedQueryRef == nullptr;
     if (searching) {
-        PlaceSearchRowSearching(FrameOf(pathPopup), target);
+        PlaceSearchRowSearching(FrameOf(popup), target);
     } else {
-        PlaceSearchRowIdle(FrameOf(pathPopup));
+        PlaceSearchRowIdle(FrameOf(popup));
     }
     FollowSearchText();
 }
@@ -104,10 +104,10 @@ void TBrowseDialog::PlaceScopeBar(const TKelNode& root, const TKelNode& target) 
 
 // The arrows, the count and the field are bound left to right, each to the one before: each is
 // placed in that order, so that what follows moves along before it is placed itself.
-void TBrowseDialog::PlaceSearchRowIdle(const BGRect& pathPopup) {
+void TBrowseDialog::PlaceSearchRowIdle(const BGRect& popupFrame) {
     ControlRef arrows = Control(kBrowsePathArrows);
     const BGFloat fieldRight = BGRectGetMaxX(FrameOf(searchField));
-    SetFrameX(arrows, BGRectGetMaxX(pathPopup) + kRowGap, FrameOf(arrows).size.width);
+    SetFrameX(arrows, BGRectGetMaxX(popupFrame) + kRowGap, FrameOf(arrows).size.width);
     const BGFloat x = BGRectGetMaxX(FrameOf(arrows)) + kRowGap;
     BTViewSetText(countText, BCSTR(""));
     BTViewSetVisible(countText, false);
@@ -116,14 +116,14 @@ void TBrowseDialog::PlaceSearchRowIdle(const BGRect& pathPopup) {
     SetFrameX(searchField, x, fieldRight - x);
 }
 
-void TBrowseDialog::PlaceSearchRowSearching(const BGRect& pathPopup, const TKelNode& target) {
+void TBrowseDialog::PlaceSearchRowSearching(const BGRect& popupFrame, const TKelNode& target) {
     if (searchTextStale) {
         // History went back or forth into a search: the field shows that search's text.
         BTViewSetText(searchField, DisplayName(target).AsBCStringRef());
         searchTextStale = false;
     }
     const BGFloat fieldRight = BGRectGetMaxX(FrameOf(searchField));
-    const BGFloat fieldX = std::floor(BGRectGetMidX(pathPopup));
+    const BGFloat fieldX = std::floor(BGRectGetMidX(popupFrame));
     uint32_t count = 0;
     GetGridBrowserItemCount(browser->Control(), target.AsItemID(), false, 0, &count);
     const BGFloat countWidth = std::max<BGFloat>(ShowItemCount(long(count)), countTextMinWidth);
