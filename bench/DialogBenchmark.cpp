@@ -1,11 +1,15 @@
-// bench_dialog FOLDER: what a user waits for. A whole kelpick process puts up the open dialog
+// bench_dialog FOLDER: what a user waits for. First a search: a process of this program with a
+// HOME of 100,000 files in nested folders puts up a headless open dialog and searches its home
+// for a typed name (DialogSearchBench). Then a whole kelpick process puts up the open dialog
 // on a folder of 100,000 entries, finds a row near the end of the painted, sorted list, and is
 // cancelled; against it, a bare process lists the same folder with getdents64 and sorts it by
 // ICU sort keys. Both are timed from spawn to exit, in the same run, and the median ratio of
-// several runs is the last line. kelpick runs with a HOME of its own, whose documents folder is
-// the folder, so that nothing of the user's is read or written.
+// several runs is the last line. The dialogs run with HOMEs of their own, so that nothing of
+// the user's is read or written.
 
+#include "DialogSearchBench.h"
 #include "ListingBaseline.h"
+#include "QueryBench.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -22,12 +26,18 @@ constexpr int kRuns = 5;
 // "Document 99998.html": the list holds it only once the whole folder is listed.
 constexpr const char* kLastRowScript = "view:list;select:Document 99998.html;key:escape";
 
+// Pointers to the entries, ending with null, as spawning takes them.
+std::vector<char*> Pointers(std::vector<std::string>& entries) {
+    std::vector<char*> pointers;
+    for (std::string& entry : entries)
+        pointers.push_back(entry.data());
+    pointers.push_back(nullptr);
+    return pointers;
+}
+
 // Runs the program to its end; the seconds it took, or a negative value if it failed.
 double TimeProcess(std::vector<std::string> arguments, char** environment, int wantedExit) {
-    std::vector<char*> argv;
-    for (std::string& argument : arguments)
-        argv.push_back(argument.data());
-    argv.push_back(nullptr);
+    std::vector<char*> argv = Pointers(arguments);
     const auto start = std::chrono::steady_clock::now();
     pid_t child = 0;
     if (posix_spawn(&child, argv[0], nullptr, nullptr, argv.data(), environment) != 0)
@@ -61,24 +71,42 @@ std::string MakeHome(const std::string& base, const std::string& folder) {
     return home;
 }
 
+// The search part, in a process of its own with the tree as its HOME; false if it failed.
+bool MeasureSearch(const std::string& self, const std::string& base) {
+    const std::string home = base + "/search-home";
+    kelbench::MakeQueryTree(home);
+    std::vector<std::string> environment = DialogEnvironment(home);
+    std::vector<char*> envp = Pointers(environment);
+    std::fflush(stdout);
+    if (TimeProcess({self, "--search", home}, envp.data(), 0) < 0) {
+        std::fprintf(stderr, "the search process failed\n");
+        return false;
+    }
+    return true;
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
     if (argc == 3 && std::string(argv[1]) == "--baseline") {
         return listingbaseline::Baseline(argv[2]) > 0 ? 0 : 1;
     }
+    if (argc == 3 && std::string(argv[1]) == "--search") {
+        setenv("KEL_BACKEND", "headless", 1);
+        return kelbench::MeasureDialogSearch(argv[2]);
+    }
     if (argc != 2) {
         std::fprintf(stderr, "usage: %s FOLDER\n", argv[0]);
         return 2;
     }
     const std::string base = std::filesystem::absolute(argv[1]).lexically_normal().string();
+    const std::string self = std::filesystem::canonical("/proc/self/exe").string();
+    if (!MeasureSearch(self, base)) {
+        return 1;
+    }
     const std::string large = listingbaseline::MakeFolder(base, 100000);
     std::vector<std::string> environment = DialogEnvironment(MakeHome(base, large));
-    std::vector<char*> envp;
-    for (std::string& entry : environment)
-        envp.push_back(entry.data());
-    envp.push_back(nullptr);
-    const std::string self = std::filesystem::canonical("/proc/self/exe").string();
+    std::vector<char*> envp = Pointers(environment);
 
     std::vector<double> ratios;
     for (int run = 1; run <= kRuns; ++run) {

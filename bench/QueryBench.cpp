@@ -42,7 +42,9 @@ bool FillLeaf(const std::string& folder, const std::string& original) {
     return true;
 }
 
-std::string MakeTree(const std::string& base) {
+} // namespace
+
+std::string MakeQueryTree(const std::string& base) {
     std::string root = base + "/query-tree";
     if (std::filesystem::exists(root + "/.complete"))
         return root;
@@ -69,6 +71,8 @@ std::string MakeTree(const std::string& base) {
     return root;
 }
 
+namespace {
+
 size_t RawWalk(int folder) {
     size_t entries = 0;
     alignas(basalt::nodes::LinuxDirent64) char buffer[32 * 1024];
@@ -94,6 +98,8 @@ size_t RawWalk(int folder) {
     return entries;
 }
 
+} // namespace
+
 double RawWalkMs(const std::string& root) {
     auto start = Clock::now();
     int fd = ::open(root.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
@@ -101,6 +107,8 @@ double RawWalkMs(const std::string& root) {
     ::close(fd);
     return std::chrono::duration<double, std::milli>(Clock::now() - start).count();
 }
+
+namespace {
 
 std::atomic<int64_t> gFirstDelivery{0};
 std::atomic<NodeRef> gHits{nullptr};
@@ -164,7 +172,7 @@ double Median(std::vector<double> values) {
 
 QueryBenchResult MeasureNameQuery(const std::string& baseFolder, int runs) {
     InitializeCatalog();
-    std::string root = MakeTree(baseFolder);
+    std::string root = MakeQueryTree(baseFolder);
     BCStringRef typed = basalt::types::MakeString("report");
     BCStringRef text = CreateSearchQueryString(typed, nullptr);
     BCArrayRef scope = Strings({root});

@@ -18,4 +18,10 @@ struct QueryBenchResult {
 // Makes (once) the tree under baseFolder and measures; prints one line per run.
 QueryBenchResult MeasureNameQuery(const std::string& baseFolder, int runs = 5);
 
+// The tree (made once under baseFolder): 10 x 10 x 10 folders of 100 files, one of each folder's
+// files named "Quarterly Report N.pdf"; its path.
+std::string MakeQueryTree(const std::string& baseFolder);
+// A raw recursive getdents64 walk of a folder, leaving out dot names; its milliseconds.
+double RawWalkMs(const std::string& root);
+
 } // namespace kelbench

@@ -127,9 +127,11 @@ public:
                 folders_.push_back({root, 0});
             WalkFolders();
         }
-        if (!Stopped())
-            Deliver(true);
+        // The last delivery of a search comes even with nothing new, and after the walk counts
+        // as done, so that clients learn from it that the search no longer gathers.
         run_->walked = true;
+        if (!Stopped() && !matchesNothing)
+            Deliver(true);
         if (!matchesNothing && watch_.Valid())
             FollowChanges();
     }
@@ -314,9 +316,9 @@ private:
     }
 
     // Hands the hits found so far over when the batch is full or its time has come; always
-    // when forced.
+    // when forced, even an empty batch.
     void Deliver(bool force) {
-        if (found_.empty() && gone_.empty())
+        if (!force && found_.empty() && gone_.empty())
             return;
         if (!force && !Due())
             return;

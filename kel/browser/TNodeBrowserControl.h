@@ -109,6 +109,8 @@ public:
     ControlRef Control() const { return control; }
     unsigned long ViewStyle() const { return viewStyle; }
     const TKelNodeArray& TargetPath() const { return targetPath; }
+    // The folder the searches of the current folder scope look in.
+    const TKelNode& QueryScopeNode() const { return queryScopeNode; }
     const std::vector<std::unique_ptr<TContainerData>>& Containers() const { return containers; }
     long SnapshotIndex() const { return snapshotIndex; }
     long SnapshotCount() const { return long(snapshots.size()); }

@@ -30,6 +30,7 @@
 #include <basalt/BasaltDrag.h>
 #include <basalt/files/BEDesc.h>
 #include <memory>
+#include <span>
 
 // The ids of the browse windows' controls, all with the signature "kels".
 enum BrowseDialogItem : int16_t {
@@ -78,6 +79,12 @@ inline int16_t RectWidth(const Rect& rect) {
 
 inline int16_t RectHeight(const Rect& rect) {
     return int16_t(rect.bottom - rect.top);
+}
+
+inline BGRect FrameOf(ControlRef view) {
+    BGRect frame = BGRectZero;
+    BTViewGetFrame(view, &frame);
+    return frame;
 }
 
 // A list of one node.
@@ -262,8 +269,9 @@ protected:
     void AssignTitleFrom(const char* namedKey, const char* defaultKey);
     // Runs the view style change of the list (2) or column (1) preference.
     void SwitchView(TKelPrefs::View view, TPrefOption option);
-    // Search follows history and view changes; the search field's work comes with searching.
-    void AdjustForSearch() {}
+    // Lays the toolbar row and the scope bar out for whether a search shows; runs after every
+    // change of view root, target, history, view style and search.
+    void AdjustForSearch();
     void TellPopupsTarget(const TKelNode& target);
 
     uint32_t actionState = 0;
@@ -331,6 +339,26 @@ private:
     void SavePath();
     StatusCode ReceiveDropHandler(DragRef drag);
     StatusCode TrackDrag(DragTrackingMessage message, DragRef drag);
+
+    // ---- Search ----
+    void InstallSearchHandlers();
+    // Items 33 to 35: the scope of the next searches, and the search again in it.
+    void ChooseQueryScope(int16_t item);
+    void ShowQueryScope(TKelPrefs::QueryScope scope);
+    void ExecuteQueryTimer();
+    // The field's cancel mark follows its text.
+    void FollowSearchText();
+    // Whether the scope bar shows, and the browser's frame below it.
+    void PlaceScopeBar(const TKelNode& root, const TKelNode& target);
+    void PlaceSearchRowIdle(const BGRect& popupFrame);
+    void PlaceSearchRowSearching(const BGRect& popupFrame, const TKelNode& target);
+    // Shows the count of hits in countText; its optimal width.
+    BGFloat ShowItemCount(long count);
+    void InstallControlHandler(ControlRef control, EventHandlerUPP handler,
+                               std::span<const EventTypeSpec> events);
+    static StatusCode SearchFieldHandler(EventHandlerCallRef call, EventRef event, void* data);
+    static StatusCode ScopeBarHandler(EventHandlerCallRef call, EventRef event, void* data);
+    static void QueryTimerProc(EventLoopTimerRef timer, void* data);
 
     static StatusCode EventWindowHandler(EventHandlerCallRef call, EventRef event, void* data);
     StatusCode HandleWindowEvent(EventHandlerCallRef call, EventRef event);

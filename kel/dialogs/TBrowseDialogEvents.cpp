@@ -53,25 +53,29 @@ void TBrowseDialog::SetupEventHandlers() {
                                           {kEventClassWindow, kEventWindowBoundsChanged}};
     InstallEventHandler(GetWindowEventTarget(windowRef), EventWindowHandler,
                         std::size(windowEvents), windowEvents, this, &windowEventHandler);
-    auto install = [this](ControlRef control, EventHandlerUPP handler, auto& list) {
-        EventHandlerRef ref = nullptr;
-        if (control != nullptr && InstallEventHandler(GetControlEventTarget(control), handler,
-                                                      std::size(list), list, this, &ref) == noErr) {
-            handlers.push_back(ref);
-        }
-    };
     const EventTypeSpec groupEvents[] = {{kEventClassControl, kEventControlDraw},
                                          {kEventClassControl, kEventControlGetPartRegion},
                                          {kEventClassControl, kEventControlActivate},
                                          {kEventClassControl, kEventControlDeactivate}};
-    install(Control(kBrowseBottomGroup), BottomGroupHandler, groupEvents);
+    InstallControlHandler(Control(kBrowseBottomGroup), BottomGroupHandler, groupEvents);
     const EventTypeSpec sidebarEvents[] = {{kEventClassSidebar, kEventSidebarItemChosen},
                                            {kEventClassSidebar, kEventSidebarCopyClientRoot}};
-    install(sidebar, SidebarHandler, sidebarEvents);
+    InstallControlHandler(sidebar, SidebarHandler, sidebarEvents);
     const EventTypeSpec browserEvents[] = {{kEventClassControl, kEventControlClickActivation}};
-    install(browserView, BrowserHandler, browserEvents);
+    InstallControlHandler(browserView, BrowserHandler, browserEvents);
     const EventTypeSpec splitterEvents[] = {{kEventClassSplitter, kEventSplitterMoved}};
-    install(Control(kBrowseSplitter), SplitterHandler, splitterEvents);
+    InstallControlHandler(Control(kBrowseSplitter), SplitterHandler, splitterEvents);
+    InstallSearchHandlers();
+}
+
+void TBrowseDialog::InstallControlHandler(ControlRef control, EventHandlerUPP handler,
+                                          std::span<const EventTypeSpec> events) {
+    EventHandlerRef ref = nullptr;
+    if (control != nullptr &&
+        InstallEventHandler(GetControlEventTarget(control), handler, events.size(), events.data(),
+                            this, &ref) == noErr) {
+        handlers.push_back(ref);
+    }
 }
 
 StatusCode TBrowseDialog::EventWindowHandler(EventHandlerCallRef call, EventRef event, void* data) {
@@ -291,6 +295,7 @@ int32_t TBrowseDialog::ItemHit(int16_t item, int16_t part, uint32_t modifiers) {
     case kBrowseScopeEverywhere:
     case kBrowseScopeHome:
     case kBrowseScopeFolder:
+        ChooseQueryScope(item);
         return 1;
     default:
         return KelBaseDialog::ItemHit(item, part, modifiers);

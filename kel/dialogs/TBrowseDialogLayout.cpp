@@ -18,12 +18,6 @@ constexpr BGFloat kFirstScopeButtonX = 8.0;
 constexpr int16_t kButtonGap = 12;
 constexpr BGFloat kMinimumBrowserWidth = 120.0;
 
-BGRect FrameOf(ControlRef view) {
-    BGRect frame = BGRectZero;
-    BTViewGetFrame(view, &frame);
-    return frame;
-}
-
 // Gives a view its optimal size, keeping its origin, and places it at x.
 void SizeToFitAt(ControlRef view, BGFloat x) {
     BGRect best = BGRectZero;
@@ -114,13 +108,8 @@ void TBrowseDialog::SetupCountText() {
     }
     const Boolean single = true;
     SetControlData(countText, 0, NodeCode("stim"), sizeof single, &single);
-    TMutableStringRef text = BundleText("QueryItemCountString").CopyMutable(0);
-    BCStringRef counted = BCStringCreateWithFormat(nullptr, nullptr, text.AsBCStringRef(), 9999L);
-    BTViewSetText(countText, counted);
-    BCRelease(counted);
-    BGRect best = BGRectZero;
-    BTViewGetOptimalBounds(countText, &best, nullptr);
-    countTextMinWidth = float(best.size.width);
+    // The count keeps the width of four digits, so that it doesn't jitter as hits come in.
+    countTextMinWidth = float(ShowItemCount(9999));
 }
 
 void TBrowseDialog::SetupScopeButtons() {

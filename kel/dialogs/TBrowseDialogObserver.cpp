@@ -30,10 +30,6 @@ void TBrowseDialog::TellPopupsTarget(const TKelNode& target) {
     pathPopup.SetTarget(target);
 }
 
-void TBrowseDialog::NodeBrowserControlNodeOpen(TNodeBrowserControl&, TKelNode&) {
-    SetBusyState(1);
-}
-
 void TBrowseDialog::NodeBrowserControlNodeOpenDone(TNodeBrowserControl&, TKelNode& node) {
     SetBusyState(0);
     if (!node.IsEmpty() && NodeIsQueryHitsContainer(node.PeekNodeRef())) {

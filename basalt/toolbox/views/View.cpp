@@ -340,10 +340,13 @@ void View::SetText(const std::u16string& text) {
 void View::SetNeedsDisplay(bool needs) {
     needsDisplay_ = needs;
     if (needs && window_ != nullptr)
-        window_->Invalidate();
+        window_->InvalidateViews();
 }
 
+// A hidden view draws nothing, so its marks wait: showing it marks its superview.
 bool View::SubtreeNeedsDisplay() const {
+    if (!visible_)
+        return false;
     return needsDisplay_ || std::any_of(subviews_.begin(), subviews_.end(),
                                         [](const auto& v) { return v->SubtreeNeedsDisplay(); });
 }

@@ -178,6 +178,11 @@ void Window::ViewLeaving(View* view) {
 
 void Window::Invalidate() {
     dirty_ = true;
+    wholeDirty_ = true;
+}
+
+void Window::InvalidateViews() {
+    dirty_ = true;
 }
 
 void Window::EnsureSurface() {

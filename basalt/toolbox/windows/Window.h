@@ -76,14 +76,18 @@ public:
         bool closeBox = false;
     } tracking;
 
-    // Drawing.
+    // Drawing. Invalidate asks for the whole window; InvalidateViews for the views that are
+    // marked as needing display, which are drawn over what lies under them.
     void Invalidate();
+    void InvalidateViews();
     bool IsDirty() const { return dirty_; }
     // Draws what needs drawing into the surface and presents it.
     void Flush();
     BackendWindow* Surface() { return surface_.get(); }
     // Draws one view and its subviews into the surface now.
     void RenderView(View& view);
+    // Draws what lies within an area of the content, in window coordinates, and presents it.
+    void RenderArea(const BGRect& area);
 
     StatusCode HandleStandardEvent(EventHandlerCallRef call, EventRef event) override;
     EventTargetRef PropagationParent() override { return GetApplicationEventTarget(); }
@@ -97,6 +101,7 @@ private:
     std::unique_ptr<BackendWindow> surface_;
     bool visible_ = false;
     bool dirty_ = true;
+    bool wholeDirty_ = true;
     std::weak_ptr<View> focus_;
     std::weak_ptr<View> defaultButton_;
     std::weak_ptr<View> cancelButton_;

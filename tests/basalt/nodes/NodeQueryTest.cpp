@@ -1,4 +1,5 @@
 #include "QueryTestSupport.h"
+#include "tests/support/WaitUntil.h"
 
 #include <algorithm>
 #include <cstring>
@@ -90,6 +91,22 @@ TEST_F(NodeQueryTest, DeliversTheFirstBatchAtItsCountAndTheRestAtTheEnd) {
         EXPECT_EQ(kind, kNodeEventVirtualChildListChanged);
         EXPECT_EQ(child, hits.get());
     }
+}
+
+// A client learns from the last delivery that the search has walked its scope, even when the
+// search found nothing to deliver.
+TEST_F(NodeQueryTest, ASearchThatFindsNothingStillDeliversWhenItsWalkEnds) {
+    Touch("f/other.txt");
+    Held held = IdleQuery();
+    NodeRef query = held.get();
+    Held hits = HitsOf(query);
+    std::atomic<int> gatheringAtDelivery{-1}; // not delivered yet
+    HitsObserver observer(hits.get(),
+                          [&](size_t) { gatheringAtDelivery = NodeQueryIsGathering(query); });
+    ASSERT_EQ(StartSearch(Typed("match"), nullptr, query), noErr);
+    ASSERT_TRUE(keltest::WaitUntil([&] { return gatheringAtDelivery != -1; }));
+    EXPECT_EQ(gatheringAtDelivery.load(), 0);
+    EXPECT_EQ(observer.Deliveries(), std::vector<BCIndex>{0});
 }
 
 TEST_F(NodeQueryTest, DeliversTheFirstBatchWhenItsTimeHasComeWithFewerHits) {

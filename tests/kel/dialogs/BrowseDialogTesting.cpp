@@ -198,4 +198,23 @@ void ClickItem(TBrowseDialog& dialog, int16_t item) {
     HeadlessDriver::RunUntilIdle();
 }
 
+BGRect FrameIn(TBrowseDialog& dialog, int16_t item) {
+    ControlRef control = ControlOf(dialog, item);
+    BGRect frame = BGRectZero;
+    BTViewGetBounds(control, &frame);
+    BTViewConvertRect(&frame, control, nullptr);
+    return frame;
+}
+
+void WithModelessDialog(const std::filesystem::path& folder,
+                        const std::function<void(TBrowseDialog&)>& work) {
+    BrowseDialogRun run(folder, kKelModalityModeless);
+    ASSERT_EQ(KelDialogRun(run.dialog), noErr);
+    HeadlessDriver::RunUntilIdle();
+    work(*run.dialog);
+    if (run.dialog->IsRunning()) {
+        KelCustomControl(run.dialog, kKelCtlTerminate, nullptr);
+    }
+}
+
 } // namespace keltest

@@ -75,5 +75,10 @@ TKelNode NodeOf(const std::filesystem::path& path);
 ControlRef ControlOf(TBrowseDialog& dialog, int16_t item);
 // Clicks the control of that id.
 void ClickItem(TBrowseDialog& dialog, int16_t item);
+// The frame of the control of that id, in window content coordinates.
+BGRect FrameIn(TBrowseDialog& dialog, int16_t item);
+// Runs a modeless dialog on the folder, hands it to work, and ends it if work did not.
+void WithModelessDialog(const std::filesystem::path& folder,
+                        const std::function<void(TBrowseDialog&)>& work);
 
 } // namespace keltest

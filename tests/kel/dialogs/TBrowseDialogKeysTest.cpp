@@ -34,13 +34,7 @@ protected:
 
     // Runs a modeless dialog on the tree and hands it to keys.
     void WithDialog(const std::function<void(TBrowseDialog&)>& keys) {
-        BrowseDialogRun run(tree, kKelModalityModeless);
-        ASSERT_EQ(KelDialogRun(run.dialog), noErr);
-        HeadlessDriver::RunUntilIdle();
-        keys(*run.dialog);
-        if (run.dialog->IsRunning()) {
-            KelCustomControl(run.dialog, kKelCtlTerminate, nullptr);
-        }
+        WithModelessDialog(tree, keys);
     }
 
     static void Press(uint16_t keyCode, uint32_t modifiers, char16_t character = 0) {

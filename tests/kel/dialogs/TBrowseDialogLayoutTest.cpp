@@ -11,14 +11,6 @@ using namespace keltest;
 
 namespace {
 
-BGRect FrameIn(TBrowseDialog& dialog, int16_t item) {
-    ControlRef control = ControlOf(dialog, item);
-    BGRect frame = BGRectZero;
-    BTViewGetBounds(control, &frame);
-    BTViewConvertRect(&frame, control, nullptr);
-    return frame;
-}
-
 Rect ContentBounds(TBrowseDialog& dialog) {
     TRect bounds;
     dialog.GetBounds(bounds);

@@ -224,3 +224,39 @@ TEST_F(ViewTest, PropertiesAndDataBelongToTheirCreatorAndTag) {
     EXPECT_EQ(GetControlData(pane, 0, FourCC("none"), sizeof read, &read, &size),
               errDataNotSupported);
 }
+
+TEST_F(ViewTest, AHiddenViewWaitingToDrawDoesNotMakeTheWindowDrawAgain) {
+    ControlRef shown = Make(kControlKindUserPane, BGRectMake(10, 10, 50, 50));
+    ControlRef hidden = Make(kControlKindUserPane, BGRectMake(70, 10, 50, 50));
+    HideControl(hidden);
+    BTViewSetNeedsDisplay(hidden, true);
+    std::string draws;
+    const EventTypeSpec drawEvent = {kEventClassControl, kEventControlDraw};
+    InstallEventHandler(GetControlEventTarget(shown), Log, 1, &drawEvent, &draws, nullptr);
+    ShowWindow(window);
+    BTWindowFlush(window);
+    ASSERT_EQ(draws, "4 ");
+    BTWindowFlush(window);
+    EXPECT_EQ(draws, "4 ") << "nothing changed since the last drawing";
+    ShowControl(hidden);
+    BTWindowFlush(window);
+    EXPECT_EQ(draws, "4 4 ") << "showing a view draws its window";
+}
+
+TEST_F(ViewTest, AViewThatChangesDrawsAgainWithoutViewsElsewhere) {
+    ControlRef changing = Make(kControlKindUserPane, BGRectMake(10, 10, 50, 50));
+    ControlRef elsewhere = Make(kControlKindUserPane, BGRectMake(100, 10, 50, 50));
+    std::string changingDraws, elsewhereDraws;
+    const EventTypeSpec drawEvent = {kEventClassControl, kEventControlDraw};
+    InstallEventHandler(GetControlEventTarget(changing), Log, 1, &drawEvent, &changingDraws,
+                        nullptr);
+    InstallEventHandler(GetControlEventTarget(elsewhere), Log, 1, &drawEvent, &elsewhereDraws,
+                        nullptr);
+    ShowWindow(window);
+    BTWindowFlush(window);
+    ASSERT_EQ(elsewhereDraws, "4 ");
+    BTViewSetNeedsDisplay(changing, true);
+    BTWindowFlush(window);
+    EXPECT_EQ(changingDraws, "4 4 ");
+    EXPECT_EQ(elsewhereDraws, "4 ") << "nothing changed where it lies";
+}
