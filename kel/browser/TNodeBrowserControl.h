@@ -111,6 +111,7 @@ public:
     const TKelNodeArray& TargetPath() const { return targetPath; }
     // The folder the searches of the current folder scope look in.
     const TKelNode& QueryScopeNode() const { return queryScopeNode; }
+    const TKelNode& QueryNode() const { return queryNode; }
     const std::vector<std::unique_ptr<TContainerData>>& Containers() const { return containers; }
     long SnapshotIndex() const { return snapshotIndex; }
     long SnapshotCount() const { return long(snapshots.size()); }

@@ -16,7 +16,11 @@ void SearchForFieldText(TBrowseDialog& dialog, ControlRef field) {
     BCStringRef copied = field != nullptr ? BTViewCopyText(field) : nullptr;
     const TStringRef text = copied != nullptr ? TStringRef(copied, false) : TStringRef(BCSTR(""));
     dialog.Browser()->SetQueryTarget(text.AsBCStringRef());
-    dialog.SetBusyState(text.Length() >= 1);
+    // The walk starts before the browser watches its hits, so a walk that has already ended has
+    // nothing more to announce: the arrows turn only for a search still gathering.
+    const TKelNode& query = dialog.Browser()->QueryNode();
+    dialog.SetBusyState(text.Length() >= 1 && !query.IsEmpty() &&
+                        NodeQueryIsGathering(query.PeekNodeRef()));
 }
 
 } // namespace

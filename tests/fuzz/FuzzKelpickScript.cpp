@@ -25,6 +25,7 @@ void CheckStep(const ScriptStep& step) {
     case ScriptStep::Kind::select:
     case ScriptStep::Kind::open:
     case ScriptStep::Kind::side:
+    case ScriptStep::Kind::popup:
         if (step.text.empty())
             std::abort();
         break;
