@@ -13,7 +13,7 @@ namespace {
 
 constexpr FourCharCode kReplyFormatRef = NodeCode("bfrf");
 
-// The folder as the reply's item: a reference in the current format, the spec of the name
+// The folder as the reply's item: a reference in the current format, a record naming the file
 // inside it in the older one.
 StatusCode MakeItem(const TKelNode& folder, const TStringRef& name, FourCharCode format,
                     BEDesc& item) {

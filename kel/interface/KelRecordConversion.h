@@ -16,8 +16,8 @@ void ReleaseConvertedDialogOptions(KelDialogCreationOptions* options);
 // item naming saveFileName (or nothing) inside it; other items stay. The first failure's status.
 StatusCode ConvertReply(KelReplyRecord* reply);
 
-// The older record's spec of name (nil: nothing) inside folder, the name in UTF-8 cut between
-// characters to what the spec holds.
+// The older record naming name (nil: nothing) inside folder, the name in UTF-8 cut between
+// characters to what the record holds.
 StatusCode MakeChildSpec(const BFRef& folder, BCStringRef name, BFSpec& spec);
 
 // Puts the file on the application registry's recent documents.
