@@ -124,7 +124,10 @@ TEST_F(TBrowseDialogSearchTest, EachKeyRestartsThePauseAndOneSearchTakesTheWhole
 }
 
 TEST_F(TBrowseDialogSearchTest, TheCancelMarkDropsAPendingSearchAndGoesBackToTheFolder) {
-    WithModelessDialog(tree, [&](TBrowseDialog& dialog) {
+    WithModelessDialog(tree / "other", [&](TBrowseDialog& dialog) {
+        // With a place to go back to, a cancel that has no search to leave still stays.
+        ASSERT_EQ(dialog.SetTargetCommand(NodeOf(tree), TKelNode()), noErr);
+        HeadlessDriver::RunUntilIdle();
         Type(dialog, "notes");
         ClickCancelMark(dialog); // before the pause ends: no search ever shows
         HeadlessDriver::RunFor(0.4);
