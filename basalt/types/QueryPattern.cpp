@@ -1,5 +1,6 @@
 #include "basalt/types/QueryPattern.h"
 
+#include <algorithm>
 #include <unicode/normalizer2.h>
 #include <unicode/uchar.h>
 #include <unicode/utf8.h>
@@ -85,9 +86,42 @@ void Decode(std::string_view utf8, std::vector<char32_t>& out) {
     out.resize(count);
 }
 
+bool IsAscii(std::string_view text) {
+    return std::all_of(text.begin(), text.end(),
+                       [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+}
+
+// Most names are ASCII: they fold one character for one, without decoding or the character
+// database, which is most of the cost of testing a name.
+void FoldAscii(std::string_view ascii, PatternModifiers modifiers, FoldedText& out) {
+    const size_t size = ascii.size();
+    out.text.resize(size);
+    out.wordStart.resize(size + 1);
+    out.wordEnd.resize(size + 1);
+    CharClass before = CharClass::Other;
+    CharClass at = size > 0 ? ClassOf(static_cast<char32_t>(ascii[0])) : CharClass::Other;
+    for (size_t i = 0; i < size; ++i) {
+        const auto c = static_cast<char32_t>(ascii[i]);
+        CharClass after =
+            i + 1 < size ? ClassOf(static_cast<char32_t>(ascii[i + 1])) : CharClass::Other;
+        bool starts = StartsWord(before, at, after);
+        out.wordStart[i] = starts;
+        out.wordEnd[i] = IsAlnum(before) && (starts || !IsAlnum(at));
+        out.text[i] = modifiers.ignoreCase ? FoldCase(c) : c;
+        before = at;
+        at = after;
+    }
+    out.wordStart[size] = false;
+    out.wordEnd[size] = IsAlnum(before);
+}
+
 } // namespace
 
 void FoldText(std::string_view utf8, PatternModifiers modifiers, FoldedText& out) {
+    if (IsAscii(utf8)) {
+        FoldAscii(utf8, modifiers, out);
+        return;
+    }
     Decode(utf8, out.original);
     out.text.clear();
     out.wordStart.clear();
@@ -129,6 +163,29 @@ QueryPattern::QueryPattern(const std::u32string& text, const std::vector<bool>& 
         FoldInto(text[i], modifiers,
                  [&](char32_t c) { tokens_.push_back(static_cast<int32_t>(c)); });
     }
+    auto wildcard = std::find_if(tokens_.begin(), tokens_.end(), [](int32_t t) { return t < 0; });
+    for (auto token = tokens_.begin(); token != wildcard; ++token)
+        literal_.push_back(static_cast<char32_t>(*token));
+    if (wildcard == tokens_.end())
+        shape_ = Shape::Literal;
+    else if (*wildcard == kAnyRun && wildcard + 1 == tokens_.end())
+        shape_ = Shape::Prefix;
+    else
+        shape_ = Shape::General;
+}
+
+bool QueryPattern::MatchesLiteralFrom(const FoldedText& folded, size_t start,
+                                      bool anyWordEnd) const {
+    const std::vector<char32_t>& subject = folded.text;
+    if (subject.size() - start < literal_.size() ||
+        !std::equal(literal_.begin(), literal_.end(), subject.begin() + std::ptrdiff_t(start)))
+        return false;
+    const size_t end = start + literal_.size();
+    if (shape_ == Shape::Literal)
+        return anyWordEnd ? folded.wordEnd[end] != 0 : end == subject.size();
+    // The star reaches every position from the end of the literal on.
+    return !anyWordEnd || std::find(folded.wordEnd.begin() + std::ptrdiff_t(end),
+                                    folded.wordEnd.end(), 1) != folded.wordEnd.end();
 }
 
 bool QueryPattern::MatchesFrom(Scratch& scratch, size_t start, bool anyWordEnd) const {
@@ -175,15 +232,19 @@ bool QueryPattern::Matches(std::string_view utf8) const {
     thread_local Scratch scratch;
     FoldText(utf8, modifiers_, scratch.folded);
     const FoldedText& folded = scratch.folded;
+    auto matchesFrom = [&](size_t start, bool anyWordEnd) {
+        return shape_ == Shape::General ? MatchesFrom(scratch, start, anyWordEnd)
+                                        : MatchesLiteralFrom(folded, start, anyWordEnd);
+    };
     if (!modifiers_.words)
-        return MatchesFrom(scratch, 0, false);
+        return matchesFrom(0, false);
     bool literalFirst = !tokens_.empty() && tokens_.front() >= 0;
     for (size_t start = 0; start < folded.text.size(); ++start) {
         if (!folded.wordStart[start])
             continue;
         if (literalFirst && folded.text[start] != static_cast<char32_t>(tokens_.front()))
             continue; // most words fail on their first character
-        if (MatchesFrom(scratch, start, true))
+        if (matchesFrom(start, true))
             return true;
     }
     return false;
