@@ -109,8 +109,9 @@ BCTypeRef RowValue(const std::string& attribute, NodeRef item) {
 
 class Walk {
 public:
-    Walk(std::shared_ptr<QueryState> state, std::shared_ptr<QueryRun> run)
-        : state_(std::move(state)), run_(std::move(run)), hits_(CopyNodeRef(state_->hits)) {}
+    Walk(std::shared_ptr<QueryState> state, std::shared_ptr<QueryRun> run, QueryWatch& watch)
+        : state_(std::move(state)), run_(std::move(run)), hits_(CopyNodeRef(state_->hits)),
+          watch_(watch) {}
 
     ~Walk() {
         ReleaseHits(found_);
@@ -354,7 +355,7 @@ private:
     std::deque<Folder> folders_;
     std::set<std::pair<uint64_t, uint64_t>> entered_;
     NodeHolder folderNode_;
-    QueryWatch watch_;
+    QueryWatch& watch_;
     std::unordered_set<NodeRef> hitItems_; // the items of this run's hits, counted
     std::vector<QueryHit> found_;
     std::vector<NodeRef> gone_; // counted; items whose hits are to be withdrawn
@@ -371,9 +372,15 @@ struct WalkStart {
 StatusCode RunWalk(void* parameter) {
     std::unique_ptr<WalkStart> start(static_cast<WalkStart*>(parameter));
     start->run->worker = std::this_thread::get_id();
-    Walk(start->state, start->run).Run();
-    start->run->MarkFinished();
-    start.reset();
+    {
+        // Closing the watch of a large tree keeps the kernel busy for tens of milliseconds:
+        // the run counts as finished before that, so a search that replaces this one need
+        // not wait for it.
+        QueryWatch watch;
+        Walk(start->state, start->run, watch).Run();
+        start->run->MarkFinished();
+        start.reset();
+    }
     gRunningWalks.fetch_sub(1);
     return noErr;
 }
