@@ -115,6 +115,33 @@ void FoldAscii(std::string_view ascii, PatternModifiers modifiers, FoldedText& o
     out.wordEnd[size] = IsAlnum(before);
 }
 
+// The characters of an ASCII name by class, for finding its words without folding it.
+class AsciiClasses {
+public:
+    explicit AsciiClasses(std::string_view ascii) : ascii_(ascii) {}
+    // Other before the start and after the end, as the folded text has it.
+    CharClass At(ptrdiff_t i) const {
+        return i < 0 || i >= ptrdiff_t(ascii_.size())
+                   ? CharClass::Other
+                   : ClassOf(static_cast<char32_t>(ascii_[size_t(i)]));
+    }
+    bool WordStart(ptrdiff_t i) const { return StartsWord(At(i - 1), At(i), At(i + 1)); }
+    bool WordEnd(ptrdiff_t i) const {
+        CharClass before = At(i - 1);
+        return IsAlnum(before) && (StartsWord(before, At(i), At(i + 1)) || !IsAlnum(At(i)));
+    }
+    bool AnyWordEndFrom(ptrdiff_t i) const {
+        for (; i <= ptrdiff_t(ascii_.size()); ++i) {
+            if (WordEnd(i))
+                return true;
+        }
+        return false;
+    }
+
+private:
+    std::string_view ascii_;
+};
+
 } // namespace
 
 void FoldText(std::string_view utf8, PatternModifiers modifiers, FoldedText& out) {
@@ -172,6 +199,34 @@ QueryPattern::QueryPattern(const std::u32string& text, const std::vector<bool>& 
         shape_ = Shape::Prefix;
     else
         shape_ = Shape::General;
+    asciiLiteral_ =
+        std::all_of(literal_.begin(), literal_.end(), [](char32_t c) { return c < 0x80; });
+}
+
+bool QueryPattern::MatchesAscii(std::string_view ascii) const {
+    const size_t size = ascii.size(), length = literal_.size();
+    auto literalAt = [&](size_t start) {
+        if (size - start < length)
+            return false;
+        for (size_t i = 0; i < length; ++i) {
+            auto c = static_cast<char32_t>(ascii[start + i]);
+            if ((modifiers_.ignoreCase ? FoldCase(c) : c) != literal_[i])
+                return false;
+        }
+        return true;
+    };
+    if (!modifiers_.words)
+        return literalAt(0) && (shape_ == Shape::Prefix || size == length);
+    const AsciiClasses classes(ascii);
+    for (size_t start = 0; start < size; ++start) {
+        if (!classes.WordStart(ptrdiff_t(start)) || !literalAt(start))
+            continue;
+        const size_t end = start + length;
+        if (shape_ == Shape::Literal ? classes.WordEnd(ptrdiff_t(end))
+                                     : classes.AnyWordEndFrom(ptrdiff_t(end)))
+            return true;
+    }
+    return false;
 }
 
 bool QueryPattern::MatchesLiteralFrom(const FoldedText& folded, size_t start,
@@ -228,7 +283,10 @@ bool QueryPattern::MatchesFrom(Scratch& scratch, size_t start, bool anyWordEnd) 
 }
 
 bool QueryPattern::Matches(std::string_view utf8) const {
-    // Names are tested by the hundred thousand: the buffers are kept between calls.
+    // Names are tested by the hundred thousand: the common case folds nothing, and the
+    // buffers of the others are kept between calls.
+    if (shape_ != Shape::General && asciiLiteral_ && !literal_.empty() && IsAscii(utf8))
+        return MatchesAscii(utf8);
     thread_local Scratch scratch;
     FoldText(utf8, modifiers_, scratch.folded);
     const FoldedText& folded = scratch.folded;

@@ -54,10 +54,13 @@ private:
     bool MatchesFrom(Scratch& scratch, size_t start, bool anyWordEnd) const;
     // The same for a Literal or Prefix pattern.
     bool MatchesLiteralFrom(const FoldedText& folded, size_t start, bool anyWordEnd) const;
+    // A Literal or Prefix pattern with a non-empty ASCII literal against an ASCII name.
+    bool MatchesAscii(std::string_view ascii) const;
 
     std::vector<int32_t> tokens_;
     std::u32string literal_; // the tokens before the first wildcard
     Shape shape_ = Shape::Literal;
+    bool asciiLiteral_ = true;
     PatternModifiers modifiers_;
     bool hasWildcards_ = false;
 };

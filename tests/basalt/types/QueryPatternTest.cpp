@@ -76,9 +76,9 @@ TEST(QueryPatternTest, AsciiNamesFindTheWordsOtherNamesDo) {
     const std::vector<QueryPattern> patterns = {
         Pattern(U"rep*", kTyped), Pattern(U"report", kTyped), Pattern(U"file", kTyped),
         Pattern(U"2024", kTyped), Pattern(U"*port", kTyped),  Pattern(U"an?ual*", kTyped)};
-    for (std::string name :
-         {"report.pdf", "Annual Report.pdf", "annual_report", "AnnualReport", "2024rep",
-          "HTMLReport", "HTMLFile", "HTMLREP", "prepare", "x2024y", "", "  report  "}) {
+    for (std::string name : {"report.pdf", "Annual Report.pdf", "annual_report", "AnnualReport",
+                             "2024rep", "HTMLReport", "HTMLFile", "HTMLREP", "prepare", "x2024y",
+                             "reporting", "Report2024", "", "  report  "}) {
         for (const QueryPattern& pattern : patterns)
             EXPECT_EQ(pattern.Matches(name), pattern.Matches("\u00b7" + name)) << name;
     }
