@@ -24,6 +24,7 @@
 #include "basalt/types/MimeDatabase.h"
 
 #include <chrono>
+#include <cstring>
 #include <deque>
 #include <dirent.h>
 #include <set>
@@ -250,29 +251,52 @@ private:
         return fd;
     }
 
+    // Reads the whole folder into entries_; true if it lists a ".hidden".
+    bool ReadEntries(int folder) {
+        constexpr size_t kChunk = 32 * 1024;
+        size_t used = 0;
+        bool listsHidden = false;
+        for (;;) {
+            if (entries_.size() < used + kChunk)
+                entries_.resize(used + kChunk);
+            long got = ::syscall(SYS_getdents64, folder, entries_.data() + used, kChunk);
+            if (got <= 0)
+                break;
+            for (long at = 0; at < got && !listsHidden;) {
+                auto* entry = reinterpret_cast<LinuxDirent64*>(entries_.data() + used + at);
+                listsHidden = std::strcmp(entry->d_name, ".hidden") == 0;
+                at += entry->d_reclen;
+            }
+            used += size_t(got);
+        }
+        entriesUsed_ = used;
+        return listsHidden;
+    }
+
     void WalkFolder(const Folder& folder) {
         uint64_t device = 0;
         files::UniqueFd fd = Enter(folder, device);
         if (!fd.Valid())
             return;
-        std::unordered_set<std::string> hidden = HiddenNames(fd.Get());
+        // Few folders have a ".hidden": looking for it in the listing spares an open of a
+        // missing file in all the others.
+        std::unordered_set<std::string> hidden;
+        if (ReadEntries(fd.Get()))
+            hidden = HiddenNames(fd.Get());
         folderNode_ = NodeHolder();
-        alignas(LinuxDirent64) char buffer[32 * 1024];
         int sinceCheck = 0;
-        for (long got; (got = ::syscall(SYS_getdents64, fd.Get(), buffer, sizeof buffer)) > 0;) {
-            for (long at = 0; at < got;) {
-                auto* entry = reinterpret_cast<LinuxDirent64*>(buffer + at);
-                at += entry->d_reclen;
-                std::string_view name = entry->d_name;
-                if (name.front() == '.' || (!hidden.empty() && hidden.count(std::string(name))))
-                    continue;
-                Consider(folder.path, fd.Get(), device, name, KindOfDirentType(entry->d_type));
-                if (++sinceCheck == kCheckEvery) {
-                    sinceCheck = 0;
-                    if (Stopped())
-                        return;
-                    Deliver(false);
-                }
+        for (size_t at = 0; at < entriesUsed_;) {
+            auto* entry = reinterpret_cast<LinuxDirent64*>(entries_.data() + at);
+            at += entry->d_reclen;
+            std::string_view name = entry->d_name;
+            if (name.front() == '.' || (!hidden.empty() && hidden.count(std::string(name))))
+                continue;
+            Consider(folder.path, fd.Get(), device, name, KindOfDirentType(entry->d_type));
+            if (++sinceCheck == kCheckEvery) {
+                sinceCheck = 0;
+                if (Stopped())
+                    return;
+                Deliver(false);
             }
         }
     }
@@ -353,6 +377,8 @@ private:
     std::shared_ptr<QueryRun> run_;
     NodeHolder hits_; // keeps the container alive while hits are made for it
     std::deque<Folder> folders_;
+    std::vector<char> entries_; // the records of the folder being walked, kept between folders
+    size_t entriesUsed_ = 0;
     std::set<std::pair<uint64_t, uint64_t>> entered_;
     NodeHolder folderNode_;
     QueryWatch& watch_;
