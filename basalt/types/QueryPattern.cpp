@@ -10,7 +10,7 @@ namespace {
 
 enum class CharClass : uint8_t { Other, Lower, Upper, Digit };
 
-CharClass ClassOf(char32_t c) {
+inline CharClass ClassOf(char32_t c) {
     if (c < 0x80) {
         if (c >= 'a' && c <= 'z')
             return CharClass::Lower;
@@ -206,8 +206,6 @@ QueryPattern::QueryPattern(const std::u32string& text, const std::vector<bool>& 
 bool QueryPattern::MatchesAscii(std::string_view ascii) const {
     const size_t size = ascii.size(), length = literal_.size();
     auto literalAt = [&](size_t start) {
-        if (size - start < length)
-            return false;
         for (size_t i = 0; i < length; ++i) {
             auto c = static_cast<char32_t>(ascii[start + i]);
             if ((modifiers_.ignoreCase ? FoldCase(c) : c) != literal_[i])
@@ -216,10 +214,11 @@ bool QueryPattern::MatchesAscii(std::string_view ascii) const {
         return true;
     };
     if (!modifiers_.words)
-        return literalAt(0) && (shape_ == Shape::Prefix || size == length);
+        return size >= length && literalAt(0) && (shape_ == Shape::Prefix || size == length);
     const AsciiClasses classes(ascii);
-    for (size_t start = 0; start < size; ++start) {
-        if (!classes.WordStart(ptrdiff_t(start)) || !literalAt(start))
+    for (size_t start = 0; start + length <= size; ++start) {
+        // The first character rules out most places before their class is looked at.
+        if (!literalAt(start) || !classes.WordStart(ptrdiff_t(start)))
             continue;
         const size_t end = start + length;
         if (shape_ == Shape::Literal ? classes.WordEnd(ptrdiff_t(end))
