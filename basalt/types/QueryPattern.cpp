@@ -91,30 +91,6 @@ bool IsAscii(std::string_view text) {
                        [](char c) { return static_cast<unsigned char>(c) < 0x80; });
 }
 
-// Most names are ASCII: they fold one character for one, without decoding or the character
-// database, which is most of the cost of testing a name.
-void FoldAscii(std::string_view ascii, PatternModifiers modifiers, FoldedText& out) {
-    const size_t size = ascii.size();
-    out.text.resize(size);
-    out.wordStart.resize(size + 1);
-    out.wordEnd.resize(size + 1);
-    CharClass before = CharClass::Other;
-    CharClass at = size > 0 ? ClassOf(static_cast<char32_t>(ascii[0])) : CharClass::Other;
-    for (size_t i = 0; i < size; ++i) {
-        const auto c = static_cast<char32_t>(ascii[i]);
-        CharClass after =
-            i + 1 < size ? ClassOf(static_cast<char32_t>(ascii[i + 1])) : CharClass::Other;
-        bool starts = StartsWord(before, at, after);
-        out.wordStart[i] = starts;
-        out.wordEnd[i] = IsAlnum(before) && (starts || !IsAlnum(at));
-        out.text[i] = modifiers.ignoreCase ? FoldCase(c) : c;
-        before = at;
-        at = after;
-    }
-    out.wordStart[size] = false;
-    out.wordEnd[size] = IsAlnum(before);
-}
-
 // The characters of an ASCII name by class, for finding its words without folding it.
 class AsciiClasses {
 public:
@@ -141,6 +117,24 @@ public:
 private:
     std::string_view ascii_;
 };
+
+// Most names are ASCII: they fold one character for one, without decoding or the character
+// database, which is most of the cost of testing a name.
+void FoldAscii(std::string_view ascii, PatternModifiers modifiers, FoldedText& out) {
+    const size_t size = ascii.size();
+    const AsciiClasses classes(ascii);
+    out.text.resize(size);
+    out.wordStart.resize(size + 1);
+    out.wordEnd.resize(size + 1);
+    for (size_t i = 0; i <= size; ++i) {
+        out.wordStart[i] = i < size && classes.WordStart(ptrdiff_t(i));
+        out.wordEnd[i] = classes.WordEnd(ptrdiff_t(i));
+    }
+    for (size_t i = 0; i < size; ++i) {
+        const auto c = static_cast<char32_t>(ascii[i]);
+        out.text[i] = modifiers.ignoreCase ? FoldCase(c) : c;
+    }
+}
 
 } // namespace
 
