@@ -58,16 +58,21 @@ public:
             return "inode/directory";
         case NodeKind::Symlink:
             return "inode/symlink";
-        default: {
-            std::string type = types::MimeDatabase::Shared().TypeForName(name_);
-            return type.empty() ? "application/octet-stream" : type;
-        }
+        default:
+            // A hit is tested against each excluded type in turn: one lookup serves them all.
+            if (type_.empty()) {
+                type_ = types::MimeDatabase::Shared().TypeForName(name_);
+                if (type_.empty())
+                    type_ = "application/octet-stream";
+            }
+            return type_;
         }
     }
 
 private:
     std::string_view name_;
     NodeKind kind_;
+    mutable std::string type_;
 };
 
 std::unordered_set<std::string> HiddenNames(int folder) {
