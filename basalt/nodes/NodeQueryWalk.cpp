@@ -256,12 +256,17 @@ private:
         return fd;
     }
 
-    // Reads the whole folder into entries_; true if it lists a ".hidden".
+    // Reads the whole folder into entries_; true if it lists a ".hidden". Nothing is read
+    // once the walk is stopped.
     bool ReadEntries(int folder) {
         constexpr size_t kChunk = 32 * 1024;
+        constexpr size_t kMostKept = 1024 * 1024;
+        if (entries_.size() > kMostKept)
+            entries_ = {}; // grown for a very large folder, which the next one seldom is
         size_t used = 0;
         bool listsHidden = false;
-        for (;;) {
+        entriesUsed_ = 0;
+        while (!Stopped()) {
             if (entries_.size() < used + kChunk)
                 entries_.resize(used + kChunk);
             long got = ::syscall(SYS_getdents64, folder, entries_.data() + used, kChunk);
@@ -273,8 +278,8 @@ private:
                 at += entry->d_reclen;
             }
             used += size_t(got);
+            entriesUsed_ = used;
         }
-        entriesUsed_ = used;
         return listsHidden;
     }
 
