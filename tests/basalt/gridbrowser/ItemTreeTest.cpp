@@ -105,6 +105,31 @@ TEST(ItemTreeTest, RemovingNothingNamedEmptiesTheContainerAndIgnoresStrangers) {
     EXPECT_FALSE(tree.IsListed(1));
 }
 
+// A search's population: every row named and removed, then the new hits in their order.
+TEST(ItemTreeTest, ReplacingEveryRowOfAPresortedContainerTakesTheNewOrder) {
+    ItemTree tree;
+    tree.Open(100);
+    tree.Open(200);
+    auto old = V({9, 3, 12});
+    auto other = V({7});
+    tree.Add(100, old, true, kById);
+    tree.Add(200, other, false, kById);
+    tree.Open(3);
+    auto inside = V({31});
+    tree.Add(3, inside, false, kById);
+
+    auto named = V({12, 3, 7, 9, 3});
+    EXPECT_EQ(tree.Remove(100, named), V({3}));
+    EXPECT_TRUE(tree.Children(100).empty());
+    EXPECT_FALSE(tree.IsListed(31));
+    EXPECT_EQ(tree.ContainerOf(7), 200u) << "a row of another container stays";
+
+    auto fresh = V({12, 5, 9});
+    tree.Add(100, fresh, true, kById);
+    EXPECT_EQ(tree.Children(100), V({12, 5, 9}));
+    EXPECT_EQ(tree.ContainerOf(5), 100u);
+}
+
 TEST(ItemTreeTest, ResortMovesAChangedRowToItsNewPlace) {
     ItemTree tree;
     tree.Open(100);
