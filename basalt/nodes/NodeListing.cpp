@@ -9,6 +9,8 @@
 #include <algorithm>
 #include <cerrno>
 #include <dirent.h>
+#include <functional>
+#include <iterator>
 #include <memory>
 #include <sys/syscall.h>
 
@@ -41,20 +43,35 @@ std::vector<NodeRef> VolumeAliases() {
     return aliases;
 }
 
-StatusCode ListFolder(NodeRef folder, std::vector<NodeRef>& children) {
-    std::vector<NodeEntry> entries;
-    if (StatusCode status = ReadFolderEntries(PathOf(folder), entries))
-        return status;
-    if (folder == Special().boot) {
+// Each getdents64 buffer is interned and handed to `keys` as it comes, so that its sort keys
+// are made while the rest of a large folder is read.
+StatusCode ListFolder(NodeRef folder, std::vector<NodeRef>& children, DisplaySortKeyMaker* keys) {
+    const bool boot = folder == Special().boot;
+    std::vector<NodeRef> listed;
+    StatusCode status = ReadFolderEntryBatches(PathOf(folder), [&](std::vector<NodeEntry>& batch) {
         // The virtual folders stand in for any real ones of the same name. Volumes is reached
         // by name only, for text paths: listed, it would show up in "/" for anyone who shows
         // invisible files.
-        std::erase_if(
-            entries, [](const NodeEntry& e) { return e.name == "Network" || e.name == "Volumes"; });
-        children.push_back(CopyNodeRef(Special().network));
+        if (boot) {
+            std::erase_if(batch, [](const NodeEntry& e) {
+                return e.name == "Network" || e.name == "Volumes";
+            });
+        }
+        std::vector<NodeRef> nodes = InternAll(folder, std::move(batch));
+        if (keys != nullptr)
+            keys->Add(nodes);
+        listed.insert(listed.end(), nodes.begin(), nodes.end());
+    });
+    if (status != noErr) {
+        // The keys being made still read these nodes.
+        if (keys != nullptr)
+            keys->Finish();
+        ReleaseAll(listed);
+        return status;
     }
-    std::vector<NodeRef> nodes = InternAll(folder, std::move(entries));
-    children.insert(children.end(), nodes.begin(), nodes.end());
+    if (boot)
+        children.push_back(CopyNodeRef(Special().network));
+    children.insert(children.end(), listed.begin(), listed.end());
     return noErr;
 }
 
@@ -75,7 +92,8 @@ NodeKind KindOfDirentType(unsigned char type) {
     }
 }
 
-StatusCode ReadFolderEntries(const std::string& path, std::vector<NodeEntry>& entries) {
+StatusCode ReadFolderEntryBatches(const std::string& path,
+                                  const std::function<void(std::vector<NodeEntry>&)>& take) {
     files::UniqueFd fd = files::OpenPath(path, O_RDONLY | O_DIRECTORY);
     if (!fd.Valid())
         return StatusForErrno(errno);
@@ -86,18 +104,27 @@ StatusCode ReadFolderEntries(const std::string& path, std::vector<NodeEntry>& en
             return StatusForErrno(errno);
         if (got == 0)
             break;
+        std::vector<NodeEntry> batch;
         for (long at = 0; at < got;) {
             auto* entry = reinterpret_cast<LinuxDirent64*>(buffer + at);
             at += entry->d_reclen;
             std::string_view name = entry->d_name;
             if (name != "." && name != "..")
-                entries.push_back({std::string(name), KindOfDirentType(entry->d_type)});
+                batch.push_back({std::string(name), KindOfDirentType(entry->d_type)});
         }
+        take(batch);
     }
     return noErr;
 }
 
-StatusCode ListChildren(NodeRef container, std::vector<NodeRef>& children) {
+StatusCode ReadFolderEntries(const std::string& path, std::vector<NodeEntry>& entries) {
+    return ReadFolderEntryBatches(path, [&](std::vector<NodeEntry>& batch) {
+        std::move(batch.begin(), batch.end(), std::back_inserter(entries));
+    });
+}
+
+StatusCode ListChildren(NodeRef container, std::vector<NodeRef>& children,
+                        DisplaySortKeyMaker* keys) {
     if (container == nullptr)
         return paramErr;
     switch (container->kind.load()) {
@@ -118,14 +145,14 @@ StatusCode ListChildren(NodeRef container, std::vector<NodeRef>& children) {
         return noErr;
     case NodeKind::VolumeAlias:
         if (NodeRef volume = container->aliasTarget.load())
-            return ListChildren(volume, children);
+            return ListChildren(volume, children, keys);
         return fnfErr;
     default:
         break;
     }
     if (SettledKind(container) != NodeKind::Folder)
         return kNodeNotContainerErr;
-    return ListFolder(container, children);
+    return ListFolder(container, children, keys);
 }
 
 void ReleaseAll(std::vector<NodeRef>& nodes) {
@@ -147,9 +174,13 @@ StatusCode NewNodeIterator(NodeRef container, NodeIteratorRef* iterator, uint32_
     if (iterator == nullptr)
         return paramErr;
     auto made = std::make_unique<OpaqueNodeIterator>();
-    if (StatusCode status = ListChildren(container, made->children))
+    DisplaySortKeyMaker keys;
+    if (StatusCode status = ListChildren(container, made->children, &keys))
         return status;
-    PrepareDisplaySortKeys(made->children);
+    // A folder hands its nodes over as they are read; any other listing comes whole.
+    if (keys.Count() == 0)
+        keys.Add(made->children);
+    keys.Finish();
     *iterator = made.release();
     return noErr;
 }

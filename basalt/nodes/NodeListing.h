@@ -4,6 +4,7 @@
 
 #include "basalt/nodes/NodeTable.h"
 
+#include <functional>
 #include <vector>
 
 namespace basalt::nodes {
@@ -19,9 +20,16 @@ struct LinuxDirent64 {
 // The kind a d_type names; Unknown when the file system did not say.
 NodeKind KindOfDirentType(unsigned char type);
 
-StatusCode ListChildren(NodeRef container, std::vector<NodeRef>& children);
+class DisplaySortKeyMaker;
+
+// With `keys`, the children are handed to it as they are listed.
+StatusCode ListChildren(NodeRef container, std::vector<NodeRef>& children,
+                        DisplaySortKeyMaker* keys = nullptr);
 // The entries of a folder by getdents64 alone, in the file system's order.
 StatusCode ReadFolderEntries(const std::string& path, std::vector<NodeEntry>& entries);
+// The same, a getdents64 buffer at a time.
+StatusCode ReadFolderEntryBatches(const std::string& path,
+                                  const std::function<void(std::vector<NodeEntry>&)>& take);
 // The children of the virtual nodes 11 and 12.
 std::vector<NodeRef> SidebarChildren(NodeRef sidebar);
 void ReleaseAll(std::vector<NodeRef>& nodes);

@@ -3,10 +3,13 @@
 #include "NodeTestSupport.h"
 #include "tests/support/TestEnvironment.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <mutex>
 #include <optional>
+#include <sys/resource.h>
 #include <sys/xattr.h>
+#include <unistd.h>
 
 using namespace nodetest;
 using basalt::nodes::kParallelSortKeysFrom;
@@ -85,6 +88,41 @@ TEST(NodeSortKeysTest, KeysMadeAheadHonourHiddenExtensions) {
         GetNodePropertyAsInt16(child.get(), NodeCode("labl"), &label, 0);
         EXPECT_EQ(label, isHidden ? 3 : 0) << child.get()->name;
     }
+}
+
+// procfs keeps no user attributes: its large folders list whole, every key made ahead and each
+// the same as the one made when asked. A process's descriptor folder is large once it holds
+// enough descriptors.
+TEST(NodeSortKeysTest, FolderWithoutUserAttributesListsWhole) {
+    const size_t wanted = kParallelSortKeysFrom + 50;
+    rlimit limit{};
+    ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &limit), 0);
+    ASSERT_GE(limit.rlim_max, wanted + 100) << "too few descriptors allowed for this test";
+    const rlimit old = limit;
+    limit.rlim_cur = std::max<rlim_t>(limit.rlim_cur, wanted + 100);
+    ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &limit), 0);
+    std::vector<int> opened;
+    for (size_t index = 0; index < wanted; ++index)
+        opened.push_back(::open("/dev/null", O_RDONLY | O_CLOEXEC));
+    {
+        Held folder = NodeAt("/proc/" + std::to_string(::getpid()) + "/fd");
+        std::vector<Held> children = Children(folder.get());
+        EXPECT_GE(children.size(), wanted);
+        size_t prepared = 0;
+        for (const Held& child : children) {
+            std::optional<std::vector<uint8_t>> key = PreparedKey(child.get());
+            if (!key)
+                continue;
+            ++prepared;
+            EXPECT_EQ(*key, FreshKey(child.get())) << child.get()->name;
+        }
+        EXPECT_EQ(prepared, children.size());
+        EXPECT_EQ(StringProperty(children.back().get(), "dnam"),
+                  basalt::files::DecodeName(children.back().get()->name));
+    }
+    for (int fd : opened)
+        ::close(fd);
+    ::setrlimit(RLIMIT_NOFILE, &old);
 }
 
 TEST(NodeSortKeysTest, SmallListingLeavesKeysToBeAskedFor) {
