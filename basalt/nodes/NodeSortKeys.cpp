@@ -14,19 +14,33 @@ namespace basalt::nodes {
 namespace {
 
 constexpr unsigned kMostThreads = 4;
-// Small enough that the threads finish close together, large enough that opening the folder
-// once per batch costs nothing worth measuring.
+// Small enough that the threads finish close together, large enough that handing a batch
+// over costs nothing worth measuring.
 constexpr size_t kBatch = 512;
 
-void MakeKeys(const std::vector<NodeRef>& nodes) {
+// A thread reads attributes through the folder of the batch in hand, opened again only when a
+// batch comes from another folder (a listing's batches all share one).
+class KeyThread {
+public:
     // A name whose extension may be hidden needs the file's attributes: read from the folder.
-    FolderAttributeScope scope(nodes.front()->parent);
-    for (NodeRef node : nodes) {
-        const uint8_t* key = nullptr;
-        BCIndex length = 0;
-        NodeGetSortKey(node, NodeCode("dnam"), &key, &length);
+    void MakeKeys(const std::vector<NodeRef>& nodes) {
+        NodeRef folder = nodes.front()->parent;
+        if (!scope || folder != scopeFolder) {
+            scope.reset();
+            scope.emplace(folder);
+            scopeFolder = folder;
+        }
+        for (NodeRef node : nodes) {
+            const uint8_t* key = nullptr;
+            BCIndex length = 0;
+            NodeGetSortKey(node, NodeCode("dnam"), &key, &length);
+        }
     }
-}
+
+private:
+    std::optional<FolderAttributeScope> scope;
+    NodeRef scopeFolder = nullptr;
+};
 
 } // namespace
 
@@ -48,9 +62,11 @@ struct DisplaySortKeyMaker::Queue {
         return batch;
     }
 
-    void Work() {
-        while (std::optional<std::vector<NodeRef>> batch = Take(true))
-            MakeKeys(*batch);
+    // Makes keys until the queue is empty; with `wait`, until it is also closed.
+    void Work(bool wait) {
+        KeyThread thread;
+        while (std::optional<std::vector<NodeRef>> batch = Take(wait))
+            thread.MakeKeys(*batch);
     }
 };
 
@@ -80,7 +96,7 @@ void DisplaySortKeyMaker::StartWorkers() {
     const unsigned threads = std::clamp(std::thread::hardware_concurrency(), 1u, kMostThreads);
     for (unsigned started = 1; started < threads; ++started) {
         try {
-            workers.emplace_back([queue = queue.get()] { queue->Work(); });
+            workers.emplace_back([queue = queue.get()] { queue->Work(true); });
         } catch (const std::system_error&) {
             break; // Finish makes the keys here instead.
         }
@@ -95,8 +111,7 @@ void DisplaySortKeyMaker::Finish() {
             queue->batches.clear();
     }
     queue->changed.notify_all();
-    while (std::optional<std::vector<NodeRef>> batch = queue->Take(false))
-        MakeKeys(*batch);
+    queue->Work(false);
     workers.clear();
 }
 
