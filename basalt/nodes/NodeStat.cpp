@@ -64,11 +64,10 @@ std::atomic<bool> gListXattrAtMissing{false};
 // done, and then the path does it.
 std::optional<std::string> ListXattrsInFolder(NodeRef node) {
     const AttributeFolder& at = tAttributeFolder;
-    if (at.folder == nullptr || node->parent != at.folder || !at.fd.Valid())
-        return std::nullopt;
-    if (!at.keepsUserAttributes)
+    if (at.folder != nullptr && node->parent == at.folder && !at.keepsUserAttributes)
         return std::string();
-    if (gListXattrAtMissing.load(std::memory_order_relaxed))
+    if (at.folder == nullptr || node->parent != at.folder || !at.fd.Valid() ||
+        gListXattrAtMissing.load(std::memory_order_relaxed))
         return std::nullopt;
     char buffer[4096];
     long size = ::syscall(kListXattrAt, at.fd.Get(), node->name.c_str(), AT_SYMLINK_NOFOLLOW,

@@ -114,13 +114,13 @@ bool HasPlainKey(const NodeSortRow& row) {
     return row.facts.valid && !row.facts.queryHit && row.facts.displayKey != nullptr;
 }
 
+// Keys end in their only zero byte, which no other key's byte matches.
 size_t SharedKeyPrefix(std::span<const NodeSortRow> rows) {
-    const NodeSortFacts& first = rows.front().facts;
-    size_t shared = first.keyLength;
+    const uint8_t* first = rows.front().facts.displayKey;
+    size_t shared = std::strlen(reinterpret_cast<const char*>(first));
     for (const NodeSortRow& row : rows) {
-        shared = std::min<size_t>(shared, row.facts.keyLength);
         size_t at = 0;
-        while (at < shared && row.facts.displayKey[at] == first.displayKey[at]) {
+        while (at < shared && row.facts.displayKey[at] == first[at]) {
             ++at;
         }
         shared = at;
@@ -130,10 +130,12 @@ size_t SharedKeyPrefix(std::span<const NodeSortRow> rows) {
 
 // A key that ends within the eight bytes reads as zeros there, which keeps it ahead of the
 // longer keys it begins, as the full comparison puts it.
-uint64_t WordAt(const NodeSortFacts& facts, size_t from) {
+uint64_t WordAt(const uint8_t* key, size_t from) {
     uint64_t word = 0;
+    bool ended = false;
     for (size_t at = from; at < from + 8; ++at) {
-        word = word << 8 | (at < facts.keyLength ? facts.displayKey[at] : 0);
+        ended = ended || key[at] == 0;
+        word = word << 8 | (ended ? 0 : key[at]);
     }
     return word;
 }
@@ -143,7 +145,7 @@ void SortByKeyWords(std::span<NodeSortRow> rows, bool decreasing) {
     std::vector<KeyedRow> keyed;
     keyed.reserve(rows.size());
     for (size_t index = 0; index < rows.size(); ++index) {
-        keyed.push_back({WordAt(rows[index].facts, shared), uint32_t(index)});
+        keyed.push_back({WordAt(rows[index].facts.displayKey, shared), uint32_t(index)});
     }
     auto precedes = [&](const KeyedRow& a, const KeyedRow& b) {
         if (a.word != b.word) {

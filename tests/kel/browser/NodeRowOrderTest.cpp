@@ -11,6 +11,7 @@ using Key = std::vector<uint8_t>;
 
 // Keys like those of one folder: a long shared start, then short and long tails, some of
 // them the beginning of others, some alike for more than eight bytes past the shared start.
+// Like the collator's, each ends in its only zero byte.
 std::vector<Key> FolderKeys() {
     std::mt19937 random(7);
     const Key start{0x2F, 0x45, 0x41, 0x39, 0x33, 0x41, 0x05, 0x01, 0x2C, 0x51};
@@ -25,7 +26,11 @@ std::vector<Key> FolderKeys() {
         keys.insert(key);
     }
     keys.insert(start);
-    std::vector<Key> shuffled(keys.begin(), keys.end());
+    std::vector<Key> shuffled;
+    for (Key key : keys) {
+        key.push_back(0);
+        shuffled.push_back(key);
+    }
     std::shuffle(shuffled.begin(), shuffled.end(), random);
     return shuffled;
 }
