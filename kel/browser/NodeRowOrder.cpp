@@ -147,11 +147,15 @@ void SortByKeyWords(std::span<NodeSortRow> rows, bool decreasing) {
     for (size_t index = 0; index < rows.size(); ++index) {
         keyed.push_back({WordAt(rows[index].facts.displayKey, shared), uint32_t(index)});
     }
+    auto tail = [&](const KeyedRow& row) {
+        return reinterpret_cast<const char*>(rows[row.index].facts.displayKey + shared);
+    };
     auto precedes = [&](const KeyedRow& a, const KeyedRow& b) {
         if (a.word != b.word) {
             return a.word < b.word;
         }
-        return RowPrecedes(rows[a.index], rows[b.index], true);
+        const int order = std::strcmp(tail(a), tail(b));
+        return order != 0 ? order < 0 : RowPrecedes(rows[a.index], rows[b.index], true);
     };
     std::stable_sort(keyed.begin(), keyed.end(), [&](const KeyedRow& a, const KeyedRow& b) {
         return decreasing ? precedes(b, a) : precedes(a, b);

@@ -54,7 +54,7 @@ void ExpectEveryKeyMadeAhead(const std::vector<Held>& children) {
         if (!key)
             continue;
         ++prepared;
-        EXPECT_EQ(*key, FreshKey(child.get())) << child.get()->name;
+        EXPECT_EQ(*key, FreshKey(child.get())) << "a key belongs to another node";
     }
     EXPECT_EQ(prepared, children.size());
 }
@@ -115,7 +115,7 @@ TEST(NodeSortKeysTest, FolderWithoutUserAttributesListsWhole) {
         EXPECT_GE(children.size(), wanted);
         ExpectEveryKeyMadeAhead(children);
         EXPECT_EQ(StringProperty(children.back().get(), "dnam"),
-                  basalt::files::DecodeName(children.back().get()->name));
+                  StringProperty(children.back().get(), "pnam"));
     }
     for (int fd : opened)
         ::close(fd);
