@@ -9,13 +9,15 @@
 #include <algorithm>
 #include <cerrno>
 #include <dirent.h>
-#include <functional>
 #include <iterator>
 #include <memory>
 #include <sys/syscall.h>
 
 namespace basalt::nodes {
 namespace {
+
+// Enough for the key threads to start on while the rest of a large folder is interned.
+constexpr size_t kFirstPart = 2 * kParallelSortKeysFrom;
 
 StatusCode StatusForErrno(int error) {
     switch (error) {
@@ -43,35 +45,31 @@ std::vector<NodeRef> VolumeAliases() {
     return aliases;
 }
 
-// Each getdents64 buffer is interned and handed to `keys` as it comes, so that its sort keys
-// are made while the rest of a large folder is read.
+// A large folder's first entries are interned and handed to `keys` on their own, so that
+// their sort keys are being made while the rest is interned in one go, which grows the intern
+// table once.
 StatusCode ListFolder(NodeRef folder, std::vector<NodeRef>& children, DisplaySortKeyMaker* keys) {
-    const bool boot = folder == Special().boot;
-    std::vector<NodeRef> listed;
-    StatusCode status = ReadFolderEntryBatches(PathOf(folder), [&](std::vector<NodeEntry>& batch) {
+    std::vector<NodeEntry> entries;
+    if (StatusCode status = ReadFolderEntries(PathOf(folder), entries))
+        return status;
+    if (folder == Special().boot) {
         // The virtual folders stand in for any real ones of the same name. Volumes is reached
         // by name only, for text paths: listed, it would show up in "/" for anyone who shows
         // invisible files.
-        if (boot) {
-            std::erase_if(batch, [](const NodeEntry& e) {
-                return e.name == "Network" || e.name == "Volumes";
-            });
-        }
-        std::vector<NodeRef> nodes = InternAll(folder, std::move(batch));
+        std::erase_if(
+            entries, [](const NodeEntry& e) { return e.name == "Network" || e.name == "Volumes"; });
+        children.push_back(CopyNodeRef(Special().network));
+    }
+    const auto split = entries.begin() + std::ptrdiff_t(std::min(entries.size(), kFirstPart));
+    std::vector<NodeEntry> rest(std::make_move_iterator(split),
+                                std::make_move_iterator(entries.end()));
+    entries.erase(split, entries.end());
+    for (std::vector<NodeEntry>* part : {&entries, &rest}) {
+        std::vector<NodeRef> nodes = InternAll(folder, std::move(*part));
         if (keys != nullptr)
             keys->Add(nodes);
-        listed.insert(listed.end(), nodes.begin(), nodes.end());
-    });
-    if (status != noErr) {
-        // The keys being made still read these nodes.
-        if (keys != nullptr)
-            keys->Finish();
-        ReleaseAll(listed);
-        return status;
+        children.insert(children.end(), nodes.begin(), nodes.end());
     }
-    if (boot)
-        children.push_back(CopyNodeRef(Special().network));
-    children.insert(children.end(), listed.begin(), listed.end());
     return noErr;
 }
 
@@ -92,8 +90,7 @@ NodeKind KindOfDirentType(unsigned char type) {
     }
 }
 
-StatusCode ReadFolderEntryBatches(const std::string& path,
-                                  const std::function<void(std::vector<NodeEntry>&)>& take) {
+StatusCode ReadFolderEntries(const std::string& path, std::vector<NodeEntry>& entries) {
     files::UniqueFd fd = files::OpenPath(path, O_RDONLY | O_DIRECTORY);
     if (!fd.Valid())
         return StatusForErrno(errno);
@@ -104,23 +101,15 @@ StatusCode ReadFolderEntryBatches(const std::string& path,
             return StatusForErrno(errno);
         if (got == 0)
             break;
-        std::vector<NodeEntry> batch;
         for (long at = 0; at < got;) {
             auto* entry = reinterpret_cast<LinuxDirent64*>(buffer + at);
             at += entry->d_reclen;
             std::string_view name = entry->d_name;
             if (name != "." && name != "..")
-                batch.push_back({std::string(name), KindOfDirentType(entry->d_type)});
+                entries.push_back({std::string(name), KindOfDirentType(entry->d_type)});
         }
-        take(batch);
     }
     return noErr;
-}
-
-StatusCode ReadFolderEntries(const std::string& path, std::vector<NodeEntry>& entries) {
-    return ReadFolderEntryBatches(path, [&](std::vector<NodeEntry>& batch) {
-        std::move(batch.begin(), batch.end(), std::back_inserter(entries));
-    });
 }
 
 StatusCode ListChildren(NodeRef container, std::vector<NodeRef>& children,
@@ -177,7 +166,7 @@ StatusCode NewNodeIterator(NodeRef container, NodeIteratorRef* iterator, uint32_
     DisplaySortKeyMaker keys;
     if (StatusCode status = ListChildren(container, made->children, &keys))
         return status;
-    // A folder hands its nodes over as they are read; any other listing comes whole.
+    // A folder hands its nodes over as they are interned; any other listing comes whole.
     if (keys.Count() == 0)
         keys.Add(made->children);
     keys.Finish();

@@ -4,7 +4,6 @@
 
 #include "basalt/nodes/NodeTable.h"
 
-#include <functional>
 #include <vector>
 
 namespace basalt::nodes {
@@ -27,9 +26,6 @@ StatusCode ListChildren(NodeRef container, std::vector<NodeRef>& children,
                         DisplaySortKeyMaker* keys = nullptr);
 // The entries of a folder by getdents64 alone, in the file system's order.
 StatusCode ReadFolderEntries(const std::string& path, std::vector<NodeEntry>& entries);
-// The same, a getdents64 buffer at a time.
-StatusCode ReadFolderEntryBatches(const std::string& path,
-                                  const std::function<void(std::vector<NodeEntry>&)>& take);
 // The children of the virtual nodes 11 and 12.
 std::vector<NodeRef> SidebarChildren(NodeRef sidebar);
 void ReleaseAll(std::vector<NodeRef>& nodes);
