@@ -60,9 +60,11 @@ void ExpectEveryKeyMadeAhead(const std::vector<Held>& children) {
 }
 
 TEST(NodeSortKeysTest, LargeListingHasEveryDisplayKeyMadeAhead) {
-    // Not a multiple of the worker count, so the last share is a short one.
-    std::vector<Held> children = ListFolderOf(kParallelSortKeysFrom + 3, "sortkeys-large");
-    ASSERT_EQ(children.size(), kParallelSortKeysFrom + 3);
+    // Large enough to be interned in two parts, and not a multiple of the batch size, so the
+    // last batch is a short one.
+    const size_t count = 2 * kParallelSortKeysFrom + 3;
+    std::vector<Held> children = ListFolderOf(count, "sortkeys-large");
+    ASSERT_EQ(children.size(), count);
     ExpectEveryKeyMadeAhead(children);
 }
 
