@@ -16,9 +16,9 @@ namespace basalt::nodes {
 constexpr size_t kParallelSortKeysFrom = 2048;
 
 // Computes and caches each node's "dnam" sort key, which a client sorting a large listing
-// asks for next. Nodes are handed over while the folder is still being read, so that the
-// attribute reads a key needs overlap the reading; Finish makes the rest on this thread too.
-// A listing smaller than kParallelSortKeysFrom is left alone.
+// asks for next. Nodes may be handed over in parts, so that the attribute reads the keys need
+// start while the listing goes on; Finish makes the rest on this thread too. A listing smaller
+// than kParallelSortKeysFrom is left alone.
 class DisplaySortKeyMaker {
 public:
     DisplaySortKeyMaker();
