@@ -127,7 +127,11 @@ void ItemTree::Sort(GridBrowserItemID container, const Less& less) {
     auto it = open_.find(container);
     if (it == open_.end() || it->second.presorted || !less)
         return;
-    std::stable_sort(it->second.children.begin(), it->second.children.end(), less);
+    // A new sort property often keeps the order (list view's name after column view's own):
+    // one pass over a large folder then spares a sort of it through the client's callback.
+    auto& children = it->second.children;
+    if (!std::is_sorted(children.begin(), children.end(), less))
+        std::stable_sort(children.begin(), children.end(), less);
 }
 
 void ItemTree::Resort(GridBrowserItemID container, std::span<const GridBrowserItemID> items,

@@ -29,9 +29,10 @@ TEST(ItemTreeTest, RowsGoToTheirPlacesWhetherAddedOneByOneOrInBulk) {
     EXPECT_EQ(tree.Add(200, single, false, kById), paramErr) << "a container not open";
 }
 
-// Rows that arrive in order are checked with one comparison each, not sorted again; equal rows
-// keep their arrival order either way, and later rows still merge into their places.
-TEST(ItemTreeTest, RowsAddedInOrderCostOneComparisonEachAndEqualRowsKeepTheirOrder) {
+// Rows that arrive in order, or are sorted again by an order they already follow (a switch of
+// view), are checked with one comparison each, not sorted again; equal rows keep their arrival
+// order either way, and later rows still merge into their places.
+TEST(ItemTreeTest, RowsInOrderCostOneComparisonEachAndEqualRowsKeepTheirOrder) {
     int comparisons = 0;
     const ItemTree::Less byTens = [&](GridBrowserItemID a, GridBrowserItemID b) {
         ++comparisons;
@@ -44,6 +45,10 @@ TEST(ItemTreeTest, RowsAddedInOrderCostOneComparisonEachAndEqualRowsKeepTheirOrd
         for (GridBrowserItemID unit = 10; unit-- > 0;)
             ordered.push_back(tens * 10 + unit);
     ASSERT_EQ(tree.Add(100, ordered, false, byTens), noErr);
+    EXPECT_EQ(comparisons, 999);
+    EXPECT_EQ(tree.Children(100), ordered);
+    comparisons = 0;
+    tree.Sort(100, byTens);
     EXPECT_EQ(comparisons, 999);
     EXPECT_EQ(tree.Children(100), ordered);
 
