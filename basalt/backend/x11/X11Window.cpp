@@ -173,26 +173,32 @@ void X11Window::SetModalProperties() {
 
 void X11Window::MoveOntoAMonitor() {
     PixelRect placed = PlaceOnNearestMonitor(geometry_, backend_.Monitors());
-    if (placed == geometry_)
-        return;
+    if (!(placed == geometry_))
+        MoveTo(placed);
+}
+
+// Goes somewhere the toolbox did not ask for; the toolbox learns the new place from its own
+// loop.
+void X11Window::MoveTo(const PixelRect& placed) {
     Rect bounds = ToPoints(placed);
     WindowRef ref = window_;
-    // The toolbox learns the new place from its own loop; the window moves from there.
     backend_.OnMainThread([ref, bounds] {
         if (auto* live = toolbox::windows::Live(ref))
             live->SetContentBounds(bounds);
     });
-    SetContentBounds(bounds);
+    Configure(placed);
 }
 
 void X11Window::SetVisible(bool visible) {
     xcb_connection_t* xcb = backend_.Connection().get();
     if (visible) {
+        shown_ = true;
         MoveOntoAMonitor();
         SetSizeHints(geometry_);
         SetModalProperties();
         xcb_map_window(xcb, id_);
     } else {
+        shown_ = false;
         xcb_unmap_window(xcb, id_);
     }
     xcb_flush(xcb);
@@ -206,8 +212,26 @@ void X11Window::SetTitle(const std::string& title) {
     xcb_flush(xcb);
 }
 
+// A shown window that grows, as a dialog does when it discloses more, stays whole on its
+// monitor rather than running off the bottom of the screen.
 void X11Window::SetContentBounds(const Rect& globalBounds) {
     PixelRect wanted = ToPixels(globalBounds);
+    PixelRect now;
+    {
+        std::lock_guard lock(mutex_);
+        now = geometry_;
+    }
+    if (shown_ && (wanted.width > now.width || wanted.height > now.height)) {
+        PixelRect kept = KeepWholeOnMonitor(wanted, backend_.Monitors());
+        if (!(kept == wanted)) {
+            MoveTo(kept);
+            return;
+        }
+    }
+    Configure(wanted);
+}
+
+void X11Window::Configure(const PixelRect& wanted) {
     ResizeBackBuffer(wanted.width, wanted.height);
     std::lock_guard lock(mutex_);
     if (wanted == geometry_)

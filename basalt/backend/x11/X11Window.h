@@ -47,6 +47,8 @@ private:
     void SetSizeHints(const PixelRect& geometry);
     void SetModalProperties();
     void MoveOntoAMonitor();
+    void MoveTo(const PixelRect& placed);
+    void Configure(const PixelRect& wanted);
     void ResizeBackBuffer(int width, int height);
     // Copies part of the front buffer onto the window; the caller holds mutex_.
     void CopyFrontLocked(int x, int y, int width, int height);
@@ -57,6 +59,7 @@ private:
     double scale_;
     xcb_window_t id_;
     cairo_surface_t* back_ = nullptr;
+    bool shown_ = false; // main thread only
 
     std::mutex mutex_; // guards what the event thread reads: front buffer and geometry
     xcb_pixmap_t front_ = XCB_NONE;

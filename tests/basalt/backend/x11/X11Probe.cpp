@@ -6,10 +6,11 @@
 //   x11probe drop WINDOW URI...    drags the URIs onto the window over XDND and drops them if
 //                                  the window says it would take them; prints "accepted"
 //                                  or "refused"
-//   x11probe shot FILE.png [WINDOW] writes the screen (or the window) as the server shows it
+//   x11probe shot FILE.png [WINDOW] writes the screen (or what it shows of the window)
 
 #include "basalt/backend/x11/X11Snapshot.h"
 
+#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
@@ -178,15 +179,30 @@ int Drop(xcb_connection_t* xcb, xcb_screen_t* screen, xcb_window_t target,
     return accepted ? 0 : 1;
 }
 
+// What the screen shows of the window, read from the root as a screenshot tool does: a
+// window running past the screen's edge is cut there.
 int Shot(xcb_connection_t* xcb, xcb_screen_t* screen, const char* path, xcb_window_t window) {
-    xcb_drawable_t drawable = window != XCB_NONE ? window : screen->root;
-    xcb_get_geometry_reply_t* geometry =
-        xcb_get_geometry_reply(xcb, xcb_get_geometry(xcb, drawable), nullptr);
-    if (geometry == nullptr)
+    int x = 0, y = 0, width = screen->width_in_pixels, height = screen->height_in_pixels;
+    if (window != XCB_NONE) {
+        xcb_get_geometry_reply_t* geometry =
+            xcb_get_geometry_reply(xcb, xcb_get_geometry(xcb, window), nullptr);
+        xcb_translate_coordinates_reply_t* where = xcb_translate_coordinates_reply(
+            xcb, xcb_translate_coordinates(xcb, window, screen->root, 0, 0), nullptr);
+        if (geometry == nullptr || where == nullptr) {
+            std::free(geometry);
+            std::free(where);
+            return 2;
+        }
+        x = std::max(0, int(where->dst_x));
+        y = std::max(0, int(where->dst_y));
+        width = std::min(int(where->dst_x) + geometry->width, width) - x;
+        height = std::min(int(where->dst_y) + geometry->height, height) - y;
+        std::free(geometry);
+        std::free(where);
+    }
+    if (width <= 0 || height <= 0)
         return 2;
-    StatusCode status =
-        basalt::x11::WriteDrawablePNG(xcb, drawable, geometry->width, geometry->height, path);
-    std::free(geometry);
+    StatusCode status = basalt::x11::WriteDrawablePNG(xcb, screen->root, x, y, width, height, path);
     return status == noErr ? 0 : 2;
 }
 

@@ -168,6 +168,40 @@ done
 check "the open dialog's snapshot" "$(png_size "$artifacts/open-x11-scale1.png")" "720 480"
 check "the open dialog's snapshot at 2x" "$(png_size "$artifacts/open-x11-scale2.png")" "1280 756"
 
+# The save dialog, collapsed and then disclosed by its button right of the name, pictured by
+# the server at scale 1 and 2. Disclosed, it is taller than the room below it: it rises to
+# show whole at 1x, and at 2x, taller than the screen, to show its top. At 2x it is cut to
+# the screen's 640 points of width, which moves the button left.
+window_height() { xdotool getwindowgeometry --shell "$1" | grep '^HEIGHT='; }
+height_differs() { [ "$(window_height "$1")" != "$2" ]; }
+window_edges() { # window: "top bottom" in pixels
+    eval "$(xdotool getwindowgeometry --shell "$1")"
+    echo "$Y $((Y + HEIGHT))"
+}
+for scale in 1 2; do
+    # A home of its own: the dialog remembers being disclosed.
+    launch "save$scale" env GDK_SCALE=$scale XDG_CONFIG_HOME="$work/save$scale" \
+        "$kelpick" save --dir "$samples" --name "Untitled.txt"
+    window=$(window_of "save$scale")
+    xdotool windowfocus --sync "$window"
+    collapsed=$(window_height "$window")
+    "$probe" shot "$artifacts/save-x11-scale$scale.png" "$window"
+    check "the collapsed save dialog pictured at scale $scale" \
+        "$(png_size "$artifacts/save-x11-scale$scale.png")" "$((scale == 1 ? 720 : 1280)) $((122 * scale))"
+    click_at "$window" $((scale == 1 ? 532 : 492)) 22 "$scale"
+    eventually height_differs "$window" "$collapsed" ||
+        echo "FAIL the save dialog did not disclose at scale $scale"
+    "$probe" shot "$artifacts/save-disclosed-x11-scale$scale.png" "$window"
+    read -r top bottom <<<"$(window_edges "$window")"
+    if [ "$scale" == 1 ]; then
+        check "the disclosed save dialog shows whole" "$((top >= 0 && bottom <= 800))" 1
+    else
+        check "the disclosed save dialog shows its top at 2x" "$top" 0
+    fi
+    xdotool key --window "$window" Escape
+    check "the save dialog cancelled at scale $scale" "$(outcome save$scale)" "|1"
+done
+
 # ---- A field typed into with a German layout, dead keys included, pasted into and copied
 # out of, and a file dropped onto its window. Some X servers ignore layout changes; there the
 # same keys must type what the US layout puts on them.
