@@ -361,6 +361,11 @@ void X11Backend::Dispatch(xcb_generic_event_t* event) {
     case XCB_FOCUS_OUT:
         FocusChanged(*reinterpret_cast<xcb_focus_in_event_t*>(event), type == XCB_FOCUS_IN);
         break;
+    case XCB_GE_GENERIC:
+        if (reinterpret_cast<xcb_ge_generic_event_t*>(event)->extension ==
+            connection_->xinputOpcode)
+            input_->XInput2(*reinterpret_cast<xcb_ge_generic_event_t*>(event));
+        break;
     case XCB_CLIENT_MESSAGE:
         DispatchClientMessage(*reinterpret_cast<xcb_client_message_event_t*>(event));
         break;

@@ -1,6 +1,7 @@
 #include "basalt/backend/x11/X11Window.h"
 
 #include "basalt/backend/x11/X11Backend.h"
+#include "basalt/backend/x11/X11Input.h"
 #include "basalt/backend/x11/X11Upload.h"
 #include "basalt/toolbox/windows/Window.h"
 #include "basalt/toolbox/windows/WindowList.h"
@@ -54,6 +55,8 @@ X11Window::X11Window(X11Backend& backend, WindowRef window, WindowClass windowCl
                       uint16_t(geometry_.height), 0, XCB_WINDOW_CLASS_INPUT_OUTPUT,
                       XCB_COPY_FROM_PARENT,
                       XCB_CW_BACK_PIXMAP | XCB_CW_BIT_GRAVITY | XCB_CW_EVENT_MASK, values);
+    if (backend_.Connection().hasXInput2)
+        SelectSmoothScrolling(xcb, id_);
     ResizeBackBuffer(geometry_.width, geometry_.height);
     SetFixedProperties();
     backend_.Register(this);
