@@ -179,6 +179,9 @@ void X11Backend::RunMainThreadWork() {
 std::unique_ptr<toolbox::BackendWindow>
 X11Backend::CreateWindow(WindowRef window, WindowClass windowClass, const Rect& contentBounds) {
     auto created = std::make_unique<X11Window>(*this, window, windowClass, contentBounds);
+    // Without a cursor of its own a window shows the root's, which is no arrow.
+    if (cursor_ == XCB_NONE)
+        cursor_ = Cursor(kThemeArrowCursor);
     if (cursor_ != XCB_NONE)
         created->SetCursor(cursor_);
     return created;

@@ -106,10 +106,11 @@ void X11Connection::SetUpXInput2() {
     const xcb_query_extension_reply_t* xinput = xcb_get_extension_data(xcb_, &xcb_input_id);
     if (xinput == nullptr || !xinput->present)
         return;
-    xcb_input_xi_query_version_reply_t* version = xcb_input_xi_query_version_reply(
-        xcb_, xcb_input_xi_query_version(xcb_, 2, 1), nullptr);
-    hasXInput2 = version != nullptr && (version->major_version > 2 ||
-                                        (version->major_version == 2 && version->minor_version >= 1));
+    xcb_input_xi_query_version_reply_t* version =
+        xcb_input_xi_query_version_reply(xcb_, xcb_input_xi_query_version(xcb_, 2, 1), nullptr);
+    hasXInput2 =
+        version != nullptr && (version->major_version > 2 ||
+                               (version->major_version == 2 && version->minor_version >= 1));
     xinputOpcode = xinput->major_opcode;
     std::free(version);
 }

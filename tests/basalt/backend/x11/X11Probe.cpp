@@ -7,6 +7,8 @@
 //                                  the window says it would take them; prints "accepted"
 //                                  or "refused"
 //   x11probe shot FILE.png [WINDOW] writes the screen (or what it shows of the window)
+//   x11probe cursor                prints the pointer's shape as the server shows it: size,
+//                                  hot spot and a digest of the pixels
 
 #include "basalt/backend/x11/X11Snapshot.h"
 
@@ -19,6 +21,7 @@
 #include <string>
 #include <vector>
 #include <xcb/xcb.h>
+#include <xcb/xfixes.h>
 
 namespace {
 
@@ -206,13 +209,34 @@ int Shot(xcb_connection_t* xcb, xcb_screen_t* screen, const char* path, xcb_wind
     return status == noErr ? 0 : 2;
 }
 
+int Cursor(xcb_connection_t* xcb) {
+    const xcb_query_extension_reply_t* xfixes = xcb_get_extension_data(xcb, &xcb_xfixes_id);
+    if (xfixes == nullptr || !xfixes->present) {
+        std::fprintf(stderr, "x11probe: the X server lacks the XFIXES extension\n");
+        return 2;
+    }
+    std::free(xcb_xfixes_query_version_reply(xcb, xcb_xfixes_query_version(xcb, 4, 0), nullptr));
+    xcb_xfixes_get_cursor_image_reply_t* image =
+        xcb_xfixes_get_cursor_image_reply(xcb, xcb_xfixes_get_cursor_image(xcb), nullptr);
+    if (image == nullptr)
+        return 2;
+    const uint32_t* pixels = xcb_xfixes_get_cursor_image_cursor_image(image);
+    uint32_t digest = 2166136261u; // FNV-1a over the ARGB words
+    for (int i = 0; i < xcb_xfixes_get_cursor_image_cursor_image_length(image); ++i)
+        digest = (digest ^ pixels[i]) * 16777619u;
+    std::printf("%ux%u+%u+%u:%08x\n", image->width, image->height, image->xhot, image->yhot,
+                digest);
+    std::free(image);
+    return 0;
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
-    if (argc < 3) {
+    if (argc < 2 || (argc < 3 && std::string(argv[1]) != "cursor")) {
         std::fprintf(stderr,
                      "usage: x11probe close WINDOW | keys WINDOW CODE... | drop WINDOW URI... | "
-                     "shot FILE [WINDOW]\n");
+                     "shot FILE [WINDOW] | cursor\n");
         return 2;
     }
     int screenNumber = 0;
@@ -232,6 +256,8 @@ int main(int argc, char** argv) {
     } else if (command == "drop") {
         result = Drop(xcb, screen, xcb_window_t(std::strtoul(argv[2], nullptr, 0)),
                       std::vector<std::string>(argv + 3, argv + argc));
+    } else if (command == "cursor") {
+        result = Cursor(xcb);
     } else if (command == "shot") {
         result = Shot(xcb, screen, argv[2],
                       argc > 3 ? xcb_window_t(std::strtoul(argv[3], nullptr, 0)) : XCB_NONE);

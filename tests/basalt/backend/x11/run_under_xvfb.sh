@@ -234,6 +234,54 @@ check "typed, composed and pasted text" "$(outcome field)" "drop: file:///tmp/a%
 text: $typed|0"
 setxkbmap -layout us
 
+# ---- The wheel and the pointer's shape. This server's pointer has no scroll valuators, so the
+# wheel comes as core buttons: each turn is one line on its axis, never two. The shape is an
+# arrow over the window, an I-beam over its field (x 20 to 380, y 40 to 62), a resize arrow
+# over the open dialog's divider right of the sidebar, and a busy window stays busy over its
+# field (the busy shape turns, so it is told by being neither of the others). The shape changes as the window's loop handles the motion, which a wheel turn after
+# it proves done.
+shape_differs() { [ "$("$probe" cursor)" != "$1" ]; }
+wheel_turns() { grep -c '^wheel' "$work/$1.out"; }
+move_and_settle() { # program, window, x, y
+    local turns
+    turns=$(wheel_turns "$1")
+    xdotool mousemove --window "$2" "$3" "$4" click 4
+    eventually_says $((turns + 1)) wheel_turns "$1"
+    "$probe" cursor
+}
+xdotool mousemove 1000 700
+root_shape=$("$probe" cursor)
+launch shapes "$field"
+window=$(window_of shapes)
+arrow=$(move_and_settle shapes "$window" 200 100)
+ibeam=$(move_and_settle shapes "$window" 100 50)
+check "an arrow over the window, not the root's shape" "$([ "$arrow" != "$root_shape" ] && echo yes)" yes
+check "an I-beam over the field" "$([ "$ibeam" != "$arrow" ] && echo yes)" yes
+check "the arrow again off the field" "$(move_and_settle shapes "$window" 200 100)" "$arrow"
+xdotool click 5 click 6 click 7
+eventually_says 6 wheel_turns shapes
+"$probe" close "$window"
+check "one line per turn of the wheel, on its axis" "$(outcome shapes | grep '^wheel' | sort | uniq -c |
+    tr -s ' ' | tr '\n' '/')" " 1 wheel: x -1/ 1 wheel: x 1/ 1 wheel: y -1/ 3 wheel: y 1/"
+launch busy "$field" busy
+window=$(window_of busy)
+neither_arrow_nor_ibeam() { [ "$1" != "$arrow" ] && [ "$1" != "$ibeam" ] && echo yes; }
+check "a busy shape" "$(neither_arrow_nor_ibeam "$(move_and_settle busy "$window" 200 100)")" yes
+check "a busy window stays busy over its field" \
+    "$(neither_arrow_nor_ibeam "$(move_and_settle busy "$window" 100 50)")" yes
+"$probe" close "$window"
+outcome busy >/dev/null
+launch divider "$kelpick" open --dir "$samples"
+window=$(window_of divider)
+xdotool mousemove --window "$window" 300 200
+eventually shape_differs "$root_shape"
+xdotool mousemove --window "$window" 184 200
+check "a resize arrow over the sidebar's divider" "$(eventually shape_differs "$arrow" && echo yes)" yes
+xdotool mousemove --window "$window" 300 200
+check "the arrow again off the divider" "$(eventually_says "$arrow" "$probe" cursor && echo yes)" yes
+xdotool key --window "$window" Escape
+outcome divider >/dev/null
+
 # ---- Popup menus, opened by a press on the button: chosen by click-click, by
 # press-drag-release, by keys and by typing; dismissed by Escape and by a click elsewhere; a
 # click on a disabled item leaves the menu open; a long menu is cut to the screen and scrolls.
