@@ -1,9 +1,11 @@
 // A toolbox window with one text field, for driving the X11 backend from outside: it prints
 // "text: ..." with the field's content when the window is closed, "drop: URL" for each file
-// dropped on it and "wheel: AXIS LINES" for each turn of the wheel. Its drag tracking refuses
+// dropped on it, "wheel: AXIS LINES" for each turn of the wheel and "display: LEFT TOP RIGHT
+// BOTTOM" (the window's greatest-area display) when the displays change. Its drag tracking refuses
 // files whose names end in ".bad". Started with "busy", it shows the busy cursor throughout.
 
 #include <basalt/BasaltDrag.h>
+#include <basalt/BasaltGraphics.h>
 #include <basalt/BasaltToolbox.h>
 #include <cstdio>
 #include <string>
@@ -71,6 +73,15 @@ StatusCode Wheeled(EventHandlerCallRef call, EventRef event, void*) {
     return CallNextEventHandler(call, event);
 }
 
+void DisplaysChanged(BGDirectDisplayID, BGDisplayChangeSummaryFlags flags, void* window) {
+    if (flags & kBGDisplayBeginConfigurationFlag)
+        return;
+    Rect display{};
+    BTWindowGetGreatestAreaDisplay(static_cast<WindowRef>(window), 0, &display);
+    std::printf("display: %d %d %d %d\n", display.left, display.top, display.right, display.bottom);
+    std::fflush(stdout);
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -90,6 +101,7 @@ int main(int argc, char** argv) {
     InstallEventHandler(GetWindowEventTarget(window), Closing, 1, &close, nullptr, nullptr);
     const EventTypeSpec wheel = {kEventClassMouse, kEventMouseWheelMoved};
     InstallEventHandler(GetWindowEventTarget(window), Wheeled, 1, &wheel, nullptr, nullptr);
+    BGDisplayRegisterReconfigurationCallback(DisplaysChanged, window);
     if (argc > 1 && std::string(argv[1]) == "busy")
         SetThemeCursor(kThemeWatchCursor);
     InstallReceiveHandler(Dropped, window, nullptr);

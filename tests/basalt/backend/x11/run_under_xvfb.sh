@@ -282,6 +282,19 @@ check "the arrow again off the divider" "$(eventually_says "$arrow" "$probe" cur
 xdotool key --window "$window" Escape
 outcome divider >/dev/null
 
+# ---- A change of monitors reaches the display-change callbacks: this server keeps its one
+# output, but RandR monitors may be set on it, and the window's greatest-area display follows.
+displays_told() { grep -c '^display' "$work/$1.out"; }
+launch monitors "$field"
+window=$(window_of monitors)
+xrandr --setmonitor LEFT 640/170x800/210+0+0 none
+eventually_says 1 displays_told monitors
+xrandr --delmonitor LEFT
+eventually_says 2 displays_told monitors
+"$probe" close "$window"
+check "a monitor added and taken away" "$(outcome monitors | grep '^display' | tr '\n' /)" \
+    "display: 0 0 640 800/display: 0 0 1280 800/"
+
 # ---- Popup menus, opened by a press on the button: chosen by click-click, by
 # press-drag-release, by keys and by typing; dismissed by Escape and by a click elsewhere; a
 # click on a disabled item leaves the menu open; a long menu is cut to the screen and scrolls.
