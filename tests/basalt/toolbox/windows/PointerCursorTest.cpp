@@ -2,22 +2,14 @@
 // not undo.
 
 #include "basalt/backend/headless/HeadlessDriver.h"
+#include "tests/support/MakeControl.h"
 
 #include <gtest/gtest.h>
 
 using basalt::headless::HeadlessDriver;
+using keltest::MakeControl;
 
 namespace {
-
-ControlRef Make(WindowRef window, OSType kind, BGRect frame, ControlRef parent = nullptr) {
-    Rect bounds = {0, 0, 1, 1};
-    ControlRef control = nullptr;
-    BTCreateControl(window, &bounds, kind, nullptr, &control);
-    if (parent != nullptr)
-        BTViewAddSubview(parent, control);
-    BTViewSetFrame(control, &frame);
-    return control;
-}
 
 class PointerCursorTest : public ::testing::Test {
 protected:
@@ -27,10 +19,11 @@ protected:
     void SetUp() override {
         Rect bounds = {100, 100, 400, 600};
         CreateNewWindow(kDocumentWindowClass, 0, &bounds, &window);
-        field = Make(window, kControlKindEditUnicodeText, BGRectMake(20, 10, 300, 22));
-        ControlRef splitter = Make(window, kControlKindSplitter, BGRectMake(0, 50, 500, 250));
-        Make(window, kControlKindUserPane, BGRectZero, splitter);
-        Make(window, kControlKindUserPane, BGRectZero, splitter);
+        field = MakeControl(window, kControlKindEditUnicodeText, BGRectMake(20, 10, 300, 22));
+        ControlRef splitter =
+            MakeControl(window, kControlKindSplitter, BGRectMake(0, 50, 500, 250));
+        MakeControl(window, kControlKindUserPane, BGRectZero, splitter);
+        MakeControl(window, kControlKindUserPane, BGRectZero, splitter);
         BTViewSetValue(splitter, 200);
         ShowWindow(window);
         SetThemeCursor(kThemeArrowCursor);
