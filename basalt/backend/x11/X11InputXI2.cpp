@@ -76,9 +76,9 @@ void X11Input::XInput2(const xcb_ge_generic_event_t& event) {
         scroll_.Reset(reinterpret_cast<const xcb_input_enter_event_t&>(event).deviceid);
         break;
     case XCB_INPUT_DEVICE_CHANGED: {
-        // The master takes on the axes of whichever device moved it last.
+        // The master takes on the axes of whichever device moved it last (a master keyboard
+        // hears of its own changes here too, and has none).
         auto& changed = reinterpret_cast<const xcb_input_device_changed_event_t&>(event);
-        pointer_ = changed.deviceid;
         scroll_.SetAxes(changed.deviceid,
                         ScrollAxes(xcb_input_device_changed_classes_iterator(&changed)));
         break;
