@@ -73,7 +73,8 @@ X11Window::~X11Window() {
     }
     xcb_destroy_window(xcb, id_);
     xcb_flush(xcb);
-    cairo_surface_destroy(back_);
+    if (shared_ == nullptr)
+        cairo_surface_destroy(back_);
 }
 
 PixelRect X11Window::ToPixels(const Rect& bounds) const {
@@ -95,9 +96,11 @@ void X11Window::ResizeBackBuffer(int width, int height) {
     if (back_ != nullptr && cairo_image_surface_get_width(back_) == width &&
         cairo_image_surface_get_height(back_) == height)
         return;
-    if (back_ != nullptr)
+    if (shared_ == nullptr && back_ != nullptr)
         cairo_surface_destroy(back_);
-    back_ = cairo_image_surface_create(CAIRO_FORMAT_ARGB32, width, height);
+    shared_ = SharedImage::Create(backend_.Connection().get(), width, height);
+    back_ = shared_ != nullptr ? shared_->Surface()
+                               : cairo_image_surface_create(CAIRO_FORMAT_ARGB32, width, height);
 }
 
 void X11Window::SetFixedProperties() {
@@ -271,7 +274,11 @@ void X11Window::Present() {
         frontWidth_ = width;
         frontHeight_ = height;
     }
-    UploadSurface(xcb, front_, backend_.Connection().Screen()->root_depth, back_);
+    uint8_t depth = backend_.Connection().Screen()->root_depth;
+    if (shared_ != nullptr)
+        shared_->PutInto(front_, depth);
+    else
+        UploadSurface(xcb, front_, depth, back_);
     CopyFrontLocked(0, 0, width, height);
 }
 

@@ -7,8 +7,10 @@
 // toolbox, and a resize keeps the old frame on screen until the new one is ready.
 
 #include "basalt/backend/x11/X11Screens.h"
+#include "basalt/backend/x11/X11SharedImage.h"
 #include "basalt/toolbox/backend/Backend.h"
 
+#include <memory>
 #include <mutex>
 #include <xcb/xcb.h>
 
@@ -59,6 +61,8 @@ private:
     double scale_;
     xcb_window_t id_;
     cairo_surface_t* back_ = nullptr;
+    // Holds back_ where the server shares our memory; else back_ is our own.
+    std::unique_ptr<SharedImage> shared_;
     bool shown_ = false; // main thread only
 
     std::mutex mutex_; // guards what the event thread reads: front buffer and geometry

@@ -174,6 +174,25 @@ check "the open dialog's snapshot at 2x" "$(png_size "$artifacts/open-x11-scale2
 # the screen's 640 points of width, which moves the button left.
 window_height() { xdotool getwindowgeometry --shell "$1" | grep '^HEIGHT='; }
 height_differs() { [ "$(window_height "$1")" != "$2" ]; }
+# Pictures the window once it has held still for two seconds: the disclosure is animated,
+# and the browser fills its columns (the parents of the samples are full) after that.
+settled_picture() { # file, window
+    local deadline=$((SECONDS + 30)) since=$SECONDS
+    "$probe" shot "$1" "$2"
+    while [ $SECONDS -lt $deadline ]; do
+        sleep 0.1
+        "$probe" shot "$1.next.png" "$2"
+        if ! cmp -s "$1" "$1.next.png"; then
+            mv "$1.next.png" "$1"
+            since=$SECONDS
+        elif [ $((SECONDS - since)) -ge 2 ]; then
+            rm -f "$1.next.png"
+            return
+        fi
+    done
+    failed=$((failed + 1))
+    echo "FAIL the picture $1 did not settle"
+}
 window_edges() { # window: "top bottom" in pixels
     eval "$(xdotool getwindowgeometry --shell "$1")"
     echo "$Y $((Y + HEIGHT))"
@@ -185,13 +204,13 @@ for scale in 1 2; do
     window=$(window_of "save$scale")
     xdotool windowfocus --sync "$window"
     collapsed=$(window_height "$window")
-    "$probe" shot "$artifacts/save-x11-scale$scale.png" "$window"
+    settled_picture "$artifacts/save-x11-scale$scale.png" "$window"
     check "the collapsed save dialog pictured at scale $scale" \
         "$(png_size "$artifacts/save-x11-scale$scale.png")" "$((scale == 1 ? 720 : 1280)) $((122 * scale))"
     click_at "$window" $((scale == 1 ? 532 : 492)) 22 "$scale"
     eventually height_differs "$window" "$collapsed" ||
         echo "FAIL the save dialog did not disclose at scale $scale"
-    "$probe" shot "$artifacts/save-disclosed-x11-scale$scale.png" "$window"
+    settled_picture "$artifacts/save-disclosed-x11-scale$scale.png" "$window"
     read -r top bottom <<<"$(window_edges "$window")"
     if [ "$scale" == 1 ]; then
         check "the disclosed save dialog shows whole" "$((top >= 0 && bottom <= 800))" 1
