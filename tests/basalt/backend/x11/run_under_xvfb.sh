@@ -449,10 +449,15 @@ DISPLAY=:9999 timeout 20 "$kelpick" ask-save --document a >"$work/none.out" 2>"$
 check "no display exits 2" "$?" 2
 check "no display says why" "$(grep -c 'cannot open the X display ":9999"' "$work/none.err")" 1
 
-# A server without RandR, which the backend does without.
-start_server -extension RANDR
-DISPLAY=$server_display launch gone "$kelpick" ask-save --document a
+# A server without RandR and without shared memory, which the backend does without: frames
+# go through the socket and show the same.
+start_server -extension RANDR -extension MIT-SHM
+DISPLAY=$server_display launch gone "$kelpick" ask-save --document "Résumé.txt" \
+    --snapshot "$artifacts/ask-save-x11-unshared.png"
 DISPLAY=$server_display window_of gone >/dev/null
+eventually test -s "$artifacts/ask-save-x11-unshared.png"
+check "a frame sent through the socket" "$(cmp -s "$artifacts/ask-save-x11-scale1.png" \
+    "$artifacts/ask-save-x11-unshared.png" && echo same)" same
 kill "$server_pid"
 check "a display that goes away exits 2" "$(outcome gone)" "|2"
 check "and says so" "$(grep -c 'went away' "$work/gone.err")" 1
