@@ -157,36 +157,44 @@ bool GridBrowserView::ClickBar(BGPoint local) {
     return false;
 }
 
-bool GridBrowserView::StartColumnResize(BGPoint local) {
+// The column edge at the point, if one is there to drag: a resizable column's right edge in
+// list view's header, or any column's edge in column view, where they share one width.
+std::optional<size_t> GridBrowserView::ColumnEdgeAt(BGPoint local) {
     if (style_ == kGridBrowserListView) {
         if (local.y >= Bounds().origin.y + HeaderHeight())
-            return false;
+            return std::nullopt;
         BGFloat x = Bounds().origin.x - scroll_.x;
         for (size_t i = 0; i < columns_.size(); ++i) {
             x += columns_[i].width;
             if (std::abs(local.x - x) <= kEdgeSlop &&
-                (columns_[i].desc.propertyFlags & kGridBrowserListViewResizableColumn)) {
-                drag_ = DragKind::ListColumn;
-                dragColumn_ = i;
-                dragStart_ = local.x;
-                dragOrigin_ = columns_[i].width;
-                return true;
-            }
+                (columns_[i].desc.propertyFlags & kGridBrowserListViewResizableColumn))
+                return i;
         }
-        return false;
+        return std::nullopt;
     }
     if (path_.empty() || local.y >= BGRectGetMaxY(ColumnRowArea(0)))
-        return false; // the bottom bar
-    for (size_t column = 0; column < path_.size(); ++column) {
-        if (std::abs(local.x - (ColumnLeft(column) + columnWidth)) <= kEdgeSlop) {
-            drag_ = DragKind::SharedWidth;
-            dragColumn_ = column;
-            dragStart_ = local.x;
-            dragOrigin_ = columnWidth;
-            return true;
-        }
-    }
-    return false;
+        return std::nullopt; // the bottom bar
+    for (size_t column = 0; column < path_.size(); ++column)
+        if (std::abs(local.x - (ColumnLeft(column) + columnWidth)) <= kEdgeSlop)
+            return column;
+    return std::nullopt;
+}
+
+bool GridBrowserView::StartColumnResize(BGPoint local) {
+    std::optional<size_t> edge = ColumnEdgeAt(local);
+    if (!edge)
+        return false;
+    bool list = style_ == kGridBrowserListView;
+    drag_ = list ? DragKind::ListColumn : DragKind::SharedWidth;
+    dragColumn_ = *edge;
+    dragStart_ = local.x;
+    dragOrigin_ = list ? columns_[*edge].width : columnWidth;
+    return true;
+}
+
+uint32_t GridBrowserView::Cursor(BGPoint local) {
+    return ColumnEdgeAt(local) ? uint32_t(kThemeResizeLeftRightCursor)
+                               : uint32_t(kThemeArrowCursor);
 }
 
 // ---- Header and rows -------------------------------------------------------------------------

@@ -109,6 +109,7 @@ public:
     ControlPartCode HitTest(BGPoint local) override;
     ControlPartCode PerformClick(ControlPartCode part, uint32_t modifiers) override;
     bool Drag(BGPoint local) override;
+    uint32_t Cursor(BGPoint local) override;
     bool Wheel(BGPoint local, int32_t lines) override;
     bool WheelSideways(BGPoint local, int32_t lines) override;
     // Scrolls by a wheel's or a touchpad's deltas in points, positive up and left, as whole
@@ -171,6 +172,7 @@ private:
     // True when the click made a double click.
     bool ClickRow(GridBrowserItemID item, uint32_t modifiers, double time);
     bool ClickBar(BGPoint local);
+    std::optional<size_t> ColumnEdgeAt(BGPoint local);
     bool StartColumnResize(BGPoint local);
     std::optional<size_t> RowAt(BGPoint local);
     bool TrackPreview(BGPoint local, uint32_t modifiers);

@@ -1,9 +1,9 @@
 #pragma once
 
 // The headless backend: windows are offscreen Cairo image surfaces, the display is a fixed
-// 1440 x 900 screen, the beep is counted, popup menus answer with the choices a driver queued
-// (after running the work it queued to do while they are open), and the clipboard is a string in
-// the process.
+// 1440 x 900 screen, the beep is counted, the pointer's shape is kept, popup menus answer with the
+// choices a driver queued (after running the work it queued to do while they are open), and the
+// clipboard is a string in the process.
 
 #include "basalt/toolbox/backend/Backend.h"
 
@@ -23,10 +23,12 @@ public:
     MenuItemIndex TrackPopupMenu(MenuRef menu, Point where, MenuItemIndex current) override;
     void SetClipboardText(const std::string& utf8) override { clipboard_ = utf8; }
     std::string ClipboardText() override { return clipboard_; }
+    void SetCursor(uint32_t themeCursor) override { cursor = themeCursor; }
 
     // Device pixels per point for windows made from now on (1 or 2); KEL_SCALE sets the first.
     double scale = 1;
     int beeps = 0;
+    uint32_t cursor = kThemeArrowCursor;
     // Answers for the next popup menus; an empty queue dismisses the menu.
     std::deque<MenuItemIndex> menuChoices;
     // Work to run while the next popup menus are open, one for each menu, before it answers.

@@ -339,6 +339,11 @@ int HeadlessDriver::BeepCount() {
     return backend != nullptr ? backend->beeps : 0;
 }
 
+uint32_t HeadlessDriver::Cursor() {
+    HeadlessBackend* backend = ActiveHeadlessBackend();
+    return backend != nullptr ? backend->cursor : uint32_t(kThemeArrowCursor);
+}
+
 void HeadlessDriver::ResetBeepCount() {
     if (HeadlessBackend* backend = ActiveHeadlessBackend())
         backend->beeps = 0;

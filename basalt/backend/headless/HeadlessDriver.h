@@ -62,6 +62,8 @@ public:
     static StatusCode WritePNG(WindowRef window, const std::filesystem::path& path);
     static int BeepCount();
     static void ResetBeepCount();
+    // The theme cursor the pointer shows.
+    static uint32_t Cursor();
     // Device pixels per point for windows made after this call (1 or 2).
     static void SetScale(double scale);
 };

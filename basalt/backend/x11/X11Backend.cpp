@@ -139,6 +139,9 @@ void X11Backend::SelectRootEvents() {
     xcb_xkb_per_client_flags(xcb, xcb_xkb_device_spec_t(connection_->xkbDevice),
                              XCB_XKB_PER_CLIENT_FLAG_DETECTABLE_AUTO_REPEAT,
                              XCB_XKB_PER_CLIENT_FLAG_DETECTABLE_AUTO_REPEAT, 0, 0, 0);
+    // A change of the RandR monitors alone reaches us as the root's configure notice.
+    const uint32_t rootEvents = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
+    xcb_change_window_attributes(xcb, connection_->Root(), XCB_CW_EVENT_MASK, &rootEvents);
     if (connection_->hasRandR)
         xcb_randr_select_input(xcb, connection_->Root(),
                                XCB_RANDR_NOTIFY_MASK_SCREEN_CHANGE |
@@ -179,6 +182,9 @@ void X11Backend::RunMainThreadWork() {
 std::unique_ptr<toolbox::BackendWindow>
 X11Backend::CreateWindow(WindowRef window, WindowClass windowClass, const Rect& contentBounds) {
     auto created = std::make_unique<X11Window>(*this, window, windowClass, contentBounds);
+    // Without a cursor of its own a window shows the root's, which is no arrow.
+    if (cursor_ == XCB_NONE)
+        cursor_ = Cursor(kThemeArrowCursor);
     if (cursor_ != XCB_NONE)
         created->SetCursor(cursor_);
     return created;
@@ -342,9 +348,14 @@ void X11Backend::Dispatch(xcb_generic_event_t* event) {
         });
         break;
     }
-    case XCB_CONFIGURE_NOTIFY:
-        WindowConfigured(*reinterpret_cast<xcb_configure_notify_event_t*>(event));
+    case XCB_CONFIGURE_NOTIFY: {
+        auto* configure = reinterpret_cast<xcb_configure_notify_event_t*>(event);
+        if (configure->window == connection_->Root())
+            ScreensChanged();
+        else
+            WindowConfigured(*configure);
         break;
+    }
     case XCB_BUTTON_PRESS:
     case XCB_BUTTON_RELEASE:
         input_->Button(*reinterpret_cast<xcb_button_press_event_t*>(event),
@@ -360,6 +371,11 @@ void X11Backend::Dispatch(xcb_generic_event_t* event) {
     case XCB_FOCUS_IN:
     case XCB_FOCUS_OUT:
         FocusChanged(*reinterpret_cast<xcb_focus_in_event_t*>(event), type == XCB_FOCUS_IN);
+        break;
+    case XCB_GE_GENERIC:
+        if (reinterpret_cast<xcb_ge_generic_event_t*>(event)->extension ==
+            connection_->xinputOpcode)
+            input_->XInput2(*reinterpret_cast<xcb_ge_generic_event_t*>(event));
         break;
     case XCB_CLIENT_MESSAGE:
         DispatchClientMessage(*reinterpret_cast<xcb_client_message_event_t*>(event));

@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 #include <xcb/randr.h>
+#include <xcb/xinput.h>
 #include <xkbcommon/xkbcommon-x11.h>
 
 namespace basalt::x11 {
@@ -96,7 +97,22 @@ bool X11Connection::SetUpExtensions(std::string& failure) {
         hasRandR = true;
         randrEventBase = randr->first_event;
     }
+    SetUpXInput2();
     return true;
+}
+
+// Smooth scrolling needs XInput 2.1; without it the wheel comes as core buttons.
+void X11Connection::SetUpXInput2() {
+    const xcb_query_extension_reply_t* xinput = xcb_get_extension_data(xcb_, &xcb_input_id);
+    if (xinput == nullptr || !xinput->present)
+        return;
+    xcb_input_xi_query_version_reply_t* version =
+        xcb_input_xi_query_version_reply(xcb_, xcb_input_xi_query_version(xcb_, 2, 1), nullptr);
+    hasXInput2 =
+        version != nullptr && (version->major_version > 2 ||
+                               (version->major_version == 2 && version->minor_version >= 1));
+    xinputOpcode = xinput->major_opcode;
+    std::free(version);
 }
 
 X11Connection::~X11Connection() {

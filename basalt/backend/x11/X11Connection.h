@@ -2,7 +2,7 @@
 
 // The connection to the X server: the screen, the atoms and the extensions the backend needs.
 // XKB is required (the keyboard is read through it); RandR is used when present, else the
-// whole screen counts as one monitor.
+// whole screen counts as one monitor; XInput 2.1 adds smooth scrolling when present.
 
 #include "basalt/backend/x11/X11Atoms.h"
 
@@ -32,11 +32,14 @@ public:
     int32_t xkbDevice = -1;
     bool hasRandR = false;
     uint8_t randrEventBase = 0;
+    bool hasXInput2 = false;
+    uint8_t xinputOpcode = 0;
 
 private:
     X11Connection(xcb_connection_t* xcb, xcb_screen_t* screen, std::string displayName)
         : xcb_(xcb), screen_(screen), displayName_(std::move(displayName)) {}
     bool SetUpExtensions(std::string& failure);
+    void SetUpXInput2();
 
     xcb_connection_t* xcb_;
     xcb_screen_t* screen_;

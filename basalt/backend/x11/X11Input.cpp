@@ -40,6 +40,8 @@ uint32_t ClickCounter::Press(uint8_t button, uint32_t timeMs, int x, int y) {
 
 X11Input::X11Input(X11Backend& backend, std::unique_ptr<X11Keyboard> keyboard)
     : backend_(backend), keyboard_(std::move(keyboard)), clicks_(kDoubleClickMs, kDoubleClickSlop) {
+    if (backend_.Connection().hasXInput2)
+        ReadScrollAxes();
 }
 
 void X11Input::PostMouse(EventKind kind, xcb_window_t window, int rootX, int rootY, uint16_t state,
@@ -66,10 +68,11 @@ void X11Input::PostMouse(EventKind kind, xcb_window_t window, int rootX, int roo
 
 void X11Input::Button(const xcb_button_press_event_t& event, bool press) {
     if (event.detail >= kWheelUp && event.detail <= kWheelRight) {
-        if (press)
-            PostMouse(kEventMouseWheelMoved, event.event, event.root_x, event.root_y, event.state,
-                      0, 0, event.detail == kWheelUp || event.detail == kWheelLeft ? 1 : -1,
-                      event.detail >= kWheelLeft ? kEventMouseWheelAxisX : kEventMouseWheelAxisY);
+        bool smooth = scroll_.Scrolls(pointer_) && backend_.WindowRefFor(event.event) != nullptr;
+        if (press && !smooth)
+            Wheel(event.event, event.root_x, event.root_y, event.state,
+                  event.detail == kWheelUp || event.detail == kWheelLeft ? 1 : -1,
+                  event.detail >= kWheelLeft ? kEventMouseWheelAxisX : kEventMouseWheelAxisY);
         return;
     }
     uint16_t button = ToolboxButton(event.detail);
@@ -79,11 +82,20 @@ void X11Input::Button(const xcb_button_press_event_t& event, bool press) {
               event.state, button, clicks);
 }
 
+void X11Input::Wheel(xcb_window_t window, int rootX, int rootY, uint16_t state, int32_t lines,
+                     EventMouseWheelAxis axis) {
+    PostMouse(kEventMouseWheelMoved, window, rootX, rootY, state, 0, 0, lines, axis);
+}
+
 void X11Input::Motion(const xcb_motion_notify_event_t& event) {
+    MotionAt(event.event, event.root_x, event.root_y, event.state);
+}
+
+void X11Input::MotionAt(xcb_window_t window, int rootX, int rootY, uint16_t state) {
     constexpr uint16_t kButtons = XCB_BUTTON_MASK_1 | XCB_BUTTON_MASK_2 | XCB_BUTTON_MASK_3;
-    bool dragging = (event.state & kButtons) != 0;
-    PostMouse(dragging ? kEventMouseDragged : kEventMouseMoved, event.event, event.root_x,
-              event.root_y, event.state, dragging ? 1 : 0, 0);
+    bool dragging = (state & kButtons) != 0;
+    PostMouse(dragging ? kEventMouseDragged : kEventMouseMoved, window, rootX, rootY, state,
+              dragging ? 1 : 0, 0);
 }
 
 void X11Input::Key(const xcb_key_press_event_t& event, bool press) {

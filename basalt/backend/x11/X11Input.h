@@ -4,11 +4,13 @@
 // and posted to the main queue. Runs on the backend's event thread.
 
 #include "basalt/backend/x11/X11Keyboard.h"
+#include "basalt/backend/x11/X11Scroll.h"
 
 #include <basalt/BasaltToolbox.h>
 #include <memory>
 #include <string>
 #include <xcb/xcb.h>
+#include <xcb/xinput.h>
 
 namespace basalt::x11 {
 
@@ -33,12 +35,18 @@ private:
 // Posts a key event as the toolbox's standard handlers expect it; any thread.
 void PostKey(EventKind kind, uint16_t keyCode, uint32_t modifiers, const std::u16string& text);
 
+// Asks the server for the XInput 2 pointer events that carry smooth scrolling on a window;
+// they stand in for its core motion events.
+void SelectSmoothScrolling(xcb_connection_t* xcb, xcb_window_t window);
+
 class X11Input {
 public:
     X11Input(X11Backend& backend, std::unique_ptr<X11Keyboard> keyboard);
 
     void Button(const xcb_button_press_event_t& event, bool press);
     void Motion(const xcb_motion_notify_event_t& event);
+    // An XInput 2 event: pointer motion with its scroll valuators, crossings, device changes.
+    void XInput2(const xcb_ge_generic_event_t& event);
     void Key(const xcb_key_press_event_t& event, bool press);
     X11Keyboard& Keyboard() { return *keyboard_; }
 
@@ -47,9 +55,19 @@ private:
                    uint16_t button, uint32_t clicks, int32_t wheel = 0,
                    EventMouseWheelAxis axis = kEventMouseWheelAxisY);
 
+    void MotionAt(xcb_window_t window, int rootX, int rootY, uint16_t state);
+    void ScrollMotion(const xcb_input_motion_event_t& event);
+    void ReadScrollAxes();
+    void Wheel(xcb_window_t window, int rootX, int rootY, uint16_t state, int32_t lines,
+               EventMouseWheelAxis axis);
+
     X11Backend& backend_;
     std::unique_ptr<X11Keyboard> keyboard_;
     ClickCounter clicks_;
+    ScrollValuators scroll_;
+    // The master pointer XInput 2 speaks of; its core wheel buttons repeat what its scroll
+    // valuators said, so they are dropped while it has them.
+    uint16_t pointer_ = 0;
 };
 
 } // namespace basalt::x11

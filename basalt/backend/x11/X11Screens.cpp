@@ -94,6 +94,16 @@ PixelRect PlaceOnNearestMonitor(const PixelRect& window, const std::vector<Pixel
     return placed;
 }
 
+PixelRect KeepWholeOnMonitor(const PixelRect& window, const std::vector<PixelRect>& monitors) {
+    if (monitors.empty())
+        return window;
+    PixelRect monitor = GreatestAreaMonitor(window, monitors);
+    PixelRect kept = window;
+    kept.x = Clamp(window.x, window.width, monitor.x, monitor.width);
+    kept.y = Clamp(window.y, window.height, monitor.y, monitor.height);
+    return kept;
+}
+
 PixelRect GreatestAreaMonitor(const PixelRect& window, const std::vector<PixelRect>& monitors) {
     if (monitors.empty())
         return window;

@@ -26,6 +26,9 @@ std::string ReadResourceDatabase(const X11Connection& connection);
 
 // A window that meets no monitor moves onto the nearest one, kept whole where it fits.
 PixelRect PlaceOnNearestMonitor(const PixelRect& window, const std::vector<PixelRect>& monitors);
+// A window that grew past the edge of the monitor it is mostly on moves back to show whole,
+// where it fits; one already whole stays put.
+PixelRect KeepWholeOnMonitor(const PixelRect& window, const std::vector<PixelRect>& monitors);
 // The monitor sharing the largest area with the window, else the first.
 PixelRect GreatestAreaMonitor(const PixelRect& window, const std::vector<PixelRect>& monitors);
 

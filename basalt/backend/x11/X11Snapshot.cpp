@@ -12,12 +12,12 @@
 
 namespace basalt::x11 {
 
-StatusCode WriteDrawablePNG(xcb_connection_t* xcb, xcb_drawable_t drawable, int width, int height,
-                            const std::filesystem::path& path) {
+StatusCode WriteDrawablePNG(xcb_connection_t* xcb, xcb_drawable_t drawable, int x, int y, int width,
+                            int height, const std::filesystem::path& path) {
     xcb_get_image_reply_t* reply =
         xcb_get_image_reply(xcb,
-                            xcb_get_image(xcb, XCB_IMAGE_FORMAT_Z_PIXMAP, drawable, 0, 0,
-                                          uint16_t(width), uint16_t(height), ~0u),
+                            xcb_get_image(xcb, XCB_IMAGE_FORMAT_Z_PIXMAP, drawable, int16_t(x),
+                                          int16_t(y), uint16_t(width), uint16_t(height), ~0u),
                             nullptr);
     if (reply == nullptr || reply->depth < 24) {
         std::free(reply);
@@ -82,7 +82,7 @@ StatusCode WriteWindowPNG(WindowRef window, const std::filesystem::path& path) {
         xcb_get_geometry_reply(xcb, xcb_get_geometry(xcb, id), nullptr);
     if (geometry == nullptr)
         return errInvalidWindowRef;
-    StatusCode status = WriteDrawablePNG(xcb, id, geometry->width, geometry->height, path);
+    StatusCode status = WriteDrawablePNG(xcb, id, 0, 0, geometry->width, geometry->height, path);
     std::free(geometry);
     return status;
 }

@@ -10,9 +10,9 @@
 
 namespace basalt::x11 {
 
-// The drawable's pixels (a 24- or 32-bit TrueColor depth) as an opaque PNG.
-StatusCode WriteDrawablePNG(xcb_connection_t* xcb, xcb_drawable_t drawable, int width, int height,
-                            const std::filesystem::path& path);
+// A rectangle of the drawable's pixels (a 24- or 32-bit TrueColor depth) as an opaque PNG.
+StatusCode WriteDrawablePNG(xcb_connection_t* xcb, xcb_drawable_t drawable, int x, int y, int width,
+                            int height, const std::filesystem::path& path);
 
 // The window as it is on screen; errInvalidWindowRef if the X11 backend does not show it.
 StatusCode WriteWindowPNG(WindowRef window, const std::filesystem::path& path);

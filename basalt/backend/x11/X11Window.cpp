@@ -1,6 +1,7 @@
 #include "basalt/backend/x11/X11Window.h"
 
 #include "basalt/backend/x11/X11Backend.h"
+#include "basalt/backend/x11/X11Input.h"
 #include "basalt/backend/x11/X11Upload.h"
 #include "basalt/toolbox/windows/Window.h"
 #include "basalt/toolbox/windows/WindowList.h"
@@ -54,6 +55,8 @@ X11Window::X11Window(X11Backend& backend, WindowRef window, WindowClass windowCl
                       uint16_t(geometry_.height), 0, XCB_WINDOW_CLASS_INPUT_OUTPUT,
                       XCB_COPY_FROM_PARENT,
                       XCB_CW_BACK_PIXMAP | XCB_CW_BIT_GRAVITY | XCB_CW_EVENT_MASK, values);
+    if (backend_.Connection().hasXInput2)
+        SelectSmoothScrolling(xcb, id_);
     ResizeBackBuffer(geometry_.width, geometry_.height);
     SetFixedProperties();
     backend_.Register(this);
@@ -70,7 +73,8 @@ X11Window::~X11Window() {
     }
     xcb_destroy_window(xcb, id_);
     xcb_flush(xcb);
-    cairo_surface_destroy(back_);
+    if (shared_ == nullptr)
+        cairo_surface_destroy(back_);
 }
 
 PixelRect X11Window::ToPixels(const Rect& bounds) const {
@@ -92,9 +96,11 @@ void X11Window::ResizeBackBuffer(int width, int height) {
     if (back_ != nullptr && cairo_image_surface_get_width(back_) == width &&
         cairo_image_surface_get_height(back_) == height)
         return;
-    if (back_ != nullptr)
+    if (shared_ == nullptr && back_ != nullptr)
         cairo_surface_destroy(back_);
-    back_ = cairo_image_surface_create(CAIRO_FORMAT_ARGB32, width, height);
+    shared_ = SharedImage::Create(backend_.Connection().get(), width, height);
+    back_ = shared_ != nullptr ? shared_->Surface()
+                               : cairo_image_surface_create(CAIRO_FORMAT_ARGB32, width, height);
 }
 
 void X11Window::SetFixedProperties() {
@@ -173,26 +179,32 @@ void X11Window::SetModalProperties() {
 
 void X11Window::MoveOntoAMonitor() {
     PixelRect placed = PlaceOnNearestMonitor(geometry_, backend_.Monitors());
-    if (placed == geometry_)
-        return;
+    if (!(placed == geometry_))
+        MoveTo(placed);
+}
+
+// Goes somewhere the toolbox did not ask for; the toolbox learns the new place from its own
+// loop.
+void X11Window::MoveTo(const PixelRect& placed) {
     Rect bounds = ToPoints(placed);
     WindowRef ref = window_;
-    // The toolbox learns the new place from its own loop; the window moves from there.
     backend_.OnMainThread([ref, bounds] {
         if (auto* live = toolbox::windows::Live(ref))
             live->SetContentBounds(bounds);
     });
-    SetContentBounds(bounds);
+    Configure(placed);
 }
 
 void X11Window::SetVisible(bool visible) {
     xcb_connection_t* xcb = backend_.Connection().get();
     if (visible) {
+        shown_ = true;
         MoveOntoAMonitor();
         SetSizeHints(geometry_);
         SetModalProperties();
         xcb_map_window(xcb, id_);
     } else {
+        shown_ = false;
         xcb_unmap_window(xcb, id_);
     }
     xcb_flush(xcb);
@@ -206,8 +218,26 @@ void X11Window::SetTitle(const std::string& title) {
     xcb_flush(xcb);
 }
 
+// A shown window that grows, as a dialog does when it discloses more, stays whole on its
+// monitor rather than running off the bottom of the screen.
 void X11Window::SetContentBounds(const Rect& globalBounds) {
     PixelRect wanted = ToPixels(globalBounds);
+    PixelRect now;
+    {
+        std::lock_guard lock(mutex_);
+        now = geometry_;
+    }
+    if (shown_ && (wanted.width > now.width || wanted.height > now.height)) {
+        PixelRect kept = KeepWholeOnMonitor(wanted, backend_.Monitors());
+        if (!(kept == wanted)) {
+            MoveTo(kept);
+            return;
+        }
+    }
+    Configure(wanted);
+}
+
+void X11Window::Configure(const PixelRect& wanted) {
     ResizeBackBuffer(wanted.width, wanted.height);
     std::lock_guard lock(mutex_);
     if (wanted == geometry_)
@@ -244,7 +274,11 @@ void X11Window::Present() {
         frontWidth_ = width;
         frontHeight_ = height;
     }
-    UploadSurface(xcb, front_, backend_.Connection().Screen()->root_depth, back_);
+    uint8_t depth = backend_.Connection().Screen()->root_depth;
+    if (shared_ != nullptr)
+        shared_->PutInto(front_, depth);
+    else
+        UploadSurface(xcb, front_, depth, back_);
     CopyFrontLocked(0, 0, width, height);
 }
 

@@ -7,8 +7,10 @@
 // toolbox, and a resize keeps the old frame on screen until the new one is ready.
 
 #include "basalt/backend/x11/X11Screens.h"
+#include "basalt/backend/x11/X11SharedImage.h"
 #include "basalt/toolbox/backend/Backend.h"
 
+#include <memory>
 #include <mutex>
 #include <xcb/xcb.h>
 
@@ -47,6 +49,8 @@ private:
     void SetSizeHints(const PixelRect& geometry);
     void SetModalProperties();
     void MoveOntoAMonitor();
+    void MoveTo(const PixelRect& placed);
+    void Configure(const PixelRect& wanted);
     void ResizeBackBuffer(int width, int height);
     // Copies part of the front buffer onto the window; the caller holds mutex_.
     void CopyFrontLocked(int x, int y, int width, int height);
@@ -57,6 +61,9 @@ private:
     double scale_;
     xcb_window_t id_;
     cairo_surface_t* back_ = nullptr;
+    // Holds back_ where the server shares our memory; else back_ is our own.
+    std::unique_ptr<SharedImage> shared_;
+    bool shown_ = false; // main thread only
 
     std::mutex mutex_; // guards what the event thread reads: front buffer and geometry
     xcb_pixmap_t front_ = XCB_NONE;

@@ -13,6 +13,7 @@ public:
     explicit EditText(OSType kind = kControlKindEditUnicodeText) : View(kind) {}
 
     bool AcceptsFocus() const override { return true; }
+    uint32_t Cursor(BGPoint) override { return kThemeIBeamCursor; }
     void Draw(BGContextRef context) override;
     ControlPartCode HitTest(BGPoint local) override;
     ControlPartCode PerformClick(ControlPartCode, uint32_t) override { return kControlNoPart; }

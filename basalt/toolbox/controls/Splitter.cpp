@@ -52,6 +52,12 @@ ControlPartCode Splitter::HitTest(BGPoint local) {
                                                                : ControlPartCode(kControlNoPart);
 }
 
+uint32_t Splitter::Cursor(BGPoint local) {
+    if (HitTest(local) != kBTSplitterPart)
+        return kThemeArrowCursor;
+    return vertical ? uint32_t(kThemeResizeLeftRightCursor) : uint32_t(kThemeResizeUpDownCursor);
+}
+
 bool Splitter::Drag(BGPoint local) {
     SetValue(int32_t((vertical ? local.x : local.y) - kThickness / 2));
     return true;

@@ -17,6 +17,7 @@ public:
     void SetValue(int32_t value) override;
     void Draw(BGContextRef context) override;
     ControlPartCode HitTest(BGPoint local) override;
+    uint32_t Cursor(BGPoint local) override;
     bool Drag(BGPoint local) override;
     void FrameChanged() override { Arrange(); }
     void Arrange();

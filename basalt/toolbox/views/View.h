@@ -124,6 +124,8 @@ public:
     // The same for a sideways wheel (positive: left); views that scroll across take it before
     // any enclosing scroll view does.
     virtual bool WheelSideways(BGPoint, int32_t) { return false; }
+    // The pointer's shape over the point.
+    virtual uint32_t Cursor(BGPoint) { return kThemeArrowCursor; }
     virtual bool AcceptsFocus() const { return false; }
     virtual void FocusChanged(bool) {}
     // A key that reached the focused view: true if taken.

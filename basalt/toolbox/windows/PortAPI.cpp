@@ -1,6 +1,7 @@
 // Ports, cursors and the beep. A window's port is the window itself seen through the port
 // type; the current port is process-wide state, as the clients that save and restore it expect.
 
+#include "basalt/toolbox/windows/PointerCursor.h"
 #include "basalt/toolbox/windows/WindowList.h"
 
 #include <map>
@@ -14,7 +15,6 @@ namespace {
 using windows::Live;
 
 GrafPtr gCurrentPort = nullptr;
-uint32_t gThemeCursor = 0;
 
 struct RegionDisposer {
     void operator()(RgnHandle region) const { DisposeRgn(region); }
@@ -95,9 +95,7 @@ void InitCursor(void) {
 }
 
 StatusCode SetThemeCursor(uint32_t inCursor) {
-    if (gThemeCursor != inCursor)
-        CurrentBackend().SetCursor(inCursor);
-    gThemeCursor = inCursor;
+    SetApplicationCursor(inCursor);
     return noErr;
 }
 

@@ -5,6 +5,7 @@
 #include "basalt/toolbox/controls/ScrollView.h"
 #include "basalt/toolbox/dialogs/Dialog.h"
 #include "basalt/toolbox/menus/MenuBar.h"
+#include "basalt/toolbox/windows/PointerCursor.h"
 #include "basalt/toolbox/windows/TrackingAreas.h"
 #include "basalt/toolbox/windows/Window.h"
 #include "basalt/toolbox/windows/WindowList.h"
@@ -121,6 +122,12 @@ StatusCode Wheel(Window& window, EventRef event, BGPoint local) {
     return eventNotHandledErr;
 }
 
+void ShowCursorAt(Window& window, BGPoint local) {
+    View* view = window.Root().HitView(local);
+    bool live = view != nullptr && view->IsEnabledInTree() && windows::AcceptsInput(&window);
+    ShowPointerCursor(live ? view->Cursor(view->FromWindow(local)) : uint32_t(kThemeArrowCursor));
+}
+
 StatusCode HandleMouse(Window& window, EventRef event) {
     BGPoint global{};
     if (!GetParam(event, kEventParamMouseLocation, typeBTPoint, &global))
@@ -139,6 +146,8 @@ StatusCode HandleMouse(Window& window, EventRef event) {
     case kEventMouseMoved:
     case kEventMouseDragged: {
         UpdateTrackingAreas(window.Root(), local);
+        if (event->kind == kEventMouseMoved)
+            ShowCursorAt(window, local);
         if (auto tracked = window.tracking.view.lock()) {
             if (event->kind == kEventMouseDragged && tracked->Drag(tracked->FromWindow(local)))
                 return noErr;

@@ -300,6 +300,17 @@ TEST_F(ListTest, DraggingAHeaderEdgeResizesTheColumnWithinItsLimits) {
     EXPECT_EQ(property, GridBrowserPropertyID(kGridBrowserNameProperty)) << "a resize isn't a sort";
 }
 
+TEST_F(ListTest, AResizeArrowShowsOverAHeaderEdgeAlone) {
+    auto cursorAt = [&](BGPoint local) {
+        HeadlessDriver::MoveTo(browser.window, local);
+        HeadlessDriver::RunUntilIdle();
+        return HeadlessDriver::Cursor();
+    };
+    EXPECT_EQ(cursorAt({228, Header() / 2}), uint32_t(kThemeResizeLeftRightCursor));
+    EXPECT_EQ(cursorAt({100, Header() / 2}), uint32_t(kThemeArrowCursor));
+    EXPECT_EQ(cursorAt({228, Header() + 30}), uint32_t(kThemeArrowCursor)) << "the rows";
+}
+
 TEST_F(ListTest, ColumnsWiderThanTheListScrollSideways) {
     SetGridBrowserTableViewNamedColumnWidth(browser.control, kGridBrowserNameProperty, 450);
     HeadlessDriver::RunUntilIdle();

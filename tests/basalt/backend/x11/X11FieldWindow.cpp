@@ -1,8 +1,11 @@
 // A toolbox window with one text field, for driving the X11 backend from outside: it prints
-// "text: ..." with the field's content when the window is closed, and "drop: URL" for each
-// file dropped on it. Its drag tracking refuses files whose names end in ".bad".
+// "text: ..." with the field's content when the window is closed, "drop: URL" for each file
+// dropped on it, "wheel: AXIS LINES" for each turn of the wheel and "display: LEFT TOP RIGHT
+// BOTTOM" (the window's greatest-area display) when the displays change. Its drag tracking refuses
+// files whose names end in ".bad". Started with "busy", it shows the busy cursor throughout.
 
 #include <basalt/BasaltDrag.h>
+#include <basalt/BasaltGraphics.h>
 #include <basalt/BasaltToolbox.h>
 #include <cstdio>
 #include <string>
@@ -58,9 +61,30 @@ StatusCode Dropped(WindowRef, void*, DragRef drag) {
     return noErr;
 }
 
+StatusCode Wheeled(EventHandlerCallRef call, EventRef event, void*) {
+    int32_t lines = 0;
+    EventMouseWheelAxis axis = kEventMouseWheelAxisY;
+    GetEventParameter(event, kEventParamMouseWheelDelta, typeSInt32, nullptr, sizeof lines, nullptr,
+                      &lines);
+    GetEventParameter(event, kEventParamMouseWheelAxis, typeMouseWheelAxis, nullptr, sizeof axis,
+                      nullptr, &axis);
+    std::printf("wheel: %s %d\n", axis == kEventMouseWheelAxisX ? "x" : "y", int(lines));
+    std::fflush(stdout);
+    return CallNextEventHandler(call, event);
+}
+
+void DisplaysChanged(BGDirectDisplayID, BGDisplayChangeSummaryFlags flags, void* window) {
+    if (flags & kBGDisplayBeginConfigurationFlag)
+        return;
+    Rect display{};
+    BTWindowGetGreatestAreaDisplay(static_cast<WindowRef>(window), 0, &display);
+    std::printf("display: %d %d %d %d\n", display.left, display.top, display.right, display.bottom);
+    std::fflush(stdout);
+}
+
 } // namespace
 
-int main() {
+int main(int argc, char** argv) {
     Rect bounds = {120, 160, 240, 560};
     WindowRef window = nullptr;
     if (CreateNewWindow(kDocumentWindowClass, kWindowCloseBoxAttribute, &bounds, &window) != noErr)
@@ -75,6 +99,11 @@ int main() {
         return 2;
     const EventTypeSpec close = {kEventClassWindow, kEventWindowClose};
     InstallEventHandler(GetWindowEventTarget(window), Closing, 1, &close, nullptr, nullptr);
+    const EventTypeSpec wheel = {kEventClassMouse, kEventMouseWheelMoved};
+    InstallEventHandler(GetWindowEventTarget(window), Wheeled, 1, &wheel, nullptr, nullptr);
+    BGDisplayRegisterReconfigurationCallback(DisplaysChanged, window);
+    if (argc > 1 && std::string(argv[1]) == "busy")
+        SetThemeCursor(kThemeWatchCursor);
     InstallReceiveHandler(Dropped, window, nullptr);
     InstallTrackingHandler(Tracking, window, nullptr);
     ShowWindow(window);

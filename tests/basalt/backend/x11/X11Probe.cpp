@@ -6,10 +6,13 @@
 //   x11probe drop WINDOW URI...    drags the URIs onto the window over XDND and drops them if
 //                                  the window says it would take them; prints "accepted"
 //                                  or "refused"
-//   x11probe shot FILE.png [WINDOW] writes the screen (or the window) as the server shows it
+//   x11probe shot FILE.png [WINDOW] writes the screen (or what it shows of the window)
+//   x11probe cursor                prints the pointer's shape as the server shows it: size,
+//                                  hot spot and a digest of the pixels
 
 #include "basalt/backend/x11/X11Snapshot.h"
 
+#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
@@ -18,6 +21,7 @@
 #include <string>
 #include <vector>
 #include <xcb/xcb.h>
+#include <xcb/xfixes.h>
 
 namespace {
 
@@ -178,25 +182,61 @@ int Drop(xcb_connection_t* xcb, xcb_screen_t* screen, xcb_window_t target,
     return accepted ? 0 : 1;
 }
 
+// What the screen shows of the window, read from the root as a screenshot tool does: a
+// window running past the screen's edge is cut there.
 int Shot(xcb_connection_t* xcb, xcb_screen_t* screen, const char* path, xcb_window_t window) {
-    xcb_drawable_t drawable = window != XCB_NONE ? window : screen->root;
-    xcb_get_geometry_reply_t* geometry =
-        xcb_get_geometry_reply(xcb, xcb_get_geometry(xcb, drawable), nullptr);
-    if (geometry == nullptr)
+    int x = 0, y = 0, width = screen->width_in_pixels, height = screen->height_in_pixels;
+    if (window != XCB_NONE) {
+        xcb_get_geometry_reply_t* geometry =
+            xcb_get_geometry_reply(xcb, xcb_get_geometry(xcb, window), nullptr);
+        xcb_translate_coordinates_reply_t* where = xcb_translate_coordinates_reply(
+            xcb, xcb_translate_coordinates(xcb, window, screen->root, 0, 0), nullptr);
+        if (geometry == nullptr || where == nullptr) {
+            std::free(geometry);
+            std::free(where);
+            return 2;
+        }
+        x = std::max(0, int(where->dst_x));
+        y = std::max(0, int(where->dst_y));
+        width = std::min(int(where->dst_x) + geometry->width, width) - x;
+        height = std::min(int(where->dst_y) + geometry->height, height) - y;
+        std::free(geometry);
+        std::free(where);
+    }
+    if (width <= 0 || height <= 0)
         return 2;
-    StatusCode status =
-        basalt::x11::WriteDrawablePNG(xcb, drawable, geometry->width, geometry->height, path);
-    std::free(geometry);
+    StatusCode status = basalt::x11::WriteDrawablePNG(xcb, screen->root, x, y, width, height, path);
     return status == noErr ? 0 : 2;
+}
+
+int Cursor(xcb_connection_t* xcb) {
+    const xcb_query_extension_reply_t* xfixes = xcb_get_extension_data(xcb, &xcb_xfixes_id);
+    if (xfixes == nullptr || !xfixes->present) {
+        std::fprintf(stderr, "x11probe: the X server lacks the XFIXES extension\n");
+        return 2;
+    }
+    std::free(xcb_xfixes_query_version_reply(xcb, xcb_xfixes_query_version(xcb, 4, 0), nullptr));
+    xcb_xfixes_get_cursor_image_reply_t* image =
+        xcb_xfixes_get_cursor_image_reply(xcb, xcb_xfixes_get_cursor_image(xcb), nullptr);
+    if (image == nullptr)
+        return 2;
+    const uint32_t* pixels = xcb_xfixes_get_cursor_image_cursor_image(image);
+    uint32_t digest = 2166136261u; // FNV-1a over the ARGB words
+    for (int i = 0; i < xcb_xfixes_get_cursor_image_cursor_image_length(image); ++i)
+        digest = (digest ^ pixels[i]) * 16777619u;
+    std::printf("%ux%u+%u+%u:%08x\n", image->width, image->height, image->xhot, image->yhot,
+                digest);
+    std::free(image);
+    return 0;
 }
 
 } // namespace
 
 int main(int argc, char** argv) {
-    if (argc < 3) {
+    if (argc < 2 || (argc < 3 && std::string(argv[1]) != "cursor")) {
         std::fprintf(stderr,
                      "usage: x11probe close WINDOW | keys WINDOW CODE... | drop WINDOW URI... | "
-                     "shot FILE [WINDOW]\n");
+                     "shot FILE [WINDOW] | cursor\n");
         return 2;
     }
     int screenNumber = 0;
@@ -216,6 +256,8 @@ int main(int argc, char** argv) {
     } else if (command == "drop") {
         result = Drop(xcb, screen, xcb_window_t(std::strtoul(argv[2], nullptr, 0)),
                       std::vector<std::string>(argv + 3, argv + argc));
+    } else if (command == "cursor") {
+        result = Cursor(xcb);
     } else if (command == "shot") {
         result = Shot(xcb, screen, argv[2],
                       argc > 3 ? xcb_window_t(std::strtoul(argv[3], nullptr, 0)) : XCB_NONE);

@@ -28,6 +28,19 @@ TEST(X11ScreensTest, AWindowOnAMonitorOrLargerThanItStaysPut) {
     EXPECT_EQ(PlaceOnNearestMonitor(partly, {}), partly);
 }
 
+TEST(X11ScreensTest, AWindowThatGrewPastItsMonitorComesBackWhole) {
+    // A dialog disclosed at the foot of the second monitor rises to show its bottom.
+    EXPECT_EQ(KeepWholeOnMonitor({2000, 700, 720, 468}, kTwoMonitors),
+              (PixelRect{2000, 1024 - 468, 720, 468}));
+    // Mostly on the first monitor, past its right edge: back inside the first, not the second.
+    EXPECT_EQ(KeepWholeOnMonitor({1500, 100, 600, 200}, kTwoMonitors),
+              (PixelRect{1920 - 600, 100, 600, 200}));
+    PixelRect whole{100, 100, 600, 400};
+    EXPECT_EQ(KeepWholeOnMonitor(whole, kTwoMonitors), whole);
+    // Taller than the monitor: its top edge shows, where the title bar is.
+    EXPECT_EQ(KeepWholeOnMonitor({100, 500, 600, 1500}, kTwoMonitors).y, 0);
+}
+
 TEST(X11ScreensTest, TheGreatestAreaMonitorHoldsMostOfTheWindow) {
     EXPECT_EQ(GreatestAreaMonitor({1800, 0, 400, 300}, kTwoMonitors), kTwoMonitors[1]);
     EXPECT_EQ(GreatestAreaMonitor({1700, 0, 400, 300}, kTwoMonitors), kTwoMonitors[0]);

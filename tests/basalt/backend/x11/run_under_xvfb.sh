@@ -168,6 +168,59 @@ done
 check "the open dialog's snapshot" "$(png_size "$artifacts/open-x11-scale1.png")" "720 480"
 check "the open dialog's snapshot at 2x" "$(png_size "$artifacts/open-x11-scale2.png")" "1280 756"
 
+# The save dialog, collapsed and then disclosed by its button right of the name, pictured by
+# the server at scale 1 and 2. Disclosed, it is taller than the room below it: it rises to
+# show whole at 1x, and at 2x, taller than the screen, to show its top. At 2x it is cut to
+# the screen's 640 points of width, which moves the button left.
+window_height() { xdotool getwindowgeometry --shell "$1" | grep '^HEIGHT='; }
+height_differs() { [ "$(window_height "$1")" != "$2" ]; }
+# Pictures the window once it has held still for two seconds: the disclosure is animated,
+# and the browser fills its columns (the parents of the samples are full) after that.
+settled_picture() { # file, window
+    local deadline=$((SECONDS + 30)) since=$SECONDS
+    "$probe" shot "$1" "$2"
+    while [ $SECONDS -lt $deadline ]; do
+        sleep 0.1
+        "$probe" shot "$1.next.png" "$2"
+        if ! cmp -s "$1" "$1.next.png"; then
+            mv "$1.next.png" "$1"
+            since=$SECONDS
+        elif [ $((SECONDS - since)) -ge 2 ]; then
+            rm -f "$1.next.png"
+            return
+        fi
+    done
+    failed=$((failed + 1))
+    echo "FAIL the picture $1 did not settle"
+}
+window_edges() { # window: "top bottom" in pixels
+    eval "$(xdotool getwindowgeometry --shell "$1")"
+    echo "$Y $((Y + HEIGHT))"
+}
+for scale in 1 2; do
+    # A home of its own: the dialog remembers being disclosed.
+    launch "save$scale" env GDK_SCALE=$scale XDG_CONFIG_HOME="$work/save$scale" \
+        "$kelpick" save --dir "$samples" --name "Untitled.txt"
+    window=$(window_of "save$scale")
+    xdotool windowfocus --sync "$window"
+    collapsed=$(window_height "$window")
+    settled_picture "$artifacts/save-x11-scale$scale.png" "$window"
+    check "the collapsed save dialog pictured at scale $scale" \
+        "$(png_size "$artifacts/save-x11-scale$scale.png")" "$((scale == 1 ? 720 : 1280)) $((122 * scale))"
+    click_at "$window" $((scale == 1 ? 532 : 492)) 22 "$scale"
+    eventually height_differs "$window" "$collapsed" ||
+        echo "FAIL the save dialog did not disclose at scale $scale"
+    settled_picture "$artifacts/save-disclosed-x11-scale$scale.png" "$window"
+    read -r top bottom <<<"$(window_edges "$window")"
+    if [ "$scale" == 1 ]; then
+        check "the disclosed save dialog shows whole" "$((top >= 0 && bottom <= 800))" 1
+    else
+        check "the disclosed save dialog shows its top at 2x" "$top" 0
+    fi
+    xdotool key --window "$window" Escape
+    check "the save dialog cancelled at scale $scale" "$(outcome save$scale)" "|1"
+done
+
 # ---- A field typed into with a German layout, dead keys included, pasted into and copied
 # out of, and a file dropped onto its window. Some X servers ignore layout changes; there the
 # same keys must type what the US layout puts on them.
@@ -199,6 +252,67 @@ check "the field's text reaches the clipboard" "$(xclip -o -selection clipboard)
 check "typed, composed and pasted text" "$(outcome field)" "drop: file:///tmp/a%20b
 text: $typed|0"
 setxkbmap -layout us
+
+# ---- The wheel and the pointer's shape. This server's pointer has no scroll valuators, so the
+# wheel comes as core buttons: each turn is one line on its axis, never two. The shape is an
+# arrow over the window, an I-beam over its field (x 20 to 380, y 40 to 62), a resize arrow
+# over the open dialog's divider right of the sidebar, and a busy window stays busy over its
+# field (the busy shape turns, so it is told by being neither of the others). The shape changes as the window's loop handles the motion, which a wheel turn after
+# it proves done.
+shape_differs() { [ "$("$probe" cursor)" != "$1" ]; }
+wheel_turns() { grep -c '^wheel' "$work/$1.out"; }
+move_and_settle() { # program, window, x, y
+    local turns
+    turns=$(wheel_turns "$1")
+    xdotool mousemove --window "$2" "$3" "$4" click 4
+    eventually_says $((turns + 1)) wheel_turns "$1"
+    "$probe" cursor
+}
+xdotool mousemove 1000 700
+root_shape=$("$probe" cursor)
+launch shapes "$field"
+window=$(window_of shapes)
+arrow=$(move_and_settle shapes "$window" 200 100)
+ibeam=$(move_and_settle shapes "$window" 100 50)
+check "an arrow over the window, not the root's shape" "$([ "$arrow" != "$root_shape" ] && echo yes)" yes
+check "an I-beam over the field" "$([ "$ibeam" != "$arrow" ] && echo yes)" yes
+check "the arrow again off the field" "$(move_and_settle shapes "$window" 200 100)" "$arrow"
+xdotool click 5 click 6 click 7
+eventually_says 6 wheel_turns shapes
+"$probe" close "$window"
+check "one line per turn of the wheel, on its axis" "$(outcome shapes | grep '^wheel' | sort | uniq -c |
+    tr -s ' ' | tr '\n' '/')" " 1 wheel: x -1/ 1 wheel: x 1/ 1 wheel: y -1/ 3 wheel: y 1/"
+launch busy "$field" busy
+window=$(window_of busy)
+neither_arrow_nor_ibeam() { [ "$1" != "$arrow" ] && [ "$1" != "$ibeam" ] && echo yes; }
+check "a busy shape" "$(neither_arrow_nor_ibeam "$(move_and_settle busy "$window" 200 100)")" yes
+check "a busy window stays busy over its field" \
+    "$(neither_arrow_nor_ibeam "$(move_and_settle busy "$window" 100 50)")" yes
+"$probe" close "$window"
+outcome busy >/dev/null
+launch divider "$kelpick" open --dir "$samples"
+window=$(window_of divider)
+xdotool mousemove --window "$window" 300 200
+eventually shape_differs "$root_shape"
+xdotool mousemove --window "$window" 184 200
+check "a resize arrow over the sidebar's divider" "$(eventually shape_differs "$arrow" && echo yes)" yes
+xdotool mousemove --window "$window" 300 200
+check "the arrow again off the divider" "$(eventually_says "$arrow" "$probe" cursor && echo yes)" yes
+xdotool key --window "$window" Escape
+outcome divider >/dev/null
+
+# ---- A change of monitors reaches the display-change callbacks: this server keeps its one
+# output, but RandR monitors may be set on it, and the window's greatest-area display follows.
+displays_told() { grep -c '^display' "$work/$1.out"; }
+launch monitors "$field"
+window=$(window_of monitors)
+xrandr --setmonitor LEFT 640/170x800/210+0+0 none
+eventually_says 1 displays_told monitors
+xrandr --delmonitor LEFT
+eventually_says 2 displays_told monitors
+"$probe" close "$window"
+check "a monitor added and taken away" "$(outcome monitors | grep '^display' | tr '\n' /)" \
+    "display: 0 0 640 800/display: 0 0 1280 800/"
 
 # ---- Popup menus, opened by a press on the button: chosen by click-click, by
 # press-drag-release, by keys and by typing; dismissed by Escape and by a click elsewhere; a
@@ -335,10 +449,15 @@ DISPLAY=:9999 timeout 20 "$kelpick" ask-save --document a >"$work/none.out" 2>"$
 check "no display exits 2" "$?" 2
 check "no display says why" "$(grep -c 'cannot open the X display ":9999"' "$work/none.err")" 1
 
-# A server without RandR, which the backend does without.
-start_server -extension RANDR
-DISPLAY=$server_display launch gone "$kelpick" ask-save --document a
+# A server without RandR and without shared memory, which the backend does without: frames
+# go through the socket and show the same.
+start_server -extension RANDR -extension MIT-SHM
+DISPLAY=$server_display launch gone "$kelpick" ask-save --document "Résumé.txt" \
+    --snapshot "$artifacts/ask-save-x11-unshared.png"
 DISPLAY=$server_display window_of gone >/dev/null
+eventually test -s "$artifacts/ask-save-x11-unshared.png"
+check "a frame sent through the socket" "$(cmp -s "$artifacts/ask-save-x11-scale1.png" \
+    "$artifacts/ask-save-x11-unshared.png" && echo same)" same
 kill "$server_pid"
 check "a display that goes away exits 2" "$(outcome gone)" "|2"
 check "and says so" "$(grep -c 'went away' "$work/gone.err")" 1

@@ -3,11 +3,13 @@
 
 #include "basalt/backend/headless/HeadlessDriver.h"
 #include "basalt/toolbox/events/Event.h"
+#include "tests/support/MakeControl.h"
 
 #include <gtest/gtest.h>
 #include <string>
 
 using basalt::headless::HeadlessDriver;
+using keltest::MakeControl;
 using namespace basalt::toolbox;
 
 namespace {
@@ -41,16 +43,6 @@ StatusCode Log(EventHandlerCallRef, EventRef event, void* data) {
     return eventNotHandledErr;
 }
 
-ControlRef Make(WindowRef window, OSType kind, BGRect frame, ControlRef parent = nullptr) {
-    Rect bounds = {0, 0, 1, 1};
-    ControlRef control = nullptr;
-    BTCreateControl(window, &bounds, kind, nullptr, &control);
-    if (parent != nullptr)
-        BTViewAddSubview(parent, control);
-    BTViewSetFrame(control, &frame);
-    return control;
-}
-
 class ContainerTest : public ::testing::Test {
 protected:
     WindowRef window = nullptr;
@@ -65,9 +57,9 @@ protected:
 } // namespace
 
 TEST_F(ContainerTest, DraggingTheSplitterResizesBothSides) {
-    ControlRef splitter = Make(window, kControlKindSplitter, BGRectMake(0, 0, 500, 300));
-    ControlRef left = Make(window, kControlKindUserPane, BGRectZero, splitter);
-    ControlRef right = Make(window, kControlKindUserPane, BGRectZero, splitter);
+    ControlRef splitter = MakeControl(window, kControlKindSplitter, BGRectMake(0, 0, 500, 300));
+    ControlRef left = MakeControl(window, kControlKindUserPane, BGRectZero, splitter);
+    ControlRef right = MakeControl(window, kControlKindUserPane, BGRectZero, splitter);
     BTViewSetValue(splitter, 150);
     std::string log;
     const EventTypeSpec moved = {kEventClassSplitter, kEventSplitterMoved};
@@ -92,7 +84,8 @@ TEST_F(ContainerTest, TheScrollViewDrivesItsContentThroughTheProtocol) {
     BTViewAddSubview(root, scroll);
     BGRect frame = BGRectMake(10, 10, 211, 100);
     BTViewSetFrame(scroll, &frame);
-    ControlRef content = Make(window, kControlKindUserPane, BGRectMake(0, 0, 200, 100), scroll);
+    ControlRef content =
+        MakeControl(window, kControlKindUserPane, BGRectMake(0, 0, 200, 100), scroll);
     Content state;
     const EventTypeSpec protocol[] = {{kEventClassScrollable, kEventScrollableGetInfo},
                                       {kEventClassScrollable, kEventScrollableScrollTo}};
@@ -120,7 +113,8 @@ TEST_F(ContainerTest, ASidewaysWheelScrollsTheScrollViewSideways) {
     BTViewAddSubview(BTViewGetRoot(window), scroll);
     BGRect frame = BGRectMake(10, 10, 211, 100);
     BTViewSetFrame(scroll, &frame);
-    ControlRef content = Make(window, kControlKindUserPane, BGRectMake(0, 0, 200, 100), scroll);
+    ControlRef content =
+        MakeControl(window, kControlKindUserPane, BGRectMake(0, 0, 200, 100), scroll);
     Content state;
     state.image = {600, 1000};
     const EventTypeSpec protocol[] = {{kEventClassScrollable, kEventScrollableGetInfo},
@@ -142,7 +136,7 @@ TEST_F(ContainerTest, ASidewaysWheelScrollsTheScrollViewSideways) {
 }
 
 TEST_F(ContainerTest, TrackingAreasReportTheMouseEnteringAndLeaving) {
-    ControlRef pane = Make(window, kControlKindUserPane, BGRectMake(100, 100, 100, 50));
+    ControlRef pane = MakeControl(window, kControlKindUserPane, BGRectMake(100, 100, 100, 50));
     BGRect inner = BGRectMake(10, 10, 20, 20);
     BTShapeRef shape = BTShapeCreateWithRect(&inner);
     BTViewTrackingAreaRef area = nullptr;
@@ -170,7 +164,7 @@ TEST_F(ContainerTest, TrackingAreasReportTheMouseEnteringAndLeaving) {
 }
 
 TEST_F(ContainerTest, AnAreaWithoutAShapeFollowsTheViewsSize) {
-    ControlRef pane = Make(window, kControlKindUserPane, BGRectMake(100, 100, 0, 0));
+    ControlRef pane = MakeControl(window, kControlKindUserPane, BGRectMake(100, 100, 0, 0));
     BTViewTrackingAreaRef area = nullptr;
     ASSERT_EQ(BTViewNewTrackingArea(pane, nullptr, 7, &area), noErr);
     BGRect grown = BGRectMake(100, 100, 60, 30);
