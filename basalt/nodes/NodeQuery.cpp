@@ -222,8 +222,8 @@ NodeRef MakeQueryHit(NodeRef hitsContainer, NodeRef original) {
     return hit;
 }
 
-bool PublishHits(QueryState& state, const QueryRun& run, std::vector<QueryHit>& batch,
-                 const std::function<bool(NodeRef item)>& gone) {
+bool PublishHits(QueryState& state, QueryRun& run, std::vector<QueryHit>& batch,
+                 const std::function<bool(NodeRef item)>& gone, bool last) {
     const NodeQuerySortProc sort = run.definition.sort;
     auto less = [sort](const QueryHit& a, const QueryHit& b) {
         return sort(a.row.data(), b.row.data(), nullptr) == kBCCompareLessThan;
@@ -248,6 +248,8 @@ bool PublishHits(QueryState& state, const QueryRun& run, std::vector<QueryHit>& 
             state.published.insert(state.published.end(), batch.begin(), batch.end());
         }
         batch.clear();
+        if (last)
+            run.walked = true;
     }
     ReleaseHits(withdrawn); // outside the lock: the last hit may take its container along
     Announce(state.hits);

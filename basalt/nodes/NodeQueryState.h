@@ -100,9 +100,10 @@ std::u16string QueryName(NodeRef node);
 NodeRef MakeQueryHit(NodeRef hitsContainer, NodeRef original);
 // Withdraws the hits whose items are gone, adds a batch to the published hits (sorted in when
 // the search sorts) and tells the clients; false, with the batch left alone, when the run is
-// no longer the state's live run.
-bool PublishHits(QueryState& state, const QueryRun& run, std::vector<QueryHit>& batch,
-                 const std::function<bool(NodeRef item)>& gone = {});
+// no longer the state's live run. The last batch of a walk marks the run walked as its hits are
+// published, so whoever sees the search no longer gathering finds every hit.
+bool PublishHits(QueryState& state, QueryRun& run, std::vector<QueryHit>& batch,
+                 const std::function<bool(NodeRef item)>& gone, bool last);
 // Runs the walk on a worker thread; the run is marked finished when the walk ends.
 StatusCode StartQueryWalk(std::shared_ptr<QueryState> state, std::shared_ptr<QueryRun> run);
 // Number of walks still running in the process (tests wait for it to reach zero).

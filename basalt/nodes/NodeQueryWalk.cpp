@@ -134,11 +134,11 @@ public:
                 folders_.push_back({root, 0});
             WalkFolders();
         }
-        // The last delivery of a search comes even with nothing new, and after the walk counts
-        // as done, so that clients learn from it that the search no longer gathers.
-        run_->walked = true;
+        // The last delivery of a search comes even with nothing new, and the walk counts as done
+        // with it, so that clients learn from it that the search no longer gathers.
         if (!Stopped() && !matchesNothing)
-            Deliver(true);
+            Deliver(true, true);
+        run_->walked = true;
         if (!matchesNothing && watch_.Valid())
             FollowChanges();
     }
@@ -352,7 +352,7 @@ private:
 
     // Hands the hits found so far over when the batch is full or its time has come; always
     // when forced, even an empty batch.
-    void Deliver(bool force) {
+    void Deliver(bool force, bool last = false) {
         if (!force && found_.empty() && gone_.empty())
             return;
         if (!force && !Due())
@@ -361,7 +361,7 @@ private:
             return std::any_of(gone_.begin(), gone_.end(),
                                [item](NodeRef left) { return IsAtOrUnder(item, left); });
         };
-        if (!PublishHits(*state_, *run_, found_, gone))
+        if (!PublishHits(*state_, *run_, found_, gone, last))
             run_->stop = true;
         ReleaseAll(gone_);
         delivered_ = true;
