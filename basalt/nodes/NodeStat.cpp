@@ -67,8 +67,8 @@ std::optional<std::string> ListXattrsInFolder(NodeRef node) {
         gListXattrAtMissing.load(std::memory_order_relaxed))
         return std::nullopt;
     char buffer[4096];
-    long size = ::syscall(kListXattrAt, at.fd.Get(), node->name.c_str(), AT_SYMLINK_NOFOLLOW,
-                          buffer, sizeof buffer);
+    long size = ::syscall(kListXattrAt, at.fd.Get(), node->CName(), AT_SYMLINK_NOFOLLOW, buffer,
+                          sizeof buffer);
     if (size >= 0)
         return std::string(buffer, static_cast<size_t>(size));
     if (errno == ENOSYS)
@@ -188,12 +188,12 @@ NodeExtras ExtrasOf(NodeRef node) {
     return node->cache.extras ? *node->cache.extras : NodeExtras();
 }
 
-bool IsListedHidden(NodeRef folder, const std::string& name) {
+bool IsListedHidden(NodeRef folder, std::string_view name) {
     if (folder == nullptr || !folder->IsFileSystem())
         return false;
     std::lock_guard lock(folder->mutex);
     if (!folder->cache.hiddenNames) {
-        folder->cache.hiddenNames = std::make_unique<std::unordered_set<std::string>>();
+        folder->cache.hiddenNames = std::make_unique<NameSet>();
         UniqueFd fd = files::OpenPath(files::JoinPath(PathOf(folder), ".hidden"), O_RDONLY);
         std::string text;
         char buffer[4096];
