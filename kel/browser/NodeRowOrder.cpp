@@ -30,14 +30,10 @@ int CompareByKey(OpaqueNodeRef* a, OpaqueNodeRef* b, FourCharCode property) {
     return CompareKeys(keyA, lengthA, keyB, lengthB);
 }
 
-// Keys end in their only zero byte, so this orders them as memcmp would.
-int CompareTerminatedKeys(const uint8_t* keyA, const uint8_t* keyB) {
-    return std::strcmp(reinterpret_cast<const char*>(keyA), reinterpret_cast<const char*>(keyB));
-}
-
 int CompareNames(const NodeSortRow& a, const NodeSortRow& b) {
     int order = a.facts.displayKey != nullptr && b.facts.displayKey != nullptr
-                    ? CompareTerminatedKeys(a.facts.displayKey, b.facts.displayKey)
+                    ? CompareKeys(a.facts.displayKey, a.facts.keyLength, b.facts.displayKey,
+                                  b.facts.keyLength)
                     : NodeStringCompare(a.node, b.node, kDisplayName, CompareStrings);
     return order != 0 ? order : CompareByKey(a.node, b.node, NodeCode("pnam"));
 }
@@ -62,6 +58,7 @@ void ReadDisplayKey(OpaqueNodeRef* node, NodeSortFacts& facts) {
     facts.keyKnown = true;
     if (NodeGetSortKey(node, kDisplayName, &key, &length) == noErr) {
         facts.displayKey = key;
+        facts.keyLength = uint32_t(length);
     }
 }
 

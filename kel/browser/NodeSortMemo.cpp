@@ -1,6 +1,7 @@
 #include "kel/browser/NodeSortMemo.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace {
 
@@ -10,6 +11,14 @@ constexpr uintptr_t kFlags = kValid | kQueryHit | kKeyKnown;
 
 uintptr_t NodeOf(uintptr_t nodeAndFlags) {
     return nodeAndFlags & ~kFlags;
+}
+
+// As the node service counts it: with the closing zero, and 0 for a key it could not make.
+uint32_t LengthOf(const uint8_t* key) {
+    if (key == nullptr || key[0] == 0) {
+        return 0;
+    }
+    return uint32_t(std::strlen(reinterpret_cast<const char*>(key)) + 1);
 }
 
 } // namespace
@@ -43,7 +52,8 @@ std::optional<NodeSortFacts> NodeSortMemo::Find(const OpaqueNodeRef* node) {
     }
     const Slot& slot = slots[at];
     return NodeSortFacts{(slot.nodeAndFlags & kValid) != 0, (slot.nodeAndFlags & kQueryHit) != 0,
-                         (slot.nodeAndFlags & kKeyKnown) != 0, slot.displayKey};
+                         (slot.nodeAndFlags & kKeyKnown) != 0, LengthOf(slot.displayKey),
+                         slot.displayKey};
 }
 
 void NodeSortMemo::Keep(const OpaqueNodeRef* node, const NodeSortFacts& facts) {

@@ -6,7 +6,8 @@
 // addressing: one probe into contiguous memory per lookup.
 //
 // A slot is 16 bytes: the three flags ride in the low bits of the node's address, which is
-// that of a heap object holding pointers and so a multiple of 8.
+// that of a heap object holding pointers and so a multiple of 8, and the key's length is read
+// again from the key, which ends in its only zero byte.
 
 #include <cstddef>
 #include <cstdint>
@@ -19,8 +20,8 @@ struct NodeSortFacts {
     bool valid = false;
     bool queryHit = false;
     bool keyKnown = false; // the display name's key was asked for
-    // The node service's key, which ends in its only zero byte; null when it has none.
-    const uint8_t* displayKey = nullptr;
+    uint32_t keyLength = 0;
+    const uint8_t* displayKey = nullptr; // null when the node service has none
 };
 
 class NodeSortMemo {
