@@ -67,13 +67,12 @@ struct NameHash {
 };
 using NameSet = std::unordered_set<std::string, NameHash, std::equal_to<>>;
 
-// A large folder's nodes are mostly named and never looked at closer, and most files carry
-// none of our attributes: each part costs a pointer until it holds something.
+// What a node has read of its object beyond its kind. A large folder's nodes are mostly named
+// and never looked at closer, so a node holds none of this until it is asked for, and most
+// files carry none of our attributes: each part costs a pointer until it holds something.
 struct NodeCache {
     std::unique_ptr<NodeStat> stat;
-    std::unique_ptr<NodeExtras> extras; // null once read: the file has none
-    bool extrasRead = false;
-    std::optional<bool> locked;
+    std::unique_ptr<NodeExtras> extras;
     std::unique_ptr<NameSet> hiddenNames; // a listed folder's .hidden
 };
 
@@ -129,6 +128,10 @@ struct OpaqueNodeRef {
     // fields sit together: the node is a few bytes under a malloc size class with a usual name.
     std::atomic<int32_t> count{1};
     std::atomic<NodeKind> kind;
+    // Read with the cache, under mutex, and dropped with it. Every file's attributes are read
+    // when a large folder's keys are made, so this flag stays out of the cache.
+    bool extrasRead = false; // extras in the cache, or none: the file has none
+    std::optional<bool> locked;
     int32_t virtualIndex = 0;
     basalt::nodes::NodeLock mutex;
     uint32_t tableHash = 0; // the intern table's (NodeInternTable.h), set under its lock
@@ -137,7 +140,7 @@ struct OpaqueNodeRef {
     OpaqueNodeRef* const parent;
     std::atomic<OpaqueNodeRef*> aliasTarget{nullptr}; // a volume alias's volume, counted
     OpaqueNodeRef* tableNext = nullptr;               // the intern table's
-    NodeCache cache;
+    std::unique_ptr<NodeCache> cache;
 
 private:
     OpaqueNodeRef(NodeKind kind, uint32_t nameLength, OpaqueNodeRef* parent)
