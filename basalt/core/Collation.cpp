@@ -35,14 +35,12 @@ std::unique_ptr<UCollator, CollatorCloser> MakeCollator(const std::string& local
     return U_SUCCESS(status) ? std::move(collator) : nullptr;
 }
 
-} // namespace
-
-const UCollator* CollatorFor(UCCollateOptions options) {
+// Made once per locale and option set, and never closed.
+const UCollator* SharedCollator(std::string locale, UCCollateOptions options) {
     static std::mutex mutex;
     static std::map<std::pair<std::string, UCCollateOptions>,
                     std::unique_ptr<UCollator, CollatorCloser>>
         collators;
-    std::string locale = uloc_getDefault();
     // The C locale's collation is byte order, which would make case and accents primary
     // differences; names sort as people expect under the root rules instead.
     if (locale == "en_US_POSIX" || locale == "c" || locale == "posix")
@@ -52,6 +50,23 @@ const UCollator* CollatorFor(UCCollateOptions options) {
     if (!slot)
         slot = MakeCollator(locale, options);
     return slot.get();
+}
+
+} // namespace
+
+const UCollator* CollatorFor(UCCollateOptions options) {
+    // Sorting asks by the thousand with the same options: each thread keeps its last answer
+    // until the locale or the options change.
+    thread_local std::string lastLocale;
+    thread_local UCCollateOptions lastOptions = 0;
+    thread_local const UCollator* last = nullptr;
+    const char* locale = uloc_getDefault();
+    if (last != nullptr && options == lastOptions && lastLocale == locale)
+        return last;
+    last = SharedCollator(locale, options);
+    lastLocale = locale;
+    lastOptions = options;
+    return last;
 }
 
 int CompareCollated(const std::u16string& a, const std::u16string& b, bool caseInsensitive) {

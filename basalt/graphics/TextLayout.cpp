@@ -1,6 +1,7 @@
 #include "basalt/graphics/TextLayout.h"
 
 #include "basalt/graphics/FontMap.h"
+#include "basalt/graphics/MiddleCut.h"
 #include "basalt/graphics/ShownText.h"
 #include "basalt/graphics/UprightBox.h"
 
@@ -73,28 +74,50 @@ PangoAlignment AlignmentFor(uint32_t flush) {
     }
 }
 
-LayoutPtr BuildLayout(PangoContext* context, std::string_view utf8, const TextBoxStyle& style,
-                      double width) {
+struct BuiltLayout {
+    LayoutPtr layout;
+    bool cut = false; // shortened with an ellipsis
+};
+
+void CutToLines(PangoLayout* layout, const TextBoxStyle& style, BuiltLayout& built) {
+    if (style.maxLines == 1 && style.truncation == kBTThemeTextTruncationMiddle) {
+        const int width = pango_layout_get_width(layout);
+        pango_layout_set_width(layout, -1);
+        if (auto cut = CutInTheMiddle(layout, width)) {
+            pango_layout_set_text(layout, cut->data(), static_cast<int>(cut->size()));
+            built.cut = true;
+        }
+        pango_layout_set_width(layout, width);
+    }
+    // The end ellipsis also guards a middle cut that kerning made a hair too wide.
+    const bool middle = style.truncation == kBTThemeTextTruncationMiddle && !built.cut;
+    pango_layout_set_ellipsize(layout, middle ? PANGO_ELLIPSIZE_MIDDLE : PANGO_ELLIPSIZE_END);
+    pango_layout_set_height(layout, -static_cast<int>(style.maxLines));
+}
+
+BuiltLayout BuildLayout(PangoContext* context, std::string_view utf8, const TextBoxStyle& style,
+                        double width) {
     PangoFontDescription* font = CreateThemeFontDescription(style.font);
     if (font == nullptr)
-        return nullptr;
-    LayoutPtr layout(pango_layout_new(context));
-    pango_layout_set_font_description(layout.get(), font);
+        return {};
+    BuiltLayout built{LayoutPtr(pango_layout_new(context))};
+    PangoLayout* layout = built.layout.get();
+    pango_layout_set_font_description(layout, font);
     pango_font_description_free(font);
     const std::string text = PrepareText(utf8, style.maxLines);
-    pango_layout_set_text(layout.get(), text.data(), static_cast<int>(text.size()));
-    pango_layout_set_alignment(layout.get(), AlignmentFor(style.horizontalFlush));
+    pango_layout_set_text(layout, text.data(), static_cast<int>(text.size()));
+    pango_layout_set_alignment(layout, AlignmentFor(style.horizontalFlush));
     if (width <= 0)
-        return layout;
-    pango_layout_set_width(layout.get(), pango_units_from_double(width));
-    pango_layout_set_wrap(layout.get(), PANGO_WRAP_WORD_CHAR);
-    if (style.maxLines > 0 && style.truncation != kBTThemeTextTruncationNone) {
-        pango_layout_set_ellipsize(layout.get(), style.truncation == kBTThemeTextTruncationMiddle
-                                                     ? PANGO_ELLIPSIZE_MIDDLE
-                                                     : PANGO_ELLIPSIZE_END);
-        pango_layout_set_height(layout.get(), -static_cast<int>(style.maxLines));
-    }
-    return layout;
+        return built;
+    pango_layout_set_width(layout, pango_units_from_double(width));
+    pango_layout_set_wrap(layout, PANGO_WRAP_WORD_CHAR);
+    if (style.maxLines > 0 && style.truncation != kBTThemeTextTruncationNone)
+        CutToLines(layout, style, built);
+    return built;
+}
+
+bool IsCut(const BuiltLayout& built) {
+    return built.cut || pango_layout_is_ellipsized(built.layout.get()) != 0;
 }
 
 PangoRectangle LogicalExtents(PangoLayout* layout) {
@@ -107,14 +130,14 @@ PangoRectangle LogicalExtents(PangoLayout* layout) {
 
 std::optional<TextMeasure> MeasureText(std::string_view utf8, const TextBoxStyle& style,
                                        double width) {
-    LayoutPtr layout = BuildLayout(MeasuringContext(), utf8, style, width);
-    if (!layout)
+    const BuiltLayout built = BuildLayout(MeasuringContext(), utf8, style, width);
+    if (!built.layout)
         return std::nullopt;
-    const PangoRectangle logical = LogicalExtents(layout.get());
+    const PangoRectangle logical = LogicalExtents(built.layout.get());
     return TextMeasure{{std::ceil(pango_units_to_double(logical.width)),
                         std::ceil(pango_units_to_double(logical.height))},
-                       pango_units_to_double(pango_layout_get_baseline(layout.get())),
-                       pango_layout_is_ellipsized(layout.get()) != 0};
+                       pango_units_to_double(pango_layout_get_baseline(built.layout.get())),
+                       IsCut(built)};
 }
 
 std::optional<bool> DrawText(cairo_t* cr, std::string_view utf8, const TextBoxStyle& style,
@@ -123,11 +146,12 @@ std::optional<bool> DrawText(cairo_t* cr, std::string_view utf8, const TextBoxSt
     // Nothing fits in a box without width; without this the text would run unbounded.
     if (box.size.width <= 0)
         return IsThemeFont(style.font) ? std::optional<bool>(!utf8.empty()) : std::nullopt;
-    LayoutPtr layout = BuildLayout(DrawingContext(cr), utf8, style, box.size.width);
-    if (!layout)
+    const BuiltLayout built = BuildLayout(DrawingContext(cr), utf8, style, box.size.width);
+    if (!built.layout)
         return std::nullopt;
+    PangoLayout* layout = built.layout.get();
     NoteShownText(cr, utf8, box);
-    const double height = pango_units_to_double(LogicalExtents(layout.get()).height);
+    const double height = pango_units_to_double(LogicalExtents(layout).height);
     double top = box.origin.y;
     if (style.verticalFlush == kBTThemeTextFlushCenter)
         top += (box.size.height - height) / 2;
@@ -136,9 +160,9 @@ std::optional<bool> DrawText(cairo_t* cr, std::string_view utf8, const TextBoxSt
     cairo_save(cr);
     MakeUpright(cr, box);
     cairo_move_to(cr, box.origin.x, top);
-    pango_cairo_show_layout(cr, layout.get());
+    pango_cairo_show_layout(cr, layout);
     cairo_restore(cr);
-    return pango_layout_is_ellipsized(layout.get()) != 0;
+    return IsCut(built);
 }
 
 } // namespace basalt::graphics

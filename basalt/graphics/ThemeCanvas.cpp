@@ -69,6 +69,17 @@ void ThemeCanvas::FocusRing(BGRect rect, double radius) const {
     cairo_stroke(cr_);
 }
 
+void ThemeCanvas::InnerFocusRing(BGRect rect, double radius) const {
+    constexpr double kWidth = 3;
+    const BGRect ring = BGRectInset(rect, kWidth / 2, kWidth / 2);
+    if (BGRectIsNull(ring))
+        return;
+    RoundedRect(ring, std::max(0.0, radius - kWidth / 2));
+    SetSource(cr_, kPalette.focusRing, alpha_);
+    cairo_set_line_width(cr_, kWidth);
+    cairo_stroke(cr_);
+}
+
 void ThemeCanvas::Line(BGPoint from, BGPoint to, const ThemeColor& color, double width) const {
     cairo_move_to(cr_, from.x, from.y);
     cairo_line_to(cr_, to.x, to.y);

@@ -31,6 +31,9 @@ public:
     void Outline(BGRect rect, double radius, const ThemeColor& color) const;
     // The focus ring, outside rect.
     void FocusRing(BGRect rect, double radius) const;
+    // The same ring just inside rect, for parts drawn clipped to their bounds; its outer edge
+    // follows an outline of that radius.
+    void InnerFocusRing(BGRect rect, double radius) const;
     void Line(BGPoint from, BGPoint to, const ThemeColor& color, double width = 1) const;
     // Fill or stroke the path built on Cairo() so far.
     void FillPath(const ThemeColor& color) const;

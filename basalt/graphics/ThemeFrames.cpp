@@ -30,7 +30,11 @@ StatusCode BTThemeDrawFrame(const BGRect* rect, const BTThemeFrameDrawInfo* info
     const BGRect bounds = canvas.Bounds();
     const double radius = info->kind == kBTThemeFrameTextField ? kFieldRadius : 0;
     const bool focused = info->isFocused && !IsInactive(info->state);
-    if (focused)
+    // A text field draws clipped to its bounds, so its ring goes inside, in the room its
+    // text leaves at the edges.
+    if (focused && info->kind == kBTThemeFrameTextField)
+        canvas.InnerFocusRing(bounds, radius);
+    else if (focused)
         canvas.FocusRing(bounds, radius);
     canvas.Outline(bounds, radius,
                    focused                   ? kPalette.accent

@@ -9,11 +9,15 @@
 #include <algorithm>
 #include <cerrno>
 #include <dirent.h>
+#include <iterator>
 #include <memory>
 #include <sys/syscall.h>
 
 namespace basalt::nodes {
 namespace {
+
+// Enough for the key threads to start on while the rest of a large folder is interned.
+constexpr size_t kFirstPart = 2 * kParallelSortKeysFrom;
 
 StatusCode StatusForErrno(int error) {
     switch (error) {
@@ -41,7 +45,10 @@ std::vector<NodeRef> VolumeAliases() {
     return aliases;
 }
 
-StatusCode ListFolder(NodeRef folder, std::vector<NodeRef>& children) {
+// A large folder's first entries are interned and handed to `keys` on their own, so that
+// their sort keys are being made while the rest is interned in one go, which grows the intern
+// table once.
+StatusCode ListFolder(NodeRef folder, std::vector<NodeRef>& children, DisplaySortKeyMaker* keys) {
     std::vector<NodeEntry> entries;
     if (StatusCode status = ReadFolderEntries(PathOf(folder), entries))
         return status;
@@ -53,8 +60,16 @@ StatusCode ListFolder(NodeRef folder, std::vector<NodeRef>& children) {
             entries, [](const NodeEntry& e) { return e.name == "Network" || e.name == "Volumes"; });
         children.push_back(CopyNodeRef(Special().network));
     }
-    std::vector<NodeRef> nodes = InternAll(folder, std::move(entries));
-    children.insert(children.end(), nodes.begin(), nodes.end());
+    const auto split = entries.begin() + std::ptrdiff_t(std::min(entries.size(), kFirstPart));
+    std::vector<NodeEntry> rest(std::make_move_iterator(split),
+                                std::make_move_iterator(entries.end()));
+    entries.erase(split, entries.end());
+    for (std::vector<NodeEntry>* part : {&entries, &rest}) {
+        std::vector<NodeRef> nodes = InternAll(folder, std::move(*part));
+        if (keys != nullptr)
+            keys->Add(nodes);
+        children.insert(children.end(), nodes.begin(), nodes.end());
+    }
     return noErr;
 }
 
@@ -97,7 +112,8 @@ StatusCode ReadFolderEntries(const std::string& path, std::vector<NodeEntry>& en
     return noErr;
 }
 
-StatusCode ListChildren(NodeRef container, std::vector<NodeRef>& children) {
+StatusCode ListChildren(NodeRef container, std::vector<NodeRef>& children,
+                        DisplaySortKeyMaker* keys) {
     if (container == nullptr)
         return paramErr;
     switch (container->kind.load()) {
@@ -118,14 +134,14 @@ StatusCode ListChildren(NodeRef container, std::vector<NodeRef>& children) {
         return noErr;
     case NodeKind::VolumeAlias:
         if (NodeRef volume = container->aliasTarget.load())
-            return ListChildren(volume, children);
+            return ListChildren(volume, children, keys);
         return fnfErr;
     default:
         break;
     }
     if (SettledKind(container) != NodeKind::Folder)
         return kNodeNotContainerErr;
-    return ListFolder(container, children);
+    return ListFolder(container, children, keys);
 }
 
 void ReleaseAll(std::vector<NodeRef>& nodes) {
@@ -147,9 +163,13 @@ StatusCode NewNodeIterator(NodeRef container, NodeIteratorRef* iterator, uint32_
     if (iterator == nullptr)
         return paramErr;
     auto made = std::make_unique<OpaqueNodeIterator>();
-    if (StatusCode status = ListChildren(container, made->children))
+    DisplaySortKeyMaker keys;
+    if (StatusCode status = ListChildren(container, made->children, &keys))
         return status;
-    PrepareDisplaySortKeys(made->children);
+    // A folder hands its nodes over as they are interned; any other listing comes whole.
+    if (keys.Count() == 0)
+        keys.Add(made->children);
+    keys.Finish();
     *iterator = made.release();
     return noErr;
 }

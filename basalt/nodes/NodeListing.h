@@ -19,7 +19,11 @@ struct LinuxDirent64 {
 // The kind a d_type names; Unknown when the file system did not say.
 NodeKind KindOfDirentType(unsigned char type);
 
-StatusCode ListChildren(NodeRef container, std::vector<NodeRef>& children);
+class DisplaySortKeyMaker;
+
+// With `keys`, the children are handed to it as they are listed.
+StatusCode ListChildren(NodeRef container, std::vector<NodeRef>& children,
+                        DisplaySortKeyMaker* keys = nullptr);
 // The entries of a folder by getdents64 alone, in the file system's order.
 StatusCode ReadFolderEntries(const std::string& path, std::vector<NodeEntry>& entries);
 // The children of the virtual nodes 11 and 12.

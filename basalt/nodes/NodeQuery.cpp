@@ -224,6 +224,14 @@ NodeRef MakeQueryHit(NodeRef hitsContainer, NodeRef original) {
 
 bool PublishHits(QueryState& state, const QueryRun& run, std::vector<QueryHit>& batch,
                  const std::function<bool(NodeRef item)>& gone) {
+    const NodeQuerySortProc sort = run.definition.sort;
+    auto less = [sort](const QueryHit& a, const QueryHit& b) {
+        return sort(a.row.data(), b.row.data(), nullptr) == kBCCompareLessThan;
+    };
+    // The batch is the walk's own: sorting it outside the lock keeps the main thread, which
+    // reads the hits under it, from waiting for a thousand comparisons.
+    if (sort != nullptr)
+        std::stable_sort(batch.begin(), batch.end(), less);
     std::vector<QueryHit> withdrawn;
     {
         std::lock_guard lock(state.mutex);
@@ -231,11 +239,7 @@ bool PublishHits(QueryState& state, const QueryRun& run, std::vector<QueryHit>& 
             return false;
         if (gone)
             withdrawn = TakeHits(state.published, gone);
-        if (NodeQuerySortProc sort = run.definition.sort) {
-            auto less = [sort](const QueryHit& a, const QueryHit& b) {
-                return sort(a.row.data(), b.row.data(), nullptr) == kBCCompareLessThan;
-            };
-            std::stable_sort(batch.begin(), batch.end(), less);
+        if (sort != nullptr) {
             size_t middle = state.published.size();
             state.published.insert(state.published.end(), batch.begin(), batch.end());
             std::inplace_merge(state.published.begin(), state.published.begin() + middle,

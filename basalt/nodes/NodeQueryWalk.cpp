@@ -24,6 +24,7 @@
 #include "basalt/types/MimeDatabase.h"
 
 #include <chrono>
+#include <cstring>
 #include <deque>
 #include <dirent.h>
 #include <set>
@@ -57,16 +58,21 @@ public:
             return "inode/directory";
         case NodeKind::Symlink:
             return "inode/symlink";
-        default: {
-            std::string type = types::MimeDatabase::Shared().TypeForName(name_);
-            return type.empty() ? "application/octet-stream" : type;
-        }
+        default:
+            // A hit is tested against each excluded type in turn: one lookup serves them all.
+            if (type_.empty()) {
+                type_ = types::MimeDatabase::Shared().TypeForName(name_);
+                if (type_.empty())
+                    type_ = "application/octet-stream";
+            }
+            return type_;
         }
     }
 
 private:
     std::string_view name_;
     NodeKind kind_;
+    mutable std::string type_;
 };
 
 std::unordered_set<std::string> HiddenNames(int folder) {
@@ -109,8 +115,9 @@ BCTypeRef RowValue(const std::string& attribute, NodeRef item) {
 
 class Walk {
 public:
-    Walk(std::shared_ptr<QueryState> state, std::shared_ptr<QueryRun> run)
-        : state_(std::move(state)), run_(std::move(run)), hits_(CopyNodeRef(state_->hits)) {}
+    Walk(std::shared_ptr<QueryState> state, std::shared_ptr<QueryRun> run, QueryWatch& watch)
+        : state_(std::move(state)), run_(std::move(run)), hits_(CopyNodeRef(state_->hits)),
+          watch_(watch) {}
 
     ~Walk() {
         ReleaseHits(found_);
@@ -249,29 +256,57 @@ private:
         return fd;
     }
 
+    // Reads the whole folder into entries_; true if it lists a ".hidden". Nothing is read
+    // once the walk is stopped.
+    bool ReadEntries(int folder) {
+        constexpr size_t kChunk = 32 * 1024;
+        constexpr size_t kMostKept = 1024 * 1024;
+        if (entries_.size() > kMostKept)
+            entries_ = {}; // grown for a very large folder, which the next one seldom is
+        size_t used = 0;
+        bool listsHidden = false;
+        entriesUsed_ = 0;
+        while (!Stopped()) {
+            if (entries_.size() < used + kChunk)
+                entries_.resize(used + kChunk);
+            long got = ::syscall(SYS_getdents64, folder, entries_.data() + used, kChunk);
+            if (got <= 0)
+                break;
+            for (long at = 0; at < got && !listsHidden;) {
+                auto* entry = reinterpret_cast<LinuxDirent64*>(entries_.data() + used + at);
+                listsHidden = std::strcmp(entry->d_name, ".hidden") == 0;
+                at += entry->d_reclen;
+            }
+            used += size_t(got);
+            entriesUsed_ = used;
+        }
+        return listsHidden;
+    }
+
     void WalkFolder(const Folder& folder) {
         uint64_t device = 0;
         files::UniqueFd fd = Enter(folder, device);
         if (!fd.Valid())
             return;
-        std::unordered_set<std::string> hidden = HiddenNames(fd.Get());
+        // Few folders have a ".hidden": looking for it in the listing spares an open of a
+        // missing file in all the others.
+        std::unordered_set<std::string> hidden;
+        if (ReadEntries(fd.Get()))
+            hidden = HiddenNames(fd.Get());
         folderNode_ = NodeHolder();
-        alignas(LinuxDirent64) char buffer[32 * 1024];
         int sinceCheck = 0;
-        for (long got; (got = ::syscall(SYS_getdents64, fd.Get(), buffer, sizeof buffer)) > 0;) {
-            for (long at = 0; at < got;) {
-                auto* entry = reinterpret_cast<LinuxDirent64*>(buffer + at);
-                at += entry->d_reclen;
-                std::string_view name = entry->d_name;
-                if (name.front() == '.' || (!hidden.empty() && hidden.count(std::string(name))))
-                    continue;
-                Consider(folder.path, fd.Get(), device, name, KindOfDirentType(entry->d_type));
-                if (++sinceCheck == kCheckEvery) {
-                    sinceCheck = 0;
-                    if (Stopped())
-                        return;
-                    Deliver(false);
-                }
+        for (size_t at = 0; at < entriesUsed_;) {
+            auto* entry = reinterpret_cast<LinuxDirent64*>(entries_.data() + at);
+            at += entry->d_reclen;
+            std::string_view name = entry->d_name;
+            if (name.front() == '.' || (!hidden.empty() && hidden.count(std::string(name))))
+                continue;
+            Consider(folder.path, fd.Get(), device, name, KindOfDirentType(entry->d_type));
+            if (++sinceCheck == kCheckEvery) {
+                sinceCheck = 0;
+                if (Stopped())
+                    return;
+                Deliver(false);
             }
         }
     }
@@ -352,9 +387,11 @@ private:
     std::shared_ptr<QueryRun> run_;
     NodeHolder hits_; // keeps the container alive while hits are made for it
     std::deque<Folder> folders_;
+    std::vector<char> entries_; // the records of the folder being walked, kept between folders
+    size_t entriesUsed_ = 0;
     std::set<std::pair<uint64_t, uint64_t>> entered_;
     NodeHolder folderNode_;
-    QueryWatch watch_;
+    QueryWatch& watch_;
     std::unordered_set<NodeRef> hitItems_; // the items of this run's hits, counted
     std::vector<QueryHit> found_;
     std::vector<NodeRef> gone_; // counted; items whose hits are to be withdrawn
@@ -371,9 +408,15 @@ struct WalkStart {
 StatusCode RunWalk(void* parameter) {
     std::unique_ptr<WalkStart> start(static_cast<WalkStart*>(parameter));
     start->run->worker = std::this_thread::get_id();
-    Walk(start->state, start->run).Run();
-    start->run->MarkFinished();
-    start.reset();
+    {
+        // Closing the watch of a large tree keeps the kernel busy for tens of milliseconds:
+        // the run counts as finished before that, so a search that replaces this one need
+        // not wait for it.
+        QueryWatch watch;
+        Walk(start->state, start->run, watch).Run();
+        start->run->MarkFinished();
+        start.reset();
+    }
     gRunningWalks.fetch_sub(1);
     return noErr;
 }

@@ -52,6 +52,7 @@ std::string ListXattrs(const std::string& path) {
 struct AttributeFolder {
     NodeRef folder = nullptr;
     UniqueFd fd;
+    bool keepsUserAttributes = true;
 };
 thread_local AttributeFolder tAttributeFolder;
 
@@ -63,6 +64,8 @@ std::atomic<bool> gListXattrAtMissing{false};
 // done, and then the path does it.
 std::optional<std::string> ListXattrsInFolder(NodeRef node) {
     const AttributeFolder& at = tAttributeFolder;
+    if (at.folder != nullptr && node->parent == at.folder && !at.keepsUserAttributes)
+        return std::string();
     if (at.folder == nullptr || node->parent != at.folder || !at.fd.Valid() ||
         gListXattrAtMissing.load(std::memory_order_relaxed))
         return std::nullopt;
@@ -74,6 +77,13 @@ std::optional<std::string> ListXattrsInFolder(NodeRef node) {
     if (errno == ENOSYS)
         gListXattrAtMissing = true;
     return std::nullopt;
+}
+
+// A file system without user attributes (procfs, FAT, some network file systems) can hold none
+// of ours, and one question about the folder spares a read per child.
+bool KeepsUserAttributes(const UniqueFd& folder) {
+    const std::string path = "/proc/self/fd/" + std::to_string(folder.Get());
+    return ::getxattr(path.c_str(), "user.kel.hide-extension", nullptr, 0) >= 0 || errno != ENOTSUP;
 }
 
 NodeStat ReadStat(const std::string& path) {
@@ -220,6 +230,8 @@ bool IsListedHidden(NodeRef folder, std::string_view name) {
 FolderAttributeScope::FolderAttributeScope(NodeRef folder) {
     tAttributeFolder.fd = files::OpenPath(PathOf(folder), O_PATH | O_DIRECTORY);
     tAttributeFolder.folder = folder;
+    tAttributeFolder.keepsUserAttributes =
+        !tAttributeFolder.fd.Valid() || KeepsUserAttributes(tAttributeFolder.fd);
 }
 
 FolderAttributeScope::~FolderAttributeScope() {

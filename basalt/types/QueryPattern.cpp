@@ -1,5 +1,6 @@
 #include "basalt/types/QueryPattern.h"
 
+#include <algorithm>
 #include <unicode/normalizer2.h>
 #include <unicode/uchar.h>
 #include <unicode/utf8.h>
@@ -9,7 +10,7 @@ namespace {
 
 enum class CharClass : uint8_t { Other, Lower, Upper, Digit };
 
-CharClass ClassOf(char32_t c) {
+inline CharClass ClassOf(char32_t c) {
     if (c < 0x80) {
         if (c >= 'a' && c <= 'z')
             return CharClass::Lower;
@@ -85,9 +86,63 @@ void Decode(std::string_view utf8, std::vector<char32_t>& out) {
     out.resize(count);
 }
 
+bool IsAscii(std::string_view text) {
+    return std::all_of(text.begin(), text.end(),
+                       [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+}
+
+// The characters of an ASCII name by class, for finding its words without folding it.
+class AsciiClasses {
+public:
+    explicit AsciiClasses(std::string_view ascii) : ascii_(ascii) {}
+    // Other before the start and after the end, as the folded text has it.
+    CharClass At(ptrdiff_t i) const {
+        return i < 0 || i >= ptrdiff_t(ascii_.size())
+                   ? CharClass::Other
+                   : ClassOf(static_cast<char32_t>(ascii_[size_t(i)]));
+    }
+    bool WordStart(ptrdiff_t i) const { return StartsWord(At(i - 1), At(i), At(i + 1)); }
+    bool WordEnd(ptrdiff_t i) const {
+        CharClass before = At(i - 1);
+        return IsAlnum(before) && (StartsWord(before, At(i), At(i + 1)) || !IsAlnum(At(i)));
+    }
+    bool AnyWordEndFrom(ptrdiff_t i) const {
+        for (; i <= ptrdiff_t(ascii_.size()); ++i) {
+            if (WordEnd(i))
+                return true;
+        }
+        return false;
+    }
+
+private:
+    std::string_view ascii_;
+};
+
+// Most names are ASCII: they fold one character for one, without decoding or the character
+// database, which is most of the cost of testing a name.
+void FoldAscii(std::string_view ascii, PatternModifiers modifiers, FoldedText& out) {
+    const size_t size = ascii.size();
+    const AsciiClasses classes(ascii);
+    out.text.resize(size);
+    out.wordStart.resize(size + 1);
+    out.wordEnd.resize(size + 1);
+    for (size_t i = 0; i <= size; ++i) {
+        out.wordStart[i] = i < size && classes.WordStart(ptrdiff_t(i));
+        out.wordEnd[i] = classes.WordEnd(ptrdiff_t(i));
+    }
+    for (size_t i = 0; i < size; ++i) {
+        const auto c = static_cast<char32_t>(ascii[i]);
+        out.text[i] = modifiers.ignoreCase ? FoldCase(c) : c;
+    }
+}
+
 } // namespace
 
 void FoldText(std::string_view utf8, PatternModifiers modifiers, FoldedText& out) {
+    if (IsAscii(utf8)) {
+        FoldAscii(utf8, modifiers, out);
+        return;
+    }
     Decode(utf8, out.original);
     out.text.clear();
     out.wordStart.clear();
@@ -129,6 +184,56 @@ QueryPattern::QueryPattern(const std::u32string& text, const std::vector<bool>& 
         FoldInto(text[i], modifiers,
                  [&](char32_t c) { tokens_.push_back(static_cast<int32_t>(c)); });
     }
+    auto wildcard = std::find_if(tokens_.begin(), tokens_.end(), [](int32_t t) { return t < 0; });
+    for (auto token = tokens_.begin(); token != wildcard; ++token)
+        literal_.push_back(static_cast<char32_t>(*token));
+    if (wildcard == tokens_.end())
+        shape_ = Shape::Literal;
+    else if (*wildcard == kAnyRun && wildcard + 1 == tokens_.end())
+        shape_ = Shape::Prefix;
+    else
+        shape_ = Shape::General;
+    asciiLiteral_ =
+        std::all_of(literal_.begin(), literal_.end(), [](char32_t c) { return c < 0x80; });
+}
+
+bool QueryPattern::MatchesAscii(std::string_view ascii) const {
+    const size_t size = ascii.size(), length = literal_.size();
+    auto literalAt = [&](size_t start) {
+        for (size_t i = 0; i < length; ++i) {
+            auto c = static_cast<char32_t>(ascii[start + i]);
+            if ((modifiers_.ignoreCase ? FoldCase(c) : c) != literal_[i])
+                return false;
+        }
+        return true;
+    };
+    if (!modifiers_.words)
+        return size >= length && literalAt(0) && (shape_ == Shape::Prefix || size == length);
+    const AsciiClasses classes(ascii);
+    for (size_t start = 0; start + length <= size; ++start) {
+        // The first character rules out most places before their class is looked at.
+        if (!literalAt(start) || !classes.WordStart(ptrdiff_t(start)))
+            continue;
+        const size_t end = start + length;
+        if (shape_ == Shape::Literal ? classes.WordEnd(ptrdiff_t(end))
+                                     : classes.AnyWordEndFrom(ptrdiff_t(end)))
+            return true;
+    }
+    return false;
+}
+
+bool QueryPattern::MatchesLiteralFrom(const FoldedText& folded, size_t start,
+                                      bool anyWordEnd) const {
+    const std::vector<char32_t>& subject = folded.text;
+    if (subject.size() - start < literal_.size() ||
+        !std::equal(literal_.begin(), literal_.end(), subject.begin() + std::ptrdiff_t(start)))
+        return false;
+    const size_t end = start + literal_.size();
+    if (shape_ == Shape::Literal)
+        return anyWordEnd ? folded.wordEnd[end] != 0 : end == subject.size();
+    // The star reaches every position from the end of the literal on.
+    return !anyWordEnd || std::find(folded.wordEnd.begin() + std::ptrdiff_t(end),
+                                    folded.wordEnd.end(), 1) != folded.wordEnd.end();
 }
 
 bool QueryPattern::MatchesFrom(Scratch& scratch, size_t start, bool anyWordEnd) const {
@@ -171,19 +276,26 @@ bool QueryPattern::MatchesFrom(Scratch& scratch, size_t start, bool anyWordEnd) 
 }
 
 bool QueryPattern::Matches(std::string_view utf8) const {
-    // Names are tested by the hundred thousand: the buffers are kept between calls.
+    // Names are tested by the hundred thousand: the common case folds nothing, and the
+    // buffers of the others are kept between calls.
+    if (shape_ != Shape::General && asciiLiteral_ && !literal_.empty() && IsAscii(utf8))
+        return MatchesAscii(utf8);
     thread_local Scratch scratch;
     FoldText(utf8, modifiers_, scratch.folded);
     const FoldedText& folded = scratch.folded;
+    auto matchesFrom = [&](size_t start, bool anyWordEnd) {
+        return shape_ == Shape::General ? MatchesFrom(scratch, start, anyWordEnd)
+                                        : MatchesLiteralFrom(folded, start, anyWordEnd);
+    };
     if (!modifiers_.words)
-        return MatchesFrom(scratch, 0, false);
+        return matchesFrom(0, false);
     bool literalFirst = !tokens_.empty() && tokens_.front() >= 0;
     for (size_t start = 0; start < folded.text.size(); ++start) {
         if (!folded.wordStart[start])
             continue;
         if (literalFirst && folded.text[start] != static_cast<char32_t>(tokens_.front()))
             continue; // most words fail on their first character
-        if (MatchesFrom(scratch, start, true))
+        if (matchesFrom(start, true))
             return true;
     }
     return false;

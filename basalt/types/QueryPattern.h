@@ -46,10 +46,21 @@ private:
         std::vector<uint8_t> reach;
         std::vector<uint8_t> next;
     };
+    // What the tokens amount to: most typed searches are a literal with perhaps one star
+    // after it, which a comparison decides without stepping through every token.
+    enum class Shape : uint8_t { Literal, Prefix, General };
+
     // From start over the folded subject to its end, or with anyWordEnd to any word's end.
     bool MatchesFrom(Scratch& scratch, size_t start, bool anyWordEnd) const;
+    // The same for a Literal or Prefix pattern.
+    bool MatchesLiteralFrom(const FoldedText& folded, size_t start, bool anyWordEnd) const;
+    // A Literal or Prefix pattern with a non-empty ASCII literal against an ASCII name.
+    bool MatchesAscii(std::string_view ascii) const;
 
     std::vector<int32_t> tokens_;
+    std::u32string literal_; // the tokens before the first wildcard
+    Shape shape_ = Shape::Literal;
+    bool asciiLiteral_ = true;
     PatternModifiers modifiers_;
     bool hasWildcards_ = false;
 };

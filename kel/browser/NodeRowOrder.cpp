@@ -5,7 +5,9 @@
 #include "kel/nodes/TKelNodeArray.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
+#include <vector>
 
 namespace {
 
@@ -99,7 +101,80 @@ bool RowPrecedes(const NodeSortRow& a, const NodeSortRow& b, bool byName) {
     return IsLater(dateA, dateB);
 }
 
+namespace {
+
+// A row of a name sort with eight bytes of its key in hand, read big-endian from past the prefix
+// all the keys share: most comparisons end there, and the keys themselves lie all over memory.
+struct KeyedRow {
+    uint64_t word;
+    uint32_t index;
+};
+
+bool HasPlainKey(const NodeSortRow& row) {
+    return row.facts.valid && !row.facts.queryHit && row.facts.displayKey != nullptr;
+}
+
+// Keys end in their only zero byte, which no other key's byte matches.
+size_t SharedKeyPrefix(std::span<const NodeSortRow> rows) {
+    const uint8_t* first = rows.front().facts.displayKey;
+    size_t shared = std::strlen(reinterpret_cast<const char*>(first));
+    for (const NodeSortRow& row : rows) {
+        size_t at = 0;
+        while (at < shared && row.facts.displayKey[at] == first[at]) {
+            ++at;
+        }
+        shared = at;
+    }
+    return shared;
+}
+
+// A key that ends within the eight bytes reads as zeros there, which keeps it ahead of the
+// longer keys it begins, as the full comparison puts it.
+uint64_t WordAt(const uint8_t* key, size_t from) {
+    uint64_t word = 0;
+    bool ended = false;
+    for (size_t at = from; at < from + 8; ++at) {
+        ended = ended || key[at] == 0;
+        word = word << 8 | (ended ? 0 : key[at]);
+    }
+    return word;
+}
+
+void SortByKeyWords(std::span<NodeSortRow> rows, bool decreasing) {
+    const size_t shared = SharedKeyPrefix(rows);
+    std::vector<KeyedRow> keyed;
+    keyed.reserve(rows.size());
+    for (size_t index = 0; index < rows.size(); ++index) {
+        keyed.push_back({WordAt(rows[index].facts.displayKey, shared), uint32_t(index)});
+    }
+    auto tail = [&](const KeyedRow& row) {
+        return reinterpret_cast<const char*>(rows[row.index].facts.displayKey + shared);
+    };
+    auto precedes = [&](const KeyedRow& a, const KeyedRow& b) {
+        if (a.word != b.word) {
+            return a.word < b.word;
+        }
+        const int order = std::strcmp(tail(a), tail(b));
+        return order != 0 ? order < 0 : RowPrecedes(rows[a.index], rows[b.index], true);
+    };
+    std::stable_sort(keyed.begin(), keyed.end(), [&](const KeyedRow& a, const KeyedRow& b) {
+        return decreasing ? precedes(b, a) : precedes(a, b);
+    });
+    std::vector<NodeSortRow> sorted;
+    sorted.reserve(rows.size());
+    for (const KeyedRow& row : keyed) {
+        sorted.push_back(rows[row.index]);
+    }
+    std::copy(sorted.begin(), sorted.end(), rows.begin());
+}
+
+} // namespace
+
 void SortRows(std::span<NodeSortRow> rows, bool byName, bool decreasing) {
+    if (byName && !rows.empty() && std::all_of(rows.begin(), rows.end(), HasPlainKey)) {
+        SortByKeyWords(rows, decreasing);
+        return;
+    }
     std::stable_sort(rows.begin(), rows.end(), [&](const NodeSortRow& a, const NodeSortRow& b) {
         return decreasing ? RowPrecedes(b, a, byName) : RowPrecedes(a, b, byName);
     });

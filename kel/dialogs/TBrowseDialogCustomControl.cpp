@@ -209,15 +209,17 @@ StatusCode TCustomControlMessages::SetSelection(TBrowseDialog& dialog, const BED
     return noErr;
 }
 
+// A new folder's name comes in the application's encoding, as every name the client sends.
 StatusCode TCustomControlMessages::NewFolder(TBrowseDialog& dialog, const uint8_t* name) {
-    TUniString text(name, GetScriptManagerVariable(smSysScript));
+    TUniString text(TStringRef::Create(name, TStringRef::kApplicationEncoding).AsBCStringRef());
     return dialog.DoNewFolder(&text);
 }
 
 StatusCode TCustomControlMessages::GetSaveName(TBrowseDialog& dialog, uint8_t* out) {
     const TStringRef name = dialog.SaveFileName();
-    if (name.IsNil() ||
-        !name.CopyToPascalString(out, kSaveNameSize, TStringRef::kApplicationEncoding)) {
+    // The name goes out in the system script, whatever the application's own encoding.
+    if (name.IsNil() || !name.CopyToPascalString(out, kSaveNameSize,
+                                                 uint32_t(GetScriptManagerVariable(smSysScript)))) {
         return kNoSaveNameErr;
     }
     return noErr;

@@ -355,8 +355,6 @@ void EditText::Draw(BGContextRef context) {
     BTThemeApplyBackground(&inside, kBTThemeBackgroundListView, frame.state, context);
     BGContextFillRect(context, inside);
     BTThemeDrawFrame(&bounds, &frame, context);
-    if (focused)
-        BTThemeDrawFocusRect(&bounds, true, context);
     DrawTextAndSelection(context, TextRect());
 }
 

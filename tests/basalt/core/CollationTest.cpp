@@ -3,6 +3,7 @@
 #include <cstring>
 #include <gtest/gtest.h>
 #include <string>
+#include <unicode/uloc.h>
 #include <vector>
 
 namespace {
@@ -46,6 +47,21 @@ TEST(Collation, DigitsCompareAsNumbersAndLettersIgnoreCaseFirst) {
     EXPECT_EQ(Order(kCaseMatters, u"file9", u"file10"), -1);
     EXPECT_EQ(Order(kCaseMatters, u"Zebra", u"apple"), 1);
     EXPECT_EQ(Order(kIgnoreCase, u"b", u"A"), 1);
+}
+
+// Comparisons by the thousand reuse the collator they found: a change of locale between two
+// of them must still be heard.
+TEST(Collation, ALocaleChangeBetweenComparisonsTakesEffect) {
+    const std::string before = uloc_getDefault();
+    UErrorCode status = U_ZERO_ERROR;
+    uloc_setDefault("sv", &status);
+    const int32_t swedish = Order(kIgnoreCase, u"\u00F6l", u"zon");
+    uloc_setDefault("en", &status);
+    const int32_t english = Order(kIgnoreCase, u"\u00F6l", u"zon");
+    uloc_setDefault(before.c_str(), &status);
+    ASSERT_TRUE(U_SUCCESS(status));
+    EXPECT_EQ(swedish, 1);
+    EXPECT_EQ(english, -1);
 }
 
 TEST(Collation, SortKeysOrderLikeComparison) {

@@ -2,6 +2,7 @@
 
 #include "tests/basalt/graphics/PixelProbe.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 
 namespace {
@@ -102,6 +103,46 @@ TEST(TextLayout, FlushRightAndCentrePlaceTheInk) {
         topRowsEmpty = topRowsEmpty && AlphaOf(PixelAt(context, x, 5)) == 0;
     EXPECT_TRUE(topRowsEmpty) << "centred vertically, not at the top";
     BGContextRelease(context);
+}
+
+// The widest run of blank columns between the first and the last inked one.
+int WidestInnerGap(BGContextRef context, int width, int height) {
+    int first = -1, last = -1;
+    for (int x = 0; x < width; ++x)
+        if (ColumnHasInk(context, x, height)) {
+            first = first < 0 ? x : first;
+            last = x;
+        }
+    int widest = 0, run = 0;
+    for (int x = first; x <= last && first >= 0; ++x) {
+        run = ColumnHasInk(context, x, height) ? 0 : run + 1;
+        widest = std::max(widest, run);
+    }
+    return widest;
+}
+
+TEST(TextLayout, AMiddleCutKeepsBothHalvesAgainstTheEllipsis) {
+    TextBoxStyle style;
+    style.truncation = kBTThemeTextTruncationMiddle;
+    style.maxLines = 1;
+    const char* names[] = {"gcloud_alpha_audit_reports_generate.1.gz",
+                           "gcloud_alpha_compute_ment-reports_describe.1.gz",
+                           "gcloud_alpha_container_g_bug-report.1.gz",
+                           "gcloud_alpha_compute_op_reports_list.1.gz"};
+    for (const char* name : names) {
+        for (int width = 110; width <= 170; width += 7) {
+            BGContextRef context = MakeBitmap(200, 20);
+            cairo_t* cr = basalt::graphics::CairoOf(context);
+            cairo_set_source_rgb(cr, 0, 0, 0);
+            EXPECT_EQ(DrawText(cr, name, style, BGRectMake(0, 0, width, 20)), true);
+            EXPECT_LE(WidestInnerGap(context, 200, 20), 3) << name << " in " << width;
+            for (int x = width + 1; x < 200; ++x)
+                ASSERT_FALSE(ColumnHasInk(context, x, 20)) << name << " in " << width;
+            BGContextRelease(context);
+        }
+        EXPECT_TRUE(MeasureText(name, style, 110)->truncated);
+        EXPECT_LE(MeasureText(name, style, 110)->size.width, 110);
+    }
 }
 
 } // namespace

@@ -28,6 +28,22 @@ TEST(ThemeFrames, FramesLieInsideAndFocusRingsWithinTheOutsetMetric) {
     BGContextRelease(context);
 }
 
+// A field is drawn clipped to its bounds, so its ring lies inside, following the rounded
+// outline: outside the rectangle and in its cut-off corners nothing is drawn.
+TEST(ThemeFrames, AFocusedFieldRingsItsInsideAndLeavesItsCornersClear) {
+    BGContextRef context = MakeBitmap(60, 60);
+    const BGRect rect = BGRectMake(10, 10, 40, 40); // square: rows read the same either way up
+    BTThemeFrameDrawInfo info = {0, kBTThemeFrameTextField, kBTThemeStateActive, true};
+    ASSERT_EQ(BTThemeDrawFrame(&rect, &info, context), noErr);
+    EXPECT_EQ(AlphaOf(PixelAt(context, 9, 30)), 0) << "left of the field";
+    EXPECT_EQ(AlphaOf(PixelAt(context, 10, 10)), 0) << "a corner the rounding cuts off";
+    EXPECT_EQ(AlphaOf(PixelAt(context, 49, 49)), 0) << "the opposite corner";
+    EXPECT_GT(BlueOf(PixelAt(context, 10, 30)), 120) << "the outline";
+    EXPECT_GT(AlphaOf(PixelAt(context, 12, 30)), 0) << "the ring, inside the outline";
+    EXPECT_EQ(AlphaOf(PixelAt(context, 20, 30)), 0) << "the text's room";
+    BGContextRelease(context);
+}
+
 TEST(ThemeFrames, WellsFillGroupBoxesShadeAndSeparatorsAreThin) {
     BGContextRef context = MakeBitmap(60, 60);
     const BGRect well = BGRectMake(0, 0, 30, 30);

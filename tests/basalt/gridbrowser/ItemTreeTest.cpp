@@ -29,9 +29,10 @@ TEST(ItemTreeTest, RowsGoToTheirPlacesWhetherAddedOneByOneOrInBulk) {
     EXPECT_EQ(tree.Add(200, single, false, kById), paramErr) << "a container not open";
 }
 
-// Rows that arrive in order are checked with one comparison each, not sorted again; equal rows
-// keep their arrival order either way, and later rows still merge into their places.
-TEST(ItemTreeTest, RowsAddedInOrderCostOneComparisonEachAndEqualRowsKeepTheirOrder) {
+// Rows that arrive in order, or are sorted again by an order they already follow (a switch of
+// view), are checked with one comparison each, not sorted again; equal rows keep their arrival
+// order either way, and later rows still merge into their places.
+TEST(ItemTreeTest, RowsInOrderCostOneComparisonEachAndEqualRowsKeepTheirOrder) {
     int comparisons = 0;
     const ItemTree::Less byTens = [&](GridBrowserItemID a, GridBrowserItemID b) {
         ++comparisons;
@@ -44,6 +45,10 @@ TEST(ItemTreeTest, RowsAddedInOrderCostOneComparisonEachAndEqualRowsKeepTheirOrd
         for (GridBrowserItemID unit = 10; unit-- > 0;)
             ordered.push_back(tens * 10 + unit);
     ASSERT_EQ(tree.Add(100, ordered, false, byTens), noErr);
+    EXPECT_EQ(comparisons, 999);
+    EXPECT_EQ(tree.Children(100), ordered);
+    comparisons = 0;
+    tree.Sort(100, byTens);
     EXPECT_EQ(comparisons, 999);
     EXPECT_EQ(tree.Children(100), ordered);
 
@@ -103,6 +108,31 @@ TEST(ItemTreeTest, RemovingNothingNamedEmptiesTheContainerAndIgnoresStrangers) {
     tree.Remove(100, {});
     EXPECT_TRUE(tree.Children(100).empty());
     EXPECT_FALSE(tree.IsListed(1));
+}
+
+// A search's population: every row named and removed, then the new hits in their order.
+TEST(ItemTreeTest, ReplacingEveryRowOfAPresortedContainerTakesTheNewOrder) {
+    ItemTree tree;
+    tree.Open(100);
+    tree.Open(200);
+    auto old = V({9, 3, 12});
+    auto other = V({7});
+    tree.Add(100, old, true, kById);
+    tree.Add(200, other, false, kById);
+    tree.Open(3);
+    auto inside = V({31});
+    tree.Add(3, inside, false, kById);
+
+    auto named = V({12, 3, 7, 9, 3});
+    EXPECT_EQ(tree.Remove(100, named), V({3}));
+    EXPECT_TRUE(tree.Children(100).empty());
+    EXPECT_FALSE(tree.IsListed(31));
+    EXPECT_EQ(tree.ContainerOf(7), 200u) << "a row of another container stays";
+
+    auto fresh = V({12, 5, 9});
+    tree.Add(100, fresh, true, kById);
+    EXPECT_EQ(tree.Children(100), V({12, 5, 9}));
+    EXPECT_EQ(tree.ContainerOf(5), 100u);
 }
 
 TEST(ItemTreeTest, ResortMovesAChangedRowToItsNewPlace) {

@@ -3,10 +3,13 @@
 #include "NodeTestSupport.h"
 #include "tests/support/TestEnvironment.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <mutex>
 #include <optional>
+#include <sys/resource.h>
 #include <sys/xattr.h>
+#include <unistd.h>
 
 using namespace nodetest;
 using basalt::nodes::kParallelSortKeysFrom;
@@ -39,10 +42,8 @@ std::vector<Held> ListFolderOf(size_t count, const char* label) {
     return Children(parent.get());
 }
 
-TEST(NodeSortKeysTest, LargeListingHasEveryDisplayKeyMadeAhead) {
-    // Not a multiple of the worker count, so the last share is a short one.
-    std::vector<Held> children = ListFolderOf(kParallelSortKeysFrom + 3, "sortkeys-large");
-    ASSERT_EQ(children.size(), kParallelSortKeysFrom + 3);
+// Every child has its key made ahead, and each is the one made when asked.
+void ExpectEveryKeyMadeAhead(const std::vector<Held>& children) {
     size_t prepared = 0;
     for (const Held& child : children) {
         std::optional<std::vector<uint8_t>> key = PreparedKey(child.get());
@@ -52,6 +53,15 @@ TEST(NodeSortKeysTest, LargeListingHasEveryDisplayKeyMadeAhead) {
         EXPECT_EQ(*key, FreshKey(child.get())) << "a key belongs to another node";
     }
     EXPECT_EQ(prepared, children.size());
+}
+
+TEST(NodeSortKeysTest, LargeListingHasEveryDisplayKeyMadeAhead) {
+    // Large enough to be interned in two parts, and not a multiple of the batch size, so the
+    // last batch is a short one.
+    const size_t count = 2 * kParallelSortKeysFrom + 3;
+    std::vector<Held> children = ListFolderOf(count, "sortkeys-large");
+    ASSERT_EQ(children.size(), count);
+    ExpectEveryKeyMadeAhead(children);
 }
 
 // Keys made ahead read the files' attributes through their folder: a hidden extension
@@ -81,6 +91,33 @@ TEST(NodeSortKeysTest, KeysMadeAheadHonourHiddenExtensions) {
         GetNodePropertyAsInt16(child.get(), NodeCode("labl"), &label, 0);
         EXPECT_EQ(label, isHidden ? 3 : 0) << child.get()->Name();
     }
+}
+
+// procfs keeps no user attributes: its large folders list whole, every key made ahead and each
+// the same as the one made when asked. A process's descriptor folder is large once it holds
+// enough descriptors.
+TEST(NodeSortKeysTest, FolderWithoutUserAttributesListsWhole) {
+    const size_t wanted = kParallelSortKeysFrom + 50;
+    rlimit limit{};
+    ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &limit), 0);
+    ASSERT_GE(limit.rlim_max, wanted + 100) << "too few descriptors allowed for this test";
+    const rlimit old = limit;
+    limit.rlim_cur = std::max<rlim_t>(limit.rlim_cur, wanted + 100);
+    ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &limit), 0);
+    std::vector<int> opened;
+    for (size_t index = 0; index < wanted; ++index)
+        opened.push_back(::open("/dev/null", O_RDONLY | O_CLOEXEC));
+    {
+        Held folder = NodeAt("/proc/" + std::to_string(::getpid()) + "/fd");
+        std::vector<Held> children = Children(folder.get());
+        EXPECT_GE(children.size(), wanted);
+        ExpectEveryKeyMadeAhead(children);
+        EXPECT_EQ(StringProperty(children.back().get(), "dnam"),
+                  StringProperty(children.back().get(), "pnam"));
+    }
+    for (int fd : opened)
+        ::close(fd);
+    ::setrlimit(RLIMIT_NOFILE, &old);
 }
 
 TEST(NodeSortKeysTest, SmallListingLeavesKeysToBeAskedFor) {

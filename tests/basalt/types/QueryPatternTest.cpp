@@ -1,6 +1,8 @@
 #include "basalt/types/QueryPattern.h"
 
 #include <gtest/gtest.h>
+#include <string>
+#include <vector>
 
 using basalt::types::PatternModifiers;
 using basalt::types::QueryPattern;
@@ -55,6 +57,31 @@ TEST(QueryPatternTest, WordMatchesStartAtWordsOfTheName) {
     EXPECT_TRUE(word.Matches("report.pdf"));
     EXPECT_FALSE(word.Matches("report.pdfx"));
     EXPECT_TRUE(Pattern(U"annual rep*", kTyped).Matches("My Annual Report"));
+}
+
+TEST(QueryPatternTest, LiteralsAndPrefixesMatchAtTheEdgesOfTheName) {
+    EXPECT_TRUE(Pattern(U"rep*", kTyped).Matches("Annual rep"));
+    EXPECT_FALSE(Pattern(U"report", kTyped).Matches("rep"));
+    EXPECT_FALSE(Pattern(U"report*", kTyped).Matches("Annual repo"));
+    EXPECT_TRUE(Pattern(U"rep*", kCase).Matches("Report"));
+    EXPECT_FALSE(Pattern(U"rep*", kCase).Matches("a rep"));
+    EXPECT_TRUE(Pattern(U"", kCase).Matches(""));
+    EXPECT_FALSE(Pattern(U"", kCase).Matches("a"));
+    EXPECT_FALSE(Pattern(U"rep.", kTyped).Matches("rep.pdf"));
+}
+
+// ASCII names take a shorter way through folding; a character beyond ASCII that starts no
+// word sends the same name the long way, which must find the same words.
+TEST(QueryPatternTest, AsciiNamesFindTheWordsOtherNamesDo) {
+    const std::vector<QueryPattern> patterns = {
+        Pattern(U"rep*", kTyped), Pattern(U"report", kTyped), Pattern(U"file", kTyped),
+        Pattern(U"2024", kTyped), Pattern(U"*port", kTyped),  Pattern(U"an?ual*", kTyped)};
+    for (std::string name : {"report.pdf", "Annual Report.pdf", "annual_report", "AnnualReport",
+                             "2024rep", "HTMLReport", "HTMLFile", "HTMLREP", "prepare", "x2024y",
+                             "reporting", "Report2024", "", "  report  "}) {
+        for (const QueryPattern& pattern : patterns)
+            EXPECT_EQ(pattern.Matches(name), pattern.Matches("\u00b7" + name)) << name;
+    }
 }
 
 TEST(QueryPatternTest, BytesThatAreNotUtf8DoNotBreakMatching) {

@@ -1,6 +1,7 @@
 #include "BrowserWindow.h"
 
 #include <atomic>
+#include <sys/xattr.h>
 
 namespace fs = std::filesystem;
 using basalt::headless::HeadlessDriver;
@@ -53,6 +54,24 @@ TEST_F(TNodeBrowserControlContainersTest, ListsTheVisibleChildrenInNameOrder) {
     ASSERT_EQ(browser->Containers().size(), 1u);
     EXPECT_EQ(browser->Containers()[0]->children.size(), 3u);
     EXPECT_TRUE(browser->SyncTimerInstalled());
+}
+
+// A folder large enough that its sort keys are made ahead on other threads: the file whose
+// extension is hidden shows without it and sorts by what it shows, ahead of "b a.txt".
+TEST_F(TNodeBrowserControlContainersTest, AHiddenExtensionInALargeFolderShowsAndSortsAsShown) {
+    const fs::path large = tree / "a folder";
+    for (int index = 0; index < 2500; ++index)
+        WriteFile(large / ("Entry " + std::to_string(index) + ".dat"), "");
+    WriteFile(large / "b.txt", "b");
+    WriteFile(large / "b a.txt", "b");
+    if (::setxattr((large / "b.txt").c_str(), "user.kel.hide-extension", "1", 1, 0) != 0)
+        GTEST_SKIP() << "no user attributes on this file system";
+    MakeBrowser(kListViewStyle);
+    Show(large);
+    const std::vector<std::string> rows = Rows(large);
+    ASSERT_EQ(rows.size(), 2503u);
+    EXPECT_EQ(std::vector<std::string>(rows.begin(), rows.begin() + 3),
+              (std::vector<std::string>{"b", "b a.txt", "Entry 0.dat"}));
 }
 
 TEST_F(TNodeBrowserControlContainersTest, AFileCreatedAppearsAndAFileDeletedGoes) {

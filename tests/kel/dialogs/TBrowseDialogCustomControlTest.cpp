@@ -31,6 +31,14 @@ BEDesc ListOf(std::initializer_list<std::filesystem::path> paths) {
     return list;
 }
 
+// The application's text encoding for as long as it lives.
+struct ApplicationEncoding {
+    explicit ApplicationEncoding(const char* name) { setenv("KEL_TEXT_ENCODING", name, 1); }
+    ~ApplicationEncoding() { unsetenv("KEL_TEXT_ENCODING"); }
+    ApplicationEncoding(const ApplicationEncoding&) = delete;
+    ApplicationEncoding& operator=(const ApplicationEncoding&) = delete;
+};
+
 class TBrowseDialogCustomControlTest : public ::testing::Test {
 protected:
     void SetUp() override {
@@ -201,6 +209,41 @@ TEST_F(TBrowseDialogCustomControlTest, OpenCancelAndTerminateEndTheDialogEachWit
     StatusCode status = 0;
     EXPECT_TRUE(ended.ReplyPaths(&status).empty());
     EXPECT_EQ(status, kKelWrongStateErr);
+}
+
+// A client's names come in its own encoding and the name being saved goes back in the system
+// script; with windows-1252 as the application's, the two spell "\u00E9" differently.
+TEST_F(TBrowseDialogCustomControlTest,
+       NamesComeInTheApplicationsEncodingAndLeaveInTheSystemScript) {
+    const ApplicationEncoding latin("windows-1252");
+    open.StartIn(tree);
+    StatusCode made = 1;
+    open.RunModal([&] {
+        const uint8_t folder[] = "\x05"
+                                 "Caf\xE9s";
+        made = Send(kKelCtlNewFolder, const_cast<uint8_t*>(folder));
+        EXPECT_EQ(Send(kKelCtlCancel), noErr);
+    });
+    EXPECT_EQ(made, noErr);
+    EXPECT_TRUE(std::filesystem::is_directory(tree / "Caf\u00E9s"));
+
+    PublicDialog save;
+    const KelDialogCreationOptions options = Options();
+    ASSERT_EQ(
+        KelCreatePutFileDialog(&options, 0, 0, EventRecorder::Record, &save.recorder, &save.dialog),
+        noErr);
+    save.StartIn(tree);
+    uint8_t name[33] = {};
+    StatusCode got = 1;
+    save.RunModal([&] {
+        const TStringRef cafe(
+            BCStringCreateWithCString(nullptr, "Caf\u00E9.txt", kBCStringEncodingUTF8), false);
+        KelDialogSetSaveFileName(save.dialog, cafe.AsBCStringRef());
+        got = KelCustomControl(save.dialog, kKelCtlGetEditFileName, name);
+        EXPECT_EQ(KelCustomControl(save.dialog, kKelCtlCancel, nullptr), noErr);
+    });
+    EXPECT_EQ(got, noErr);
+    EXPECT_EQ(std::string(reinterpret_cast<char*>(name + 1), name[0]), "Caf\x8E.txt");
 }
 
 } // namespace

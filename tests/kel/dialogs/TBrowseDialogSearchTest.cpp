@@ -1,6 +1,6 @@
 // Searching from an open dialog, typed into its search field on real folders: the pause before
-// a search, the cancel mark, the three scopes, history back into a search, and the toolbar row
-// and scope bar that a search brings.
+// a search, the cancel mark, the three scopes, history out of and back into a search, and the
+// toolbar row and scope bar that a search brings.
 
 #include "basalt/nodes/NodeQueries.h"
 #include "basalt/types/BUTypes.h"
@@ -88,6 +88,15 @@ protected:
             << "the search for " << text << " never showed its hits";
     }
 
+    static constexpr int16_t kBackPart = 1;
+    static constexpr int16_t kForwardPart = 2;
+
+    static void ClickHistory(TBrowseDialog& dialog, int16_t part) {
+        HeadlessDriver::Click(dialog.GetWindow(),
+                              ControlID{kKelControlSignature, kBrowseBackForward}, 0, part);
+        HeadlessDriver::RunUntilIdle();
+    }
+
     static void ClickCancelMark(TBrowseDialog& dialog) {
         const BGRect field = FrameIn(dialog, kBrowseSearchField);
         HeadlessDriver::ClickAt(dialog.GetWindow(),
@@ -115,7 +124,10 @@ TEST_F(TBrowseDialogSearchTest, EachKeyRestartsThePauseAndOneSearchTakesTheWhole
 }
 
 TEST_F(TBrowseDialogSearchTest, TheCancelMarkDropsAPendingSearchAndGoesBackToTheFolder) {
-    WithModelessDialog(tree, [&](TBrowseDialog& dialog) {
+    WithModelessDialog(tree / "other", [&](TBrowseDialog& dialog) {
+        // With a place to go back to, a cancel that has no search to leave still stays.
+        ASSERT_EQ(dialog.SetTargetCommand(NodeOf(tree), TKelNode()), noErr);
+        HeadlessDriver::RunUntilIdle();
         Type(dialog, "notes");
         ClickCancelMark(dialog); // before the pause ends: no search ever shows
         HeadlessDriver::RunFor(0.4);
@@ -172,13 +184,34 @@ TEST_F(TBrowseDialogSearchTest, HistoryBackIntoASearchShowsItsTextAgain) {
         EXPECT_EQ(TextOf(dialog, kBrowseSearchField), "") << "a folder has no search text";
         EXPECT_FALSE(Shows(dialog, kBrowseScopeBar));
 
-        HeadlessDriver::Click(dialog.GetWindow(),
-                              ControlID{kKelControlSignature, kBrowseBackForward}, 0, 1);
-        HeadlessDriver::RunUntilIdle();
+        ClickHistory(dialog, kBackPart);
         ASSERT_TRUE(RunUntil([&] { return Hits(dialog) == Names{"report alpha.txt"}; }));
         EXPECT_EQ(TextOf(dialog, kBrowseSearchField), "alpha");
         EXPECT_TRUE(Shows(dialog, kBrowseScopeBar));
         EXPECT_FALSE(dialog.SearchTextStale());
+    });
+}
+
+// Back leaves a search as the cancel mark does, for the folder it began in; forward goes back
+// into it, with its text, its count and its scope bar.
+TEST_F(TBrowseDialogSearchTest, BackLeavesASearchForItsFolderAndForwardReturnsToIt) {
+    WithModelessDialog(tree, [&](TBrowseDialog& dialog) {
+        const BGRect idleBrowser = FrameIn(dialog, kBrowseBrowser);
+        Search(dialog, "alpha", {"report alpha.txt"});
+        ClickHistory(dialog, kBackPart);
+        ASSERT_TRUE(RunUntil([&] { return TargetOf(dialog) == NodeOf(tree); }));
+        EXPECT_EQ(TextOf(dialog, kBrowseSearchField), "");
+        EXPECT_TRUE(Shows(dialog, kBrowsePathPopup));
+        EXPECT_FALSE(Shows(dialog, kBrowseScopeBar));
+        EXPECT_EQ(FrameIn(dialog, kBrowseCountText).size.width, 0);
+        EXPECT_EQ(FrameIn(dialog, kBrowseBrowser).origin.y, idleBrowser.origin.y);
+
+        ClickHistory(dialog, kForwardPart);
+        ASSERT_TRUE(RunUntil([&] { return Hits(dialog) == Names{"report alpha.txt"}; }));
+        EXPECT_EQ(TextOf(dialog, kBrowseSearchField), "alpha");
+        EXPECT_TRUE(RunUntil([&] { return TextOf(dialog, kBrowseCountText) == "Found: 1"; }));
+        EXPECT_FALSE(Shows(dialog, kBrowsePathPopup));
+        EXPECT_TRUE(Shows(dialog, kBrowseScopeBar));
     });
 }
 

@@ -60,9 +60,8 @@ TEST_F(TPathPopupTest, RecentPlacesAreTheFoldersThatStillResolveAndThatTheFilter
     Open(tree / "Outer");
     Titles titles = Pick(kBrowsePathPopup);
     const size_t header = IndexOf(titles, "Recent Places");
-    Titles recents = Slice(titles, header + 1, titles.size());
-    std::sort(recents.begin(), recents.end());
-    EXPECT_EQ(recents, (Titles{"Alpha", "Beta"}));
+    // Listed by name, whatever order the dialogs left them in.
+    EXPECT_EQ(Slice(titles, header + 1, titles.size()), (Titles{"Alpha", "Beta"}));
 
     // A recent place is addressed from the end of the menu.
     const auto last = MenuItemIndex(titles.size());

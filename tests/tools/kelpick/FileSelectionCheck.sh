@@ -6,6 +6,9 @@
 set -u
 kelpick=$1
 top=$(mktemp -d)
+latin1_name=$(printf 'caf\351.txt')    # not UTF-8: the file system's bytes
+latin1_shown=$(printf 'caf\303\251.txt') # how the dialog shows it
+latin1_dir=$(printf 'd\351j\340')
 trap 'rm -rf "$top"' EXIT
 . "$(dirname "$0")/CheckSupport.sh"
 
@@ -13,8 +16,9 @@ fresh() {
     export HOME="$top/home"
     rm -rf "$HOME" "$top/tree"
     tree=$top/tree
-    mkdir -p "$HOME" "$tree/sub"
+    mkdir -p "$HOME" "$tree/sub" "$tree/sub2" "$tree/$latin1_dir"
     printf a >"$tree/a.txt"
+    printf l >"$tree/$latin1_name"
     printf b >"$tree/b.md"
     printf c >"$tree/c.txt"
 }
@@ -33,6 +37,21 @@ expect 1 '' '' $fs --filename="$tree/" --script 'key:escape'
 expect 0 "$tree/b.md$nl" '' $fs --filename="$tree/b.md" --script 'wait:300;key:return'
 expect 0 "$tree/sub$nl" '' $fs --directory --filename="$tree" \
     --script 'view:list;select:sub;click:Choose'
+expect 0 "$tree/sub|$tree/sub2$nl" '' $fs --directory --multiple --filename="$tree/" \
+    --script 'view:list;select:sub;select+:sub2;click:Choose'
+
+# Names that are not UTF-8 come back as their own bytes, as the native commands give them:
+# chosen in the list, named by --filename, and saved into such a folder or over such a file.
+expect 0 "$tree/$latin1_name$nl" '' $fs --filename="$tree/" \
+    --script "view:list;select:$latin1_shown;key:return"
+expect 0 "$tree/$latin1_name$nl" '' $fs --filename="$tree/$latin1_name" --script 'wait:300;key:return'
+expect 0 "$tree/$latin1_dir/$latin1_name$nl" '' $fs --save \
+    --filename="$tree/$latin1_dir/$latin1_name" --script 'key:return'
+expect 1 '' '' $fs --save --confirm-overwrite --filename="$tree/$latin1_name" \
+    --script 'key:return;wait:300;key:return;wait:300;key:escape'
+unchanged "$tree/$latin1_name" l "--confirm-overwrite over $latin1_shown answered Cancel"
+expect 0 "$tree/$latin1_name$nl" '' $fs --save --confirm-overwrite --filename="$tree/$latin1_name" \
+    --script 'key:return;click:Replace'
 
 # The first filter is in force: a file it leaves out is never chosen, and the dialog, left
 # unanswered, ends at the timeout with that tool's code.

@@ -1,9 +1,12 @@
-// The text field as a client of the field sees it: hooks, data tags and editing keys.
+// The text field as a client of the field sees it: hooks, data tags and editing keys, and how
+// it shows its focus.
 
 #include "basalt/toolbox/controls/EditText.h"
 
 #include "basalt/backend/headless/HeadlessDriver.h"
 #include "basalt/toolbox/views/UnicodeText.h"
+#include "tests/basalt/graphics/PixelProbe.h"
+#include "tests/support/TestEnvironment.h"
 
 #include <gtest/gtest.h>
 
@@ -167,4 +170,26 @@ TEST_F(EditTextTest, ComposedTextIsInsertedOnlyWhenTheCompositionEnds) {
     EXPECT_EQ(Text(), u"\u65E5\u672C");
     EXPECT_EQ(gInlineStart, -1);
     EXPECT_EQ(gInlineEnd, -1);
+}
+
+// The field draws clipped to its bounds: the ring that shows its focus lies inside, and the
+// corners its rounding cuts off show the window behind.
+TEST_F(EditTextTest, TheFocusRingLiesInsideTheFieldAndItsCornersShowTheWindow) {
+    const std::filesystem::path png = keltest::MakeScratchFolder("field") / "field.png";
+    ASSERT_EQ(HeadlessDriver::WritePNG(window, png), noErr);
+    cairo_surface_t* shot = cairo_image_surface_create_from_png(png.c_str());
+    ASSERT_EQ(cairo_surface_status(shot), CAIRO_STATUS_SUCCESS);
+    // The picture has the window's frame around its content.
+    Rect whole{}, content{};
+    GetWindowBounds(window, kWindowStructureRgn, &whole);
+    GetWindowBounds(window, kWindowContentRgn, &content);
+    const auto at = [&](int x, int y) {
+        return keltest::PixelAt(shot, x + content.left - whole.left, y + content.top - whole.top);
+    };
+    const uint32_t behind = at(5, 5);
+    EXPECT_EQ(at(20, 20), behind);
+    EXPECT_EQ(at(299, 43), behind);
+    const uint32_t ring = at(21, 32);
+    EXPECT_GT(keltest::BlueOf(ring), keltest::RedOf(ring) + 40);
+    cairo_surface_destroy(shot);
 }
