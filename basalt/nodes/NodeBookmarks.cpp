@@ -140,7 +140,7 @@ std::string GvfsFolder() {
 }
 
 files::Bookmark BookmarkOf(NodeRef node) {
-    std::vector<files::Bookmark> parsed = files::ParseBookmarks(node->name);
+    std::vector<files::Bookmark> parsed = files::ParseBookmarks(node->Name());
     return parsed.empty() ? files::Bookmark{} : parsed.front();
 }
 

@@ -54,9 +54,9 @@ std::u16string PathText(NodeRef node) {
     if (node == special.root || node == special.boot)
         return u"";
     if (node == special.network || node == special.volumes)
-        return files::DecodeName(node->name);
+        return files::DecodeName(node->Name());
     if (node->kind == NodeKind::VolumeAlias)
-        return u"Volumes/" + files::DecodeName(node->name);
+        return u"Volumes/" + files::DecodeName(node->Name());
     return files::DecodeName(PathOf(node).substr(1));
 }
 

@@ -6,16 +6,18 @@
 
 namespace basalt::nodes {
 
-size_t NodeInternTable::HashOf(const OpaqueNodeRef* parent, std::string_view name) {
-    return std::hash<std::string_view>()(name) ^
-           (reinterpret_cast<uintptr_t>(parent) * 0x9E3779B97F4A7C15ull);
+// Folded to 32 bits, which the node keeps: more buckets than that are never needed.
+uint32_t NodeInternTable::HashOf(const OpaqueNodeRef* parent, std::string_view name) {
+    const uint64_t hash = std::hash<std::string_view>()(name) ^
+                          (reinterpret_cast<uintptr_t>(parent) * 0x9E3779B97F4A7C15ull);
+    return static_cast<uint32_t>(hash ^ (hash >> 32));
 }
 
 OpaqueNodeRef* NodeInternTable::Find(const OpaqueNodeRef* parent, std::string_view name,
-                                     size_t hash) const {
+                                     uint32_t hash) const {
     OpaqueNodeRef* node = buckets_[hash & (buckets_.size() - 1)];
     while (node != nullptr &&
-           (node->tableHash != hash || node->parent != parent || node->name != name))
+           (node->tableHash != hash || node->parent != parent || node->Name() != name))
         node = node->tableNext;
     return node;
 }

@@ -14,10 +14,10 @@ namespace basalt::nodes {
 
 class NodeInternTable {
 public:
-    static size_t HashOf(const OpaqueNodeRef* parent, std::string_view name);
+    static uint32_t HashOf(const OpaqueNodeRef* parent, std::string_view name);
 
     // The node named so under parent, null if there is none; hash is HashOf(parent, name).
-    OpaqueNodeRef* Find(const OpaqueNodeRef* parent, std::string_view name, size_t hash) const;
+    OpaqueNodeRef* Find(const OpaqueNodeRef* parent, std::string_view name, uint32_t hash) const;
     // Adds a node that Find does not know yet.
     void Insert(OpaqueNodeRef* node);
     void Erase(OpaqueNodeRef* node);
@@ -32,7 +32,7 @@ public:
     }
 
 private:
-    OpaqueNodeRef*& HeadOf(size_t hash) { return buckets_[hash & (buckets_.size() - 1)]; }
+    OpaqueNodeRef*& HeadOf(uint32_t hash) { return buckets_[hash & (buckets_.size() - 1)]; }
     void Rehash(size_t bucketCount);
 
     std::vector<OpaqueNodeRef*> buckets_ = std::vector<OpaqueNodeRef*>(256);

@@ -36,7 +36,7 @@ std::u16string VolumeName(NodeRef node) {
     if (node == Special().boot)
         return Utf16(BootVolumeName());
     auto volume = VolumeAtPath(PathOf(node));
-    return volume ? Utf16(VolumeDisplayName(*volume)) : files::DisplayName(node->name);
+    return volume ? Utf16(VolumeDisplayName(*volume)) : files::DisplayName(node->Name());
 }
 
 std::u16string CutExtension(std::u16string name) {
@@ -62,7 +62,7 @@ std::string TypeOfFileSystemNode(NodeRef node) {
                                 : "inode/socket";
     }
     default:
-        return MimeDatabase::Shared().TypeForName(node->name);
+        return MimeDatabase::Shared().TypeForName(node->Name());
     }
 }
 
@@ -89,7 +89,7 @@ std::string TypeOf(NodeRef node) {
 // The name as shown, its extension cut when the file asks for it; a name without an extension
 // spares the attribute read, which is most of the cost of a large folder's display names.
 std::u16string DisplayedFileName(NodeRef node) {
-    std::u16string shown = files::DisplayName(node->name);
+    std::u16string shown = files::DisplayName(node->Name());
     std::u16string cut = CutExtension(shown);
     if (cut.size() != shown.size() && SettledKind(node) != NodeKind::Folder &&
         ExtrasOf(node).hideExtension)
@@ -110,11 +110,11 @@ StatusCode StringProperty(NodeRef node, FourCharCode code, std::u16string& out) 
         out = BookmarkDisplayName(node);
     } else if (code == NodeCode("pnam")) {
         out = node == Special().boot ? VolumeName(node)
-              : fileSystem           ? files::DecodeName(node->name)
-                                     : Utf16(node->name);
+              : fileSystem           ? files::DecodeName(node->Name())
+                                     : Utf16(node->Name());
     } else if (code == NodeCode("dnam")) {
         if (!fileSystem)
-            out = Utf16(node->name);
+            out = Utf16(node->Name());
         else if (IsVolumeNode(node))
             out = VolumeName(node);
         else
@@ -130,34 +130,21 @@ StatusCode StringProperty(NodeRef node, FourCharCode code, std::u16string& out) 
     return noErr;
 }
 
-// The key of text, behind four bytes that hold its length.
-std::vector<uint8_t> CollationKey(const std::u16string& text) {
+// The key of text, which ends in its only zero byte; a lone zero when the collator fails.
+std::unique_ptr<uint8_t[]> CollationKey(const std::u16string& text) {
     const auto* chars = reinterpret_cast<const UniChar*>(text.data());
     auto count = static_cast<BCIndex>(text.size());
-    constexpr size_t kHead = sizeof(uint32_t);
-    std::vector<uint8_t> made(kHead + static_cast<size_t>(count) * 4 + 16);
-    auto room = static_cast<BCIndex>(made.size() - kHead);
+    uint8_t buffer[1024];
     BCIndex needed =
-        UCGetCollationKey(kUCCollateStandardOptions, chars, count, made.data() + kHead, room);
-    if (needed > room) {
-        made.resize(kHead + static_cast<size_t>(needed));
-        UCGetCollationKey(kUCCollateStandardOptions, chars, count, made.data() + kHead, needed);
-    }
-    auto size = static_cast<uint32_t>(std::max<BCIndex>(needed, 0));
-    made.resize(kHead + size);
-    std::memcpy(made.data(), &size, sizeof size);
+        UCGetCollationKey(kUCCollateStandardOptions, chars, count, buffer, BCIndex(sizeof buffer));
+    if (needed <= 0)
+        return std::make_unique<uint8_t[]>(1);
+    auto made = std::make_unique_for_overwrite<uint8_t[]>(static_cast<size_t>(needed));
+    if (needed <= BCIndex(sizeof buffer))
+        std::memcpy(made.get(), buffer, static_cast<size_t>(needed));
+    else
+        UCGetCollationKey(kUCCollateStandardOptions, chars, count, made.get(), needed);
     return made;
-}
-
-// The first key made for a slot wins; a racing one is thrown away.
-const uint8_t* PublishSortKey(NodeRef node, NodeSortKey& slot, const std::vector<uint8_t>& made) {
-    std::lock_guard lock(node->mutex);
-    if (!slot.bytes) {
-        slot.bytes = std::make_unique_for_overwrite<uint8_t[]>(made.size());
-        std::memcpy(slot.bytes.get(), made.data(), made.size());
-        slot.ready.store(slot.bytes.get(), std::memory_order_release);
-    }
-    return slot.bytes.get();
 }
 
 StatusCode AliasType(NodeRef node, FourCharCode& value) {
@@ -419,16 +406,17 @@ StatusCode NodeGetSortKey(NodeRef node, FourCharCode code, const uint8_t** key, 
     if (code != NodeCode("pnam") && code != NodeCode("dnam"))
         return kNodePropertyNotSupportedErr;
     NodeSortKey& slot = code == NodeCode("pnam") ? node->sortKeys.name : node->sortKeys.displayName;
-    const uint8_t* ready = slot.ready.load(std::memory_order_acquire);
+    const uint8_t* ready = slot.Get();
     if (ready == nullptr) {
         std::u16string text;
         if (StatusCode status = StringProperty(node, code, text))
             return status;
-        ready = PublishSortKey(node, slot, CollationKey(text));
+        ready = slot.Publish(CollationKey(text));
     }
-    uint32_t size = 0;
-    std::memcpy(&size, ready, sizeof size);
-    *key = ready + sizeof size;
-    *length = static_cast<BCIndex>(size);
+    *key = ready;
+    // The length counts the closing zero, as the collator's does.
+    *length = ready[0] == 0
+                  ? 0
+                  : static_cast<BCIndex>(std::strlen(reinterpret_cast<const char*>(ready)) + 1);
     return noErr;
 }

@@ -64,6 +64,7 @@ typedef int16_t (*NodeStringCompareProc)(unsigned long lengthA, const UniChar* c
                                          unsigned long lengthB, const UniChar* charsB);
 int16_t NodeStringCompare(NodeRef a, NodeRef b, FourCharCode code, NodeStringCompareProc compare);
 // The collation key of a string property (UCGetCollationKey, standard options), cached per
-// node, for sorting many nodes; keys compare with memcmp. Valid until the node is disposed
-// or changes.
+// node, for sorting many nodes. A key ends in its only zero byte, which length counts, so keys
+// compare with memcmp or strcmp alike; a key that could not be made has length 0. Valid until
+// the node is disposed or changes.
 StatusCode NodeGetSortKey(NodeRef node, FourCharCode code, const uint8_t** key, BCIndex* length);

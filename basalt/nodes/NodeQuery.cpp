@@ -217,7 +217,7 @@ std::u16string QueryName(NodeRef node) {
 }
 
 NodeRef MakeQueryHit(NodeRef hitsContainer, NodeRef original) {
-    auto* hit = new OpaqueNodeRef(NodeKind::QueryHit, std::string(), CopyNodeRef(hitsContainer));
+    auto* hit = OpaqueNodeRef::Make(NodeKind::QueryHit, {}, CopyNodeRef(hitsContainer));
     hit->aliasTarget = original;
     return hit;
 }
@@ -269,8 +269,8 @@ StatusCode NodeCreateNewVirtualQueryNode(BCIndex nameLength, const UniChar* name
     if (node == nullptr)
         return paramErr;
     auto state = std::make_shared<QueryState>();
-    state->hits = new OpaqueNodeRef(NodeKind::QueryHits, std::string(), nullptr);
-    auto* made = new OpaqueNodeRef(NodeKind::Query, std::string(), nullptr);
+    state->hits = OpaqueNodeRef::Make(NodeKind::QueryHits, {}, nullptr);
+    auto* made = OpaqueNodeRef::Make(NodeKind::Query, {}, nullptr);
     made->aliasTarget = state->hits;
     Register(made, state);
     Register(state->hits, state);

@@ -70,8 +70,8 @@ std::optional<std::string> ListXattrsInFolder(NodeRef node) {
         gListXattrAtMissing.load(std::memory_order_relaxed))
         return std::nullopt;
     char buffer[4096];
-    long size = ::syscall(kListXattrAt, at.fd.Get(), node->name.c_str(), AT_SYMLINK_NOFOLLOW,
-                          buffer, sizeof buffer);
+    long size = ::syscall(kListXattrAt, at.fd.Get(), node->CName(), AT_SYMLINK_NOFOLLOW, buffer,
+                          sizeof buffer);
     if (size >= 0)
         return std::string(buffer, static_cast<size_t>(size));
     if (errno == ENOSYS)
@@ -147,6 +147,13 @@ NodeExtras ReadExtras(const std::string& path, const std::string& names) {
     return extras;
 }
 
+// The node's cache, made when it is first to hold something; under the node's lock.
+NodeCache& CacheOf(NodeRef node) {
+    if (!node->cache)
+        node->cache = std::make_unique<NodeCache>();
+    return *node->cache;
+}
+
 } // namespace
 
 std::string ReadXattr(const std::string& path, const char* name, bool* present) {
@@ -163,47 +170,49 @@ NodeStat StatOf(NodeRef node) {
     if (!node->IsFileSystem())
         return {};
     std::lock_guard lock(node->mutex);
-    if (!node->cache.stat) {
-        node->cache.stat = std::make_unique<NodeStat>(ReadStat(PathOf(node)));
-        if (node->cache.stat->exists)
-            node->kind.store(KindOfMode(node->cache.stat->mode));
+    NodeCache& cache = CacheOf(node);
+    if (!cache.stat) {
+        cache.stat = std::make_unique<NodeStat>(ReadStat(PathOf(node)));
+        if (cache.stat->exists)
+            node->kind.store(KindOfMode(cache.stat->mode));
     }
-    return *node->cache.stat;
+    return *cache.stat;
 }
 
 bool IsLocked(NodeRef node) {
     if (!node->IsFileSystem())
         return false;
     std::lock_guard lock(node->mutex);
-    if (!node->cache.locked)
-        node->cache.locked = ImmutableFlag(PathOf(node));
-    return *node->cache.locked;
+    if (!node->locked)
+        node->locked = ImmutableFlag(PathOf(node));
+    return *node->locked;
 }
 
 NodeExtras ExtrasOf(NodeRef node) {
     if (!node->IsFileSystem())
         return {};
     std::lock_guard lock(node->mutex);
-    if (!node->cache.extrasRead) {
+    if (!node->extrasRead) {
         // Most files have none of our attributes, and then their path is not needed.
         std::optional<std::string> names = ListXattrsInFolder(node);
         if (!names || !names->empty()) {
             const std::string path = PathOf(node);
             NodeExtras read = ReadExtras(path, names ? *names : ListXattrs(path));
             if (read != NodeExtras())
-                node->cache.extras = std::make_unique<NodeExtras>(read);
+                CacheOf(node).extras = std::make_unique<NodeExtras>(read);
         }
-        node->cache.extrasRead = true;
+        node->extrasRead = true;
     }
-    return node->cache.extras ? *node->cache.extras : NodeExtras();
+    return node->cache && node->cache->extras ? *node->cache->extras : NodeExtras();
 }
 
-bool IsListedHidden(NodeRef folder, const std::string& name) {
+bool IsListedHidden(NodeRef folder, std::string_view name) {
     if (folder == nullptr || !folder->IsFileSystem())
         return false;
     std::lock_guard lock(folder->mutex);
-    if (!folder->cache.hiddenNames) {
-        folder->cache.hiddenNames = std::make_unique<std::unordered_set<std::string>>();
+    NodeCache& cache = CacheOf(folder);
+    if (!cache.hiddenNames) {
+        cache.hiddenNames = std::make_unique<NameSet>();
         UniqueFd fd = files::OpenPath(files::JoinPath(PathOf(folder), ".hidden"), O_RDONLY);
         std::string text;
         char buffer[4096];
@@ -212,10 +221,10 @@ bool IsListedHidden(NodeRef folder, const std::string& name) {
         std::istringstream lines(text);
         for (std::string line; std::getline(lines, line);) {
             if (!line.empty())
-                folder->cache.hiddenNames->insert(line);
+                cache.hiddenNames->insert(line);
         }
     }
-    return folder->cache.hiddenNames->count(name) != 0;
+    return cache.hiddenNames->count(name) != 0;
 }
 
 FolderAttributeScope::FolderAttributeScope(NodeRef folder) {
@@ -231,7 +240,9 @@ FolderAttributeScope::~FolderAttributeScope() {
 
 void Forget(NodeRef node) {
     std::lock_guard lock(node->mutex);
-    node->cache = NodeCache();
+    node->cache.reset();
+    node->extrasRead = false;
+    node->locked.reset();
     // The name may be reused by an object of another kind; the next stat settles it again.
     if (node->IsFileSystem() && node != Special().boot)
         node->kind.store(NodeKind::Unknown);

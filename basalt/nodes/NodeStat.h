@@ -15,7 +15,7 @@ NodeExtras ExtrasOf(NodeRef node);
 // The immutable inode flag.
 bool IsLocked(NodeRef node);
 // The names a folder's ".hidden" file lists.
-bool IsListedHidden(NodeRef folder, const std::string& name);
+bool IsListedHidden(NodeRef folder, std::string_view name);
 // While one lives, its thread reads the attributes of the folder's children through the
 // folder's descriptor: each read looks up one name instead of walking the whole path.
 class FolderAttributeScope {

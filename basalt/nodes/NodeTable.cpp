@@ -22,16 +22,15 @@ Table& TheTable() {
     return *table;
 }
 
-NodeRef MakeSpecial(NodeKind kind, std::string name, NodeRef parent, int32_t index = 0) {
-    auto* node = new OpaqueNodeRef(kind, std::move(name), parent);
+NodeRef MakeSpecial(NodeKind kind, std::string_view name, NodeRef parent, int32_t index = 0) {
+    auto* node = OpaqueNodeRef::Make(kind, name, parent);
     node->count = kImmortal;
     node->virtualIndex = index;
     return node;
 }
 
-NodeRef InternLocked(Table& table, NodeRef parent, std::string_view name, NodeKind kind,
-                     std::string* owned = nullptr) {
-    const size_t hash = NodeInternTable::HashOf(parent, name);
+NodeRef InternLocked(Table& table, NodeRef parent, std::string_view name, NodeKind kind) {
+    const uint32_t hash = NodeInternTable::HashOf(parent, name);
     if (NodeRef node = table.nodes.Find(parent, name, hash)) {
         node->count.fetch_add(1, std::memory_order_relaxed);
         // A fresh look at the folder wins: the name may now hold another kind of object.
@@ -40,7 +39,7 @@ NodeRef InternLocked(Table& table, NodeRef parent, std::string_view name, NodeKi
         return node;
     }
     parent->count.fetch_add(1, std::memory_order_relaxed);
-    auto* node = new OpaqueNodeRef(kind, owned ? std::move(*owned) : std::string(name), parent);
+    auto* node = OpaqueNodeRef::Make(kind, name, parent);
     node->tableHash = hash;
     table.nodes.Insert(node);
     return node;
@@ -68,14 +67,14 @@ NodeRef Intern(NodeRef parent, std::string_view name, NodeKind kind) {
     return InternLocked(table, parent, name, kind);
 }
 
-std::vector<NodeRef> InternAll(NodeRef parent, std::vector<NodeEntry>&& entries) {
+std::vector<NodeRef> InternAll(NodeRef parent, const std::vector<NodeEntry>& entries) {
     std::vector<NodeRef> nodes;
     nodes.reserve(entries.size());
     Table& table = TheTable();
     std::lock_guard lock(table.mutex);
     table.nodes.Reserve(entries.size());
-    for (NodeEntry& entry : entries)
-        nodes.push_back(InternLocked(table, parent, entry.name, entry.kind, &entry.name));
+    for (const NodeEntry& entry : entries)
+        nodes.push_back(InternLocked(table, parent, entry.name, entry.kind));
     return nodes;
 }
 
@@ -99,18 +98,18 @@ std::vector<NodeRef> InternedChildren(NodeRef parent) {
 
 std::string PathOf(NodeRef node) {
     const SpecialNodes& special = Special();
-    std::vector<const std::string*> names;
+    std::vector<std::string_view> names;
     for (; node != special.boot; node = node->parent) {
         if (node == nullptr || !node->IsFileSystem())
             return {};
-        names.push_back(&node->name);
+        names.push_back(node->Name());
     }
     if (names.empty())
         return "/";
     std::string path;
     for (auto it = names.rbegin(); it != names.rend(); ++it) {
         path += '/';
-        path += **it;
+        path += *it;
     }
     return path;
 }
@@ -200,7 +199,7 @@ void DisposeNode(NodeRef node) {
         NodeKind kind = node->kind.load(std::memory_order_relaxed);
         if (kind == NodeKind::Query || kind == NodeKind::QueryHits)
             ForgetQueryNode(node);
-        delete node;
+        OpaqueNodeRef::Destroy(node);
         DisposeNode(target);
         node = parent; // the parent's count goes too; a loop, since chains can be deep
     }

@@ -17,8 +17,8 @@ struct NodeEntry {
 
 // The counted child (parent, name), made if needed; kind fills in an unknown kind.
 NodeRef Intern(NodeRef parent, std::string_view name, NodeKind kind);
-// The same for many children of one parent, under one lock; new nodes take the entries' names.
-std::vector<NodeRef> InternAll(NodeRef parent, std::vector<NodeEntry>&& entries);
+// The same for many children of one parent, under one lock.
+std::vector<NodeRef> InternAll(NodeRef parent, const std::vector<NodeEntry>& entries);
 // The child if it exists in the table, counted; null otherwise. Makes nothing.
 NodeRef Existing(NodeRef parent, std::string_view name);
 // Every interned child of parent, counted.

@@ -23,7 +23,7 @@ namespace {
 
 constexpr int kMaxAliasSteps = 40;
 
-bool EndsWithFolded(const std::string& name, std::string_view suffix) {
+bool EndsWithFolded(std::string_view name, std::string_view suffix) {
     if (name.size() <= suffix.size())
         return false;
     return std::equal(suffix.begin(), suffix.end(), name.end() - suffix.size(),
@@ -250,7 +250,7 @@ Boolean NodeIsAlias(NodeRef node) {
 Boolean NodeIsPackage(NodeRef node) {
     if (node == nullptr || !node->IsFileSystem() || node == Special().boot)
         return false;
-    const std::string& name = node->name;
+    const std::string_view name = node->Name();
     bool packageName = EndsWithFolded(name, ".app") || EndsWithFolded(name, ".bundle") ||
                        EndsWithFolded(name, ".appdir");
     return packageName && SettledKind(node) == NodeKind::Folder;
@@ -260,8 +260,8 @@ Boolean NodeIsApplication(NodeRef node) {
     if (node == nullptr || !node->IsFileSystem())
         return false;
     NodeKind kind = SettledKind(node);
-    return (kind == NodeKind::File && EndsWithFolded(node->name, ".desktop")) ||
-           (kind == NodeKind::Folder && EndsWithFolded(node->name, ".appdir"));
+    return (kind == NodeKind::File && EndsWithFolded(node->Name(), ".desktop")) ||
+           (kind == NodeKind::Folder && EndsWithFolded(node->Name(), ".appdir"));
 }
 
 Boolean NodeIsVolume(NodeRef node) {
@@ -276,9 +276,9 @@ Boolean NodeIsVisible(NodeRef node) {
         return false;
     if (!node->IsFileSystem() || node == Special().boot)
         return true;
-    if (node->name.starts_with("."))
+    if (node->Name().starts_with("."))
         return false;
-    return !IsListedHidden(node->parent, node->name);
+    return !IsListedHidden(node->parent, node->Name());
 }
 
 Boolean NodeIsQuery(NodeRef node) {
@@ -291,7 +291,7 @@ Boolean NodeIsQueryHitsContainer(NodeRef node) {
     return node != nullptr && node->kind == NodeKind::QueryHits;
 }
 Boolean NodeIsSavedQuery(NodeRef node) {
-    return node != nullptr && node->IsFileSystem() && EndsWithFolded(node->name, ".kelsearch") &&
+    return node != nullptr && node->IsFileSystem() && EndsWithFolded(node->Name(), ".kelsearch") &&
            SettledKind(node) == NodeKind::File;
 }
 

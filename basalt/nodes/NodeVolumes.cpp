@@ -207,8 +207,8 @@ bool IsVolumeNode(NodeRef node) {
         std::lock_guard lock(cache.mutex);
         cache.EnsureLoaded();
         bool named = std::any_of(cache.volumes.begin(), cache.volumes.end(), [&](const Volume& v) {
-            return v.mountPoint.size() > node->name.size() &&
-                   v.mountPoint.ends_with("/" + node->name);
+            return v.mountPoint.size() > node->nameLength &&
+                   v.mountPoint.ends_with("/" + std::string(node->Name()));
         });
         if (!named)
             return false;

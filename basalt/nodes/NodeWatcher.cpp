@@ -236,7 +236,7 @@ void NodeWatcher::SyncLocked(NodeRef container, Watched& watched, Touched& touch
         std::vector<std::string_view> heldNames;
         heldNames.reserve(held.size());
         for (NodeRef child : held) {
-            heldNames.push_back(child->name);
+            heldNames.push_back(child->Name());
             Forget(child);
         }
         std::sort(heldNames.begin(), heldNames.end());

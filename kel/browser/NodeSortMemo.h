@@ -4,9 +4,14 @@
 // compares every node many times; asking the node each time costs a trip to its memory (and
 // to the file system for validity), so the answers are kept in a flat table with open
 // addressing: one probe into contiguous memory per lookup.
+//
+// A slot is 16 bytes: the three flags ride in the low bits of the node's address, which is
+// that of a heap object holding pointers and so a multiple of 8, and the key's length is read
+// again from the key, which ends in its only zero byte.
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 struct OpaqueNodeRef;
@@ -15,27 +20,26 @@ struct NodeSortFacts {
     bool valid = false;
     bool queryHit = false;
     bool keyKnown = false; // the display name's key was asked for
-    // The length before the pointer: a slot of the table takes 24 bytes, not 32.
     uint32_t keyLength = 0;
     const uint8_t* displayKey = nullptr; // null when the node service has none
 };
 
 class NodeSortMemo {
 public:
-    // The facts of node, null when none are kept; good until the next Keep or clear.
-    NodeSortFacts* Find(const OpaqueNodeRef* node);
+    // The facts kept for node, if any.
+    std::optional<NodeSortFacts> Find(const OpaqueNodeRef* node);
     // Keeps facts for node, replacing what was kept.
     void Keep(const OpaqueNodeRef* node, const NodeSortFacts& facts);
     void clear();
 
 private:
     struct Slot {
-        const OpaqueNodeRef* node = nullptr; // null: empty; nodes are never null here
-        NodeSortFacts facts;
+        uintptr_t nodeAndFlags = 0; // 0: empty; nodes are never null here
+        const uint8_t* displayKey = nullptr;
     };
 
-    size_t Home(const OpaqueNodeRef* node) const;
-    size_t SlotOf(const OpaqueNodeRef* node) const;
+    size_t Home(uintptr_t node) const;
+    size_t SlotOf(uintptr_t node) const;
     void Grow(size_t capacity);
 
     std::vector<Slot> slots;

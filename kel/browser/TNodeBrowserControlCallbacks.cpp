@@ -150,14 +150,15 @@ bool TNodeBrowserControl::CompareNotification(ControlRef control, unsigned long 
 // Validating asks the file system; what it said holds until the next change event, which is
 // how a deletion of a row reaches us. The display name's key is asked for by name sorts only.
 NodeSortFacts TNodeBrowserControl::SortFactsOf(OpaqueNodeRef* node, bool wantKey) {
-    NodeSortFacts* kept = sortMemo.Find(node);
-    if (kept == nullptr) {
+    std::optional<NodeSortFacts> kept = sortMemo.Find(node);
+    if (!kept) {
         NodeSortFacts facts = ReadSortFacts(node, wantKey);
         sortMemo.Keep(node, facts);
         return facts;
     }
     if (wantKey && !kept->keyKnown && !kept->queryHit) {
         ReadDisplayKey(node, *kept);
+        sortMemo.Keep(node, *kept);
     }
     return *kept;
 }

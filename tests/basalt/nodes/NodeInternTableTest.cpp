@@ -9,20 +9,27 @@ using basalt::nodes::NodeInternTable;
 namespace {
 
 // Nodes as the table sees them: named under a parent, with their hash set.
+struct DestroyNode {
+    void operator()(OpaqueNodeRef* node) const { OpaqueNodeRef::Destroy(node); }
+};
+using OwnedNode = std::unique_ptr<OpaqueNodeRef, DestroyNode>;
+
 class NodeInternTableTest : public ::testing::Test {
 protected:
     OpaqueNodeRef* Make(OpaqueNodeRef* parent, const std::string& name) {
-        made.push_back(std::make_unique<OpaqueNodeRef>(NodeKind::File, name, parent));
+        made.emplace_back(OpaqueNodeRef::Make(NodeKind::File, name, parent));
         made.back()->tableHash = NodeInternTable::HashOf(parent, name);
         return made.back().get();
     }
-    OpaqueNodeRef* Find(OpaqueNodeRef* parent, const std::string& name) const {
+    OpaqueNodeRef* Find(OpaqueNodeRef* parent, std::string_view name) const {
         return table.Find(parent, name, NodeInternTable::HashOf(parent, name));
     }
 
-    OpaqueNodeRef folderA{NodeKind::Folder, "a", nullptr};
-    OpaqueNodeRef folderB{NodeKind::Folder, "b", nullptr};
-    std::vector<std::unique_ptr<OpaqueNodeRef>> made;
+    OwnedNode a{OpaqueNodeRef::Make(NodeKind::Folder, "a", nullptr)};
+    OwnedNode b{OpaqueNodeRef::Make(NodeKind::Folder, "b", nullptr)};
+    OpaqueNodeRef& folderA = *a;
+    OpaqueNodeRef& folderB = *b;
+    std::vector<OwnedNode> made;
     NodeInternTable table;
 };
 
@@ -36,7 +43,7 @@ TEST_F(NodeInternTableTest, FindsEachNodeByParentAndNameThroughGrowth) {
     for (int i = 0; i < 5000; i += 499) {
         OpaqueNodeRef* inA = Find(&folderA, "file " + std::to_string(i));
         ASSERT_NE(inA, nullptr);
-        EXPECT_EQ(inA->name, "file " + std::to_string(i));
+        EXPECT_EQ(inA->Name(), "file " + std::to_string(i));
         EXPECT_EQ(inA->parent, &folderA);
         EXPECT_NE(inA, Find(&folderB, "file " + std::to_string(i)));
     }
@@ -55,12 +62,12 @@ TEST_F(NodeInternTableTest, ErasedNodesGoAndTheOthersStay) {
         nodes.push_back(Make(&folderA, std::to_string(i)));
         table.Insert(nodes.back());
     }
-    OpaqueNodeRef stranger(NodeKind::QueryHit, std::string(), &folderA);
-    table.Erase(&stranger);
+    OwnedNode stranger{OpaqueNodeRef::Make(NodeKind::QueryHit, {}, &folderA)};
+    table.Erase(stranger.get());
     for (size_t i = 0; i < nodes.size(); i += 2)
         table.Erase(nodes[i]);
     for (size_t i = 0; i < nodes.size(); ++i)
-        EXPECT_EQ(Find(&folderA, nodes[i]->name), i % 2 == 0 ? nullptr : nodes[i]) << i;
+        EXPECT_EQ(Find(&folderA, nodes[i]->Name()), i % 2 == 0 ? nullptr : nodes[i]) << i;
     size_t left = 0;
     table.ForEach([&](OpaqueNodeRef*) { ++left; });
     EXPECT_EQ(left, 1500u);

@@ -132,6 +132,35 @@ TEST(NodePropertiesTest, StringCompareAndCollationKeysSortNames) {
     EXPECT_EQ(again, key9) << "keys are cached";
 }
 
+// The key is the collator's own, its length counting the closing zero, also for a name whose key
+// is longer than any usual one (letters with marks, in a name that is not UTF-8).
+TEST(NodePropertiesTest, SortKeysAreTheCollatorsWhateverTheirLength) {
+    auto folder = keltest::MakeScratchFolder("keys");
+    std::string odd; // "ÅßÅß...", read as Latin-1
+    while (odd.size() < 255)
+        odd += "\xC5\xDF";
+    odd.resize(255);
+    for (const std::string& name : {std::string("a"), std::string("Report 2.txt"), odd})
+        keltest::WriteFile(folder / name, "");
+    Held parent = NodeAt(folder);
+    BCIndex longest = 0;
+    for (const Held& child : Children(parent.get())) {
+        std::u16string shown = StringProperty(child.get(), "dnam");
+        const auto* chars = reinterpret_cast<const UniChar*>(shown.data());
+        const auto count = static_cast<BCIndex>(shown.size());
+        std::vector<uint8_t> expected(
+            size_t(UCGetCollationKey(kUCCollateStandardOptions, chars, count, nullptr, 0)));
+        UCGetCollationKey(kUCCollateStandardOptions, chars, count, expected.data(),
+                          BCIndex(expected.size()));
+        const uint8_t* key = nullptr;
+        BCIndex length = 0;
+        ASSERT_EQ(NodeGetSortKey(child.get(), Code("dnam"), &key, &length), noErr);
+        EXPECT_EQ(std::vector<uint8_t>(key, key + length), expected);
+        longest = std::max(longest, length);
+    }
+    EXPECT_GT(longest, 1024) << "no key took the long way";
+}
+
 } // namespace
 
 namespace {

@@ -17,7 +17,7 @@ using basalt::nodes::kParallelSortKeysFrom;
 namespace {
 
 std::optional<std::vector<uint8_t>> PreparedKey(NodeRef node) {
-    if (node->sortKeys.displayName.ready.load() == nullptr)
+    if (node->sortKeys.displayName.Get() == nullptr)
         return std::nullopt;
     const uint8_t* key = nullptr;
     BCIndex length = 0;
@@ -27,11 +27,7 @@ std::optional<std::vector<uint8_t>> PreparedKey(NodeRef node) {
 
 // The key made fresh, for comparison with the one made ahead.
 std::vector<uint8_t> FreshKey(NodeRef node) {
-    {
-        std::lock_guard lock(node->mutex);
-        node->sortKeys.displayName.ready.store(nullptr);
-        node->sortKeys.displayName.bytes.reset();
-    }
+    node->sortKeys.displayName.Reset();
     const uint8_t* key = nullptr;
     BCIndex length = 0;
     EXPECT_EQ(NodeGetSortKey(node, NodeCode("dnam"), &key, &length), noErr);
@@ -87,13 +83,13 @@ TEST(NodeSortKeysTest, KeysMadeAheadHonourHiddenExtensions) {
     std::vector<Held> children = Children(parent.get());
     ASSERT_EQ(children.size(), kParallelSortKeysFrom + 3);
     for (const Held& child : children) {
-        const bool isHidden = child.get()->name == "File 2050.txt";
+        const bool isHidden = child.get()->Name() == "File 2050.txt";
         std::optional<std::vector<uint8_t>> key = PreparedKey(child.get());
         ASSERT_TRUE(key.has_value());
-        EXPECT_EQ(*key == FreshKey(plain.get()), isHidden) << child.get()->name;
+        EXPECT_EQ(*key == FreshKey(plain.get()), isHidden) << child.get()->Name();
         int16_t label = 0;
         GetNodePropertyAsInt16(child.get(), NodeCode("labl"), &label, 0);
-        EXPECT_EQ(label, isHidden ? 3 : 0) << child.get()->name;
+        EXPECT_EQ(label, isHidden ? 3 : 0) << child.get()->Name();
     }
 }
 
