@@ -47,19 +47,9 @@ StatusCode KelSaveDocumentDialog::InitDialog() {
 
 void KelSaveDocumentDialog::SetupDialogItems() {
     TBrowseDialog::SetupDialogItems();
-    // The pane starts level with the where row in the layout: it goes below it.
-    ControlRef where = Control(kBrowseWherePopup);
-    ControlRef pane = Control(kBrowsePane);
-    if (where != nullptr && pane != nullptr) {
-        BGRect whereFrame = BGRectZero;
-        BTViewGetFrame(where, &whereFrame);
-        const BGFloat drop = whereFrame.size.height + ExtraOf(where);
-        BGRect frame = BGRectZero;
-        BTViewGetFrame(pane, &frame);
-        frame.origin.y += drop;
-        frame.size.height -= drop;
-        BTViewSetFrame(pane, &frame);
-    }
+    // The pane starts level with the where row in the layout: it goes below it, so that the
+    // collapsed window keeps that row.
+    MovePaneTop(WhereRowDepth());
     if ((optionFlags & kKelOptExtensionHandling) != 0) {
         hideExtensionCheckbox = Control(kBrowseHideExtension);
         if (hideExtensionCheckbox != nullptr && !extension) {

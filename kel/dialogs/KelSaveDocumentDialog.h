@@ -106,6 +106,11 @@ private:
     // Shows or hides the where row of the collapsed form.
     void ShowWhereRow(bool shown);
     void SetResizable(bool resizable);
+    // The height of the where row with the space under it.
+    BGFloat WhereRowDepth();
+    // Moves the pane's top edge down by that much, its bottom edge staying.
+    void MovePaneTop(BGFloat by);
+    void RaisePaneIntoWhereRow(bool raised);
     // Steps the window from one size to the other in three thirds, drawing each.
     void AnimateSize(const TRect& from, const TRect& to);
 
@@ -116,6 +121,7 @@ private:
     bool extensionHidden = false;
     bool userHidesExtension = false;
     TRect disclosedBounds;
+    bool paneInWhereRow = false;
     std::unique_ptr<TTextEdit> nameField;
     RetainedRef<BCOpaqueString> extension;
 };
