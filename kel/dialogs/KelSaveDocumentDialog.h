@@ -70,6 +70,8 @@ public:
     // ---- Replacing ----
     bool CanReplaceIfConflict();
     bool ConfirmReplacing(TKelNode& node);
+    // The file in folder that saving under name would replace; empty when there is none.
+    static TKelNode ExistingFile(const TKelNode& folder, const TStringRef& name);
     static Boolean replaceDialogFilter(DialogRef dialog, EventRecord* event, DialogItemIndex* item);
 
     // ---- The two forms of the window ----
@@ -103,6 +105,13 @@ private:
     TStringRef WithoutOwnExtension(const TStringRef& name) const;
     // name with "." and the dialog's extension behind it.
     TStringRef WithOwnExtension(const TStringRef& name) const;
+    // name with its extension cut and the dialog's put in its place, when the dialog handles
+    // extensions; else name as it is.
+    TStringRef KeepingOwnExtension(const TStringRef& name) const;
+    // The whole name for what the field shows: the hidden extension comes back.
+    TStringRef WholeNameOf(const TStringRef& text) const;
+    // Gives the field the name of a file the user clicked or dropped.
+    void TakeNameOf(const TKelNode& node);
     // Shows or hides the where row of the collapsed form.
     void ShowWhereRow(bool shown);
     void SetResizable(bool resizable);
@@ -124,4 +133,10 @@ private:
     bool paneInWhereRow = false;
     std::unique_ptr<TTextEdit> nameField;
     RetainedRef<BCOpaqueString> extension;
+    // The whole name a click put in the field, and the clicked file's own name where that
+    // differs; both nil when the field holds no such name.
+    struct TakenName {
+        TStringRef shownName;
+        TStringRef ownName;
+    } taken;
 };
