@@ -5,6 +5,7 @@
 
 #include "tests/kel/dialogs/BrowseDialogTesting.h"
 #include "tests/kel/dialogs/SaveDialogTesting.h"
+#include "tests/kel/interface/AlertIconTesting.h"
 #include "tests/support/TestEnvironment.h"
 #include "tests/support/Unprivileged.h"
 
@@ -26,6 +27,7 @@ constexpr int16_t kCancel = 2;
 // What happened when the user tried to save under a name.
 struct Attempt {
     std::string alert;
+    std::vector<uint32_t> alertIcon;
     bool saved = false;
     bool replacing = false;
 };
@@ -38,6 +40,7 @@ Attempt TrySave(const fs::path& folder, const SaveSetup& setup, int16_t answer, 
     run.RunModal([&] {
         WhenAlertShows(run, [&](WindowRef alert) {
             attempt.alert = AlertText(alert);
+            attempt.alertIcon = AlertIconPixels(alert);
             if (key != 0) {
                 HeadlessDriver::PressKey(key);
             } else {
@@ -131,6 +134,19 @@ TEST_F(KelSaveDocumentDialogReplaceTest, FoldersArentReplacedButAliasesAndChosen
     EXPECT_TRUE(Contains(alias.alert, "“Shortcut” already exists"));
     EXPECT_TRUE(alias.saved);
     EXPECT_TRUE(alias.replacing);
+}
+
+TEST_F(KelSaveDocumentDialogReplaceTest, RefusalsAndQuestionsAllShowTheCautionIcon) {
+    const std::vector<uint32_t> caution = AlertIconPixelsOfType(kAlertCautionAlert);
+    ASSERT_FALSE(caution.empty());
+    // A refusal is a note: without the save dialog's choice it would show this.
+    ASSERT_NE(AlertIconPixelsOfType(kAlertNoteAlert), caution);
+    const Attempt folder = TrySave(tree, {"Archive"}, 1);
+    EXPECT_TRUE(Contains(folder.alert, "because it is a folder"));
+    EXPECT_EQ(folder.alertIcon, caution);
+    const Attempt taken = TrySave(tree, {"notes.txt"}, kCancel);
+    EXPECT_TRUE(Contains(taken.alert, "already exists"));
+    EXPECT_EQ(taken.alertIcon, caution);
 }
 
 TEST_F(KelSaveDocumentDialogReplaceTest, NoQuestionsMeansNoAlertAtAll) {
