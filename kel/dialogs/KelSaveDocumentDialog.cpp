@@ -95,7 +95,7 @@ void KelSaveDocumentDialog::FixButtons(const TStringRef* given) {
         Target(target) == noErr && NodeIsQueryHitsContainer(target.PeekNodeRef());
     if (defaultControl != nullptr) {
         const bool can = !IsTargetLocked() && !searching &&
-                         (actionState & kActionSaveRefused) == 0 && text.Length() > 0;
+                         (actionState & kActionSaveRefused) == 0 && CanNameAFile(text);
         if (can) {
             ActivateControl(defaultControl);
         } else {
@@ -122,11 +122,25 @@ void KelSaveDocumentDialog::FixButtons(const TStringRef* given) {
     SetDefaultButtonTitle();
 }
 
-// The name is what the field shows: a hidden extension alone is no name.
+// The name is what the field shows: a hidden extension alone is no name. "." and ".." are the
+// folder and its parent, never a file of it.
+bool KelSaveDocumentDialog::CanNameAFile(const TStringRef& text) const {
+    if (text.Length() == 0) {
+        return false;
+    }
+    const TStringRef whole = nameField != nullptr ? WholeNameOf(text) : text;
+    for (BCStringRef folder : {BCSTR("."), BCSTR("..")}) {
+        if (BCStringCompare(whole.AsBCStringRef(), folder, 0) == kBCCompareEqualTo) {
+            return false;
+        }
+    }
+    return true;
+}
+
 bool KelSaveDocumentDialog::CanChoose() {
     const TStringRef name = nameField != nullptr ? nameField->GetTextContent() : SaveFileName();
     return TBrowseDialog::CanChoose() && (actionState & kActionSaveRefused) == 0 &&
-           !IsTargetLocked() && name.Length() > 0;
+           !IsTargetLocked() && CanNameAFile(name);
 }
 
 bool KelSaveDocumentDialog::ValidateAcceptDialog(uint32_t modifiers) {

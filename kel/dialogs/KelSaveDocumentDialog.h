@@ -110,6 +110,8 @@ private:
     TStringRef KeepingOwnExtension(const TStringRef& name) const;
     // The whole name for what the field shows: the hidden extension comes back.
     TStringRef WholeNameOf(const TStringRef& text) const;
+    // Whether the field's text gives a name a file can have.
+    bool CanNameAFile(const TStringRef& text) const;
     // Gives the field the name of a file the user clicked or dropped.
     void TakeNameOf(const TKelNode& node);
     // Shows or hides the where row of the collapsed form.

@@ -23,6 +23,7 @@ namespace {
 
 constexpr int16_t kReplace = 1;
 constexpr int16_t kCancel = 2;
+constexpr uint16_t kKeyR = 0x0F; // the R key of the ANSI layout
 
 // What happened when the user tried to save under a name.
 struct Attempt {
@@ -32,17 +33,24 @@ struct Attempt {
     bool replacing = false;
 };
 
+// A key the user presses in the alert.
+struct Key {
+    uint16_t code = 0;
+    uint32_t modifiers = 0;
+    char16_t character = 0;
+};
+
 // Accepts the name, answers the alert that comes (if one does) with answer (a key press when
 // key is set), and cancels a dialog that stays up.
-Attempt TrySave(const fs::path& folder, const SaveSetup& setup, int16_t answer, uint16_t key = 0) {
+Attempt TrySave(const fs::path& folder, const SaveSetup& setup, int16_t answer, Key key = {}) {
     SaveRun run(folder, setup);
     Attempt attempt;
     run.RunModal([&] {
         WhenAlertShows(run, [&](WindowRef alert) {
             attempt.alert = AlertText(alert);
             attempt.alertIcon = AlertIconPixels(alert);
-            if (key != 0) {
-                HeadlessDriver::PressKey(key);
+            if (key.code != 0) {
+                HeadlessDriver::PressKey(key.code, key.modifiers, key.character);
             } else {
                 PressAlertItem(alert, answer);
             }
@@ -89,12 +97,19 @@ protected:
 };
 
 TEST_F(KelSaveDocumentDialogReplaceTest, AFileIsReplacedOnlyAfterTheUserSaysSo) {
-    // Return presses Cancel, the default button, as escape does.
-    const Attempt returned = TrySave(tree, {"notes.txt"}, 0, kVK_Return);
+    // Return presses Cancel, the default button, as enter, escape and command-period do.
+    const Attempt returned = TrySave(tree, {"notes.txt"}, 0, {kVK_Return});
     EXPECT_TRUE(Contains(returned.alert, "“notes.txt” already exists"));
     EXPECT_FALSE(returned.saved);
-    EXPECT_FALSE(TrySave(tree, {"notes.txt"}, 0, kVK_Escape).saved);
+    for (Key key :
+         {Key{kVK_ANSI_KeypadEnter}, Key{kVK_Escape}, Key{kVK_ANSI_Period, cmdKey, u'.'}}) {
+        const Attempt attempt = TrySave(tree, {"notes.txt"}, 0, key);
+        EXPECT_NE(attempt.alert, "") << key.code;
+        EXPECT_FALSE(attempt.saved) << key.code;
+    }
     EXPECT_FALSE(TrySave(tree, {"notes.txt"}, kCancel).saved);
+    // Command-R is the Replace button's key.
+    EXPECT_TRUE(TrySave(tree, {"notes.txt"}, 0, {kKeyR, cmdKey, u'r'}).saved);
 
     const Attempt replaced = TrySave(tree, {"notes.txt"}, kReplace);
     EXPECT_TRUE(replaced.saved);
@@ -157,15 +172,20 @@ TEST_F(KelSaveDocumentDialogReplaceTest, NoQuestionsMeansNoAlertAtAll) {
     EXPECT_TRUE(attempt.replacing);
 }
 
-TEST_F(KelSaveDocumentDialogReplaceTest, ALockedFileIsRefused) {
+TEST_F(KelSaveDocumentDialogReplaceTest, ALockedFileIsRefusedUnlessTheClientAsksNoQuestions) {
     const fs::path locked = tree / "notes.txt";
     if (!SetImmutable(locked, true)) {
         GTEST_SKIP() << "only root may lock a file here";
     }
     const Attempt attempt = TrySave(tree, {"notes.txt"}, 1);
+    const Attempt quiet = TrySave(tree, {"notes.txt", kSaveOptions | kKelOptNoReplaceConfirm}, 1);
     SetImmutable(locked, false);
     EXPECT_TRUE(Contains(attempt.alert, "because it is locked"));
     EXPECT_FALSE(attempt.saved);
+    // The client that asked for no questions gets none, and learns that the name is taken.
+    EXPECT_EQ(quiet.alert, "");
+    EXPECT_TRUE(quiet.saved);
+    EXPECT_TRUE(quiet.replacing);
 }
 
 TEST_F(KelSaveDocumentDialogReplaceTest, AFileTheUserMayNotWriteIsRefusedInAFolderTheUserMay) {

@@ -8,6 +8,7 @@
 #include "tests/kel/dialogs/SaveDialogTesting.h"
 #include "tests/kel/foundation/StringTesting.h"
 #include "tests/support/TestEnvironment.h"
+#include "tests/support/Unprivileged.h"
 
 #include <gtest/gtest.h>
 
@@ -225,6 +226,43 @@ TEST_F(KelSaveDocumentDialogTest, AnEmptyNameTurnsSaveOffAndReturnDoesNothing) {
     EXPECT_FALSE(activeWhenEmpty);
     EXPECT_TRUE(runningAfterKeys);
     EXPECT_TRUE(activeAgain);
+}
+
+TEST_F(KelSaveDocumentDialogTest, NamesNoFileCanHaveAreNotSaved) {
+    // "." and ".." name the folder and its parent: a reply with them would lead the client out
+    // of the folder the user chose. A hidden extension makes "..", typed, a good name.
+    for (const char* name : {".", ".."}) {
+        SaveRun run(tree, {"Report", kKelOptDefaults});
+        bool active = true;
+        bool choosable = true;
+        run.RunModal([&] {
+            Type(name);
+            active = run.DefaultButtonActive();
+            choosable = run.Save().CanChoose();
+            ClickItem(run.Save(), kBrowseCancelButton);
+        });
+        EXPECT_FALSE(active) << name;
+        EXPECT_FALSE(choosable) << name;
+    }
+    EXPECT_EQ(SaveTyped("Report.txt", "..", kUseOne), "...txt");
+}
+
+TEST_F(KelSaveDocumentDialogTest, NothingSavesIntoAFolderTheUserMayNotWrite) {
+    fs::create_directory(tree / "Sealed");
+    // Root writes through any mode bits: the check runs as an ordinary user.
+    const int failures = RunUnprivileged(tree, [&] {
+        ::chmod((tree / "Sealed").c_str(), 0555);
+        SaveRun run(tree / "Sealed", {"Report.txt"});
+        bool active = true;
+        const uint32_t action = run.RunModal([&] {
+            active = run.DefaultButtonActive();
+            Press(kVK_ANSI_S, cmdKey, u's');
+            Press(kVK_Return);
+            ClickItem(run.Save(), kBrowseCancelButton);
+        });
+        return (active ? 1 : 0) | (action != kKelUserActionCancel ? 2 : 0);
+    });
+    EXPECT_EQ(failures, 0);
 }
 
 TEST_F(KelSaveDocumentDialogTest, CommandSSaves) {
