@@ -13,6 +13,7 @@
 #include <gtest/gtest.h>
 #include <linux/fs.h>
 #include <sys/ioctl.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
 namespace fs = std::filesystem;
@@ -129,6 +130,16 @@ TEST_F(KelSaveDocumentDialogReplaceTest, TheAlertNamesAFileWhoseExtensionIsShown
     EXPECT_TRUE(Contains(shown.alert, "“notes.txt” already exists"));
     const Attempt plain = TrySave(tree, {"Archive.old", kKelOptDefaults}, kCancel);
     EXPECT_EQ(plain.alert, "");
+}
+
+TEST_F(KelSaveDocumentDialogReplaceTest, AFileShownWithoutItsExtensionIsNamedWithItOnce) {
+    WriteFile(tree / "minutes.txt", "old minutes");
+    ASSERT_EQ(::setxattr((tree / "minutes.txt").c_str(), "user.kel.hide-extension", "1", 1, 0), 0);
+    // The list shows "minutes": the alert adds the extension, and takes nothing off the stem.
+    const Attempt hidden = TrySave(tree, {"minutes.txt"}, kCancel);
+    EXPECT_TRUE(Contains(hidden.alert, "“minutes.txt” already exists")) << hidden.alert;
+    const Attempt shown = TrySave(tree, {"notes.txt"}, kCancel);
+    EXPECT_TRUE(Contains(shown.alert, "“notes.txt” already exists")) << shown.alert;
 }
 
 TEST_F(KelSaveDocumentDialogReplaceTest, FoldersArentReplacedButAliasesAndChosenPackagesAre) {
