@@ -1152,8 +1152,14 @@ enum {
     kAlertStdAlertHelpButton = 4
 };
 
-/* flags of the parameter record. */
-enum { kStdAlertDoNotCloseOnHelp = 1u << 5, kStdAlertDoNotAnimateOnDefault = 1u << 2 };
+/* flags of the parameter record. kStdAlertCautionIcon shows the caution icon whatever the alert
+   type: for a family of alerts that guard the user's files, which look alike though their types
+   differ. */
+enum {
+    kStdAlertDoNotCloseOnHelp = 1u << 5,
+    kStdAlertDoNotAnimateOnDefault = 1u << 2,
+    kStdAlertCautionIcon = 1u << 16
+};
 
 enum { kStdAlertVersionOne = 1 };
 /* For defaultText, cancelText, otherText: -1 asks for the toolbox's own text. */

@@ -47,19 +47,9 @@ StatusCode KelSaveDocumentDialog::InitDialog() {
 
 void KelSaveDocumentDialog::SetupDialogItems() {
     TBrowseDialog::SetupDialogItems();
-    // The pane starts level with the where row in the layout: it goes below it.
-    ControlRef where = Control(kBrowseWherePopup);
-    ControlRef pane = Control(kBrowsePane);
-    if (where != nullptr && pane != nullptr) {
-        BGRect whereFrame = BGRectZero;
-        BTViewGetFrame(where, &whereFrame);
-        const BGFloat drop = whereFrame.size.height + ExtraOf(where);
-        BGRect frame = BGRectZero;
-        BTViewGetFrame(pane, &frame);
-        frame.origin.y += drop;
-        frame.size.height -= drop;
-        BTViewSetFrame(pane, &frame);
-    }
+    // The pane starts level with the where row in the layout: it goes below it, so that the
+    // collapsed window keeps that row.
+    MovePaneTop(WhereRowDepth());
     if ((optionFlags & kKelOptExtensionHandling) != 0) {
         hideExtensionCheckbox = Control(kBrowseHideExtension);
         if (hideExtensionCheckbox != nullptr && !extension) {
@@ -105,7 +95,7 @@ void KelSaveDocumentDialog::FixButtons(const TStringRef* given) {
         Target(target) == noErr && NodeIsQueryHitsContainer(target.PeekNodeRef());
     if (defaultControl != nullptr) {
         const bool can = !IsTargetLocked() && !searching &&
-                         (actionState & kActionSaveRefused) == 0 && text.Length() > 0;
+                         (actionState & kActionSaveRefused) == 0 && CanNameAFile(text);
         if (can) {
             ActivateControl(defaultControl);
         } else {
@@ -132,11 +122,25 @@ void KelSaveDocumentDialog::FixButtons(const TStringRef* given) {
     SetDefaultButtonTitle();
 }
 
-// The name is what the field shows: a hidden extension alone is no name.
+// The name is what the field shows: a hidden extension alone is no name. "." and ".." are the
+// folder and its parent, never a file of it.
+bool KelSaveDocumentDialog::CanNameAFile(const TStringRef& text) const {
+    if (text.Length() == 0) {
+        return false;
+    }
+    const TStringRef whole = nameField != nullptr ? WholeNameOf(text) : text;
+    for (BCStringRef folder : {BCSTR("."), BCSTR("..")}) {
+        if (BCStringCompare(whole.AsBCStringRef(), folder, 0) == kBCCompareEqualTo) {
+            return false;
+        }
+    }
+    return true;
+}
+
 bool KelSaveDocumentDialog::CanChoose() {
     const TStringRef name = nameField != nullptr ? nameField->GetTextContent() : SaveFileName();
     return TBrowseDialog::CanChoose() && (actionState & kActionSaveRefused) == 0 &&
-           !IsTargetLocked() && name.Length() > 0;
+           !IsTargetLocked() && CanNameAFile(name);
 }
 
 bool KelSaveDocumentDialog::ValidateAcceptDialog(uint32_t modifiers) {

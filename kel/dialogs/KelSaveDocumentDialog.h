@@ -70,6 +70,8 @@ public:
     // ---- Replacing ----
     bool CanReplaceIfConflict();
     bool ConfirmReplacing(TKelNode& node);
+    // The file in folder that saving under name would replace; empty when there is none.
+    static TKelNode ExistingFile(const TKelNode& folder, const TStringRef& name);
     static Boolean replaceDialogFilter(DialogRef dialog, EventRecord* event, DialogItemIndex* item);
 
     // ---- The two forms of the window ----
@@ -103,9 +105,23 @@ private:
     TStringRef WithoutOwnExtension(const TStringRef& name) const;
     // name with "." and the dialog's extension behind it.
     TStringRef WithOwnExtension(const TStringRef& name) const;
+    // name with its extension cut and the dialog's put in its place, when the dialog handles
+    // extensions; else name as it is.
+    TStringRef KeepingOwnExtension(const TStringRef& name) const;
+    // The whole name for what the field shows: the hidden extension comes back.
+    TStringRef WholeNameOf(const TStringRef& text) const;
+    // Whether the field's text gives a name a file can have.
+    bool CanNameAFile(const TStringRef& text) const;
+    // Gives the field the name of a file the user clicked or dropped.
+    void TakeNameOf(const TKelNode& node);
     // Shows or hides the where row of the collapsed form.
     void ShowWhereRow(bool shown);
     void SetResizable(bool resizable);
+    // The height of the where row with the space under it.
+    BGFloat WhereRowDepth();
+    // Moves the pane's top edge down by that much, its bottom edge staying.
+    void MovePaneTop(BGFloat by);
+    void RaisePaneIntoWhereRow(bool raised);
     // Steps the window from one size to the other in three thirds, drawing each.
     void AnimateSize(const TRect& from, const TRect& to);
 
@@ -116,6 +132,13 @@ private:
     bool extensionHidden = false;
     bool userHidesExtension = false;
     TRect disclosedBounds;
+    bool paneInWhereRow = false;
     std::unique_ptr<TTextEdit> nameField;
     RetainedRef<BCOpaqueString> extension;
+    // The whole name a click put in the field, and the clicked file's own name where that
+    // differs; both nil when the field holds no such name.
+    struct TakenName {
+        TStringRef shownName;
+        TStringRef ownName;
+    } taken;
 };

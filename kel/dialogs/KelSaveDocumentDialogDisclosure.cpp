@@ -40,6 +40,38 @@ void KelSaveDocumentDialog::ShowWhereRow(bool shown) {
     SetVisible(Control(kBrowseWherePopupLabel), shown);
 }
 
+BGFloat KelSaveDocumentDialog::WhereRowDepth() {
+    ControlRef where = Control(kBrowseWherePopup);
+    if (where == nullptr) {
+        return 0;
+    }
+    BGRect frame = BGRectZero;
+    BTViewGetFrame(where, &frame);
+    return frame.size.height + ExtraOf(where);
+}
+
+void KelSaveDocumentDialog::MovePaneTop(BGFloat by) {
+    ControlRef pane = Control(kBrowsePane);
+    if (pane == nullptr) {
+        return;
+    }
+    BGRect frame = BGRectZero;
+    BTViewGetFrame(pane, &frame);
+    frame.origin.y += by;
+    frame.size.height -= by;
+    BTViewSetFrame(pane, &frame);
+}
+
+// The where row is hidden in the disclosed form: the pane, its toolbar first, takes its place
+// rather than leaving it empty. Its bottom stays, so the window sizes of both forms hold.
+void KelSaveDocumentDialog::RaisePaneIntoWhereRow(bool raised) {
+    if (raised == paneInWhereRow) {
+        return;
+    }
+    paneInWhereRow = raised;
+    MovePaneTop(raised ? -WhereRowDepth() : WhereRowDepth());
+}
+
 void KelSaveDocumentDialog::SetResizable(bool resizable) {
     WindowAttributes attributes = kWindowResizableAttribute;
     if (client.SelectionType() == kReplyFormatRef) {
@@ -90,6 +122,7 @@ void KelSaveDocumentDialog::SetupWindowSize(TRect& bounds) {
         SizeWindow(windowRef, width, height, true);
         ShowWhereRow(false);
         DisclosableAreaShowHide(true);
+        RaisePaneIntoWhereRow(true);
         simpleMode = false;
         SetResizable(true);
     }
@@ -107,6 +140,7 @@ void KelSaveDocumentDialog::ShowBrowserPane() {
     SetVisible(Control(kBrowsePathPopup), !searching);
     ToggleWindSize(1);
     DisclosableAreaShowHide(true);
+    RaisePaneIntoWhereRow(true);
     simpleMode = false;
     FixButtons();
 }
@@ -120,6 +154,7 @@ void KelSaveDocumentDialog::HideBrowserPane() {
         nameField->SetFocus(kControlEditTextPart);
     }
     DisclosableAreaShowHide(false);
+    RaisePaneIntoWhereRow(false);
     ToggleWindSize(0);
     ShowWhereRow(true);
     simpleMode = true;

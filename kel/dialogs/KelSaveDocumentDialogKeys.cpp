@@ -18,9 +18,9 @@ bool IsReturnOrEnter(uint16_t key) {
     return key == kReturn || key == kEnter;
 }
 
-TStringRef ShownName(const TKelNode& node) {
+TStringRef NameOf(const TKelNode& node, FourCharCode property) {
     TUniString name;
-    node.GetPropertyAsString(NodeCode("dnam"), name);
+    node.GetPropertyAsString(property, name);
     return name.AsBCString();
 }
 
@@ -72,7 +72,7 @@ void KelSaveDocumentDialog::NodeBrowserControlDisabledItemClicked(TNodeBrowserCo
     if (node.IsContainer() && !NodeIsPackage(node.PeekNodeRef())) {
         return;
     }
-    SetSaveFileName(ShownName(node), true);
+    TakeNameOf(node);
 }
 
 bool KelSaveDocumentDialog::CanReceiveDrop(TKelNode& node) {
@@ -93,7 +93,19 @@ StatusCode KelSaveDocumentDialog::ReceiveDrop(TKelNode& node) {
     TKelNode parent = node.GetParent();
     const StatusCode status = TBrowseDialog::ReceiveDrop(parent);
     if (status == noErr) {
-        SetSaveFileName(ShownName(node), true);
+        TakeNameOf(node);
     }
     return status;
+}
+
+// The field shows a file's name as people read it, and that may not be the file's own name:
+// bytes that are not UTF-8 show as Latin-1 letters. Until the user edits the field, the name
+// saved is the file's own, so that saving names the very file the user pointed at.
+void KelSaveDocumentDialog::TakeNameOf(const TKelNode& node) {
+    SetSaveFileName(NameOf(node, NodeCode("dnam")), true);
+    const TStringRef shown = __KelDialog::SaveFileName();
+    const TStringRef own = KeepingOwnExtension(NameOf(node, NodeCode("pnam")));
+    if (BCStringCompare(own.AsBCStringRef(), shown.AsBCStringRef(), 0) != kBCCompareEqualTo) {
+        taken = {shown, own};
+    }
 }

@@ -8,6 +8,10 @@ namespace {
 
 constexpr int16_t kWholeText = 0x7FFF;
 
+bool SameText(const TStringRef& one, const TStringRef& other) {
+    return BCStringCompare(one.AsBCStringRef(), other.AsBCStringRef(), 0) == kBCCompareEqualTo;
+}
+
 } // namespace
 
 TStringRef KelSaveDocumentDialog::WithOwnExtension(const TStringRef& name) const {
@@ -27,27 +31,37 @@ TStringRef KelSaveDocumentDialog::WithoutOwnExtension(const TStringRef& name) co
     return name.CreateSubstring(TRange(0, cut));
 }
 
+TStringRef KelSaveDocumentDialog::KeepingOwnExtension(const TStringRef& name) const {
+    if ((optionFlags & kKelOptExtensionHandling) == 0) {
+        return name;
+    }
+    TStringRef stem = name;
+    unsigned long offset = 0;
+    if (GetExtensionInfo(name, &offset) == noErr && offset != static_cast<unsigned long>(-1)) {
+        stem = name.CreateSubstring(TRange(0, int32_t(offset) - 1));
+    }
+    return extension ? WithOwnExtension(stem) : stem;
+}
+
+TStringRef KelSaveDocumentDialog::WholeNameOf(const TStringRef& text) const {
+    return extensionHidden && extension ? WithOwnExtension(text) : text;
+}
+
 TStringRef KelSaveDocumentDialog::SaveFileName() {
     if (nameField != nullptr) {
-        const TStringRef text = nameField->GetTextContent();
-        __KelDialog::SetSaveFileName(extensionHidden && extension ? WithOwnExtension(text) : text,
-                                     false);
+        const TStringRef whole = WholeNameOf(nameField->GetTextContent());
+        __KelDialog::SetSaveFileName(taken.ownName.IsNil() ? whole : taken.ownName, false);
     }
     return __KelDialog::SaveFileName();
 }
 
 void KelSaveDocumentDialog::SetSaveFileName(const TStringRef& given, bool preserveExtension) {
+    taken = {};
     TStringRef name = given.IsNil() ? TStringRef(BCSTR("")) : given;
     const bool handlesExtension = (optionFlags & kKelOptExtensionHandling) != 0;
-    if (preserveExtension && handlesExtension) {
+    if (preserveExtension) {
         // A new stem keeps the dialog's extension: a click on a file takes only its stem.
-        unsigned long offset = 0;
-        if (GetExtensionInfo(name, &offset) == noErr && offset != static_cast<unsigned long>(-1)) {
-            name = name.CreateSubstring(TRange(0, int32_t(offset) - 1));
-        }
-        if (extension) {
-            name = WithOwnExtension(name);
-        }
+        name = KeepingOwnExtension(name);
     }
     __KelDialog::SetSaveFileName(name, false);
     if (handlesExtension) {
@@ -172,6 +186,9 @@ void KelSaveDocumentDialog::TextChanged(const TStringRef& text) {
             userHidesExtension = extensionHidden;
             SetExtensionHidden(hidden);
         }
+    }
+    if (!taken.ownName.IsNil() && !SameText(WholeNameOf(text), taken.shownName)) {
+        taken = {};
     }
     FixButtons(&text);
 }

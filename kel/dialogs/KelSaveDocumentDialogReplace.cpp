@@ -20,6 +20,19 @@ constexpr uint16_t kReturnKeyCode = 0x24;
 constexpr uint16_t kEnterKeyCode = 0x4C;
 constexpr uint16_t kEscapeKeyCode = 0x35;
 
+// A name read from the file system keeps each byte that is not UTF-8 as U+DC80 + byte.
+constexpr UniChar kUndecodedByte = 0xDC80;
+
+bool HoldsUndecodedBytes(const TStringRef& name) {
+    for (int32_t index = 0; index < name.Length(); ++index) {
+        const UniChar character = name.CharacterAtIndex(index);
+        if (character >= kUndecodedByte && character <= kUndecodedByte + 0xFF) {
+            return true;
+        }
+    }
+    return false;
+}
+
 bool IsCommandKeyAt(uint8_t character, int32_t index) {
     const uint8_t key = CommandKeyAt(index);
     return key != 0 && character == key;
@@ -59,8 +72,23 @@ bool KelSaveDocumentDialog::CanReplaceIfConflict() {
     if (NodeIsAlias(target.PeekNodeRef()) && target.FollowAlias(false, original) != noErr) {
         return false;
     }
-    TKelNode child = original.GetChild(TUniString(SaveFileName().AsBCStringRef()));
+    TKelNode child = ExistingFile(original, SaveFileName());
     return child.IsEmpty() || ConfirmReplacing(child);
+}
+
+// The folder's lookup also finds a file by the name it is shown under, so that a typed name
+// reaches a file whose own name is not UTF-8. Saving under the typed name makes a new file
+// beside that one and replaces nothing: it is no conflict, and asking about it would mislead.
+TKelNode KelSaveDocumentDialog::ExistingFile(const TKelNode& folder, const TStringRef& name) {
+    TKelNode child = folder.GetChild(TUniString(name.AsBCStringRef()));
+    TUniString own;
+    if (child.IsEmpty() || child.GetPropertyAsString(NodeCode("pnam"), own) != noErr) {
+        return child;
+    }
+    const TStringRef ownName = own.AsBCString();
+    const bool sameName =
+        BCStringCompare(ownName.AsBCStringRef(), name.AsBCStringRef(), 0) == kBCCompareEqualTo;
+    return sameName || !HoldsUndecodedBytes(ownName) ? child : TKelNode();
 }
 
 bool KelSaveDocumentDialog::ConfirmReplacing(TKelNode& node) {

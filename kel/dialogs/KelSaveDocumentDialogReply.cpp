@@ -7,7 +7,6 @@
 #include "kel/interface/KelRecordConversion.h"
 
 #include <basalt/files/BEDesc.h>
-#include <vector>
 
 namespace {
 
@@ -35,15 +34,6 @@ StatusCode MakeItem(const TKelNode& folder, const TStringRef& name, FourCharCode
         status = BECreateDesc(typeFileSpec, &spec, sizeof spec, &item);
     }
     return status;
-}
-
-bool HasChild(const TKelNode& folder, const TStringRef& name) {
-    std::vector<UniChar> characters(static_cast<size_t>(name.Length()));
-    name.CopyCharacters(TRange(0, name.Length()), characters.data());
-    Boolean found = false;
-    return NodeHasChildNew(folder.PeekNodeRef(), BCIndex(characters.size()), characters.data(),
-                           &found) == noErr &&
-           found;
 }
 
 } // namespace
@@ -85,7 +75,7 @@ StatusCode KelSaveDocumentDialog::FillReply(KelReplyRecord& reply) {
     if (format == kReplyFormatRef) {
         reply.saveFileName = BCStringCreateCopy(nullptr, name.AsBCStringRef());
     }
-    reply.replacing = HasChild(target, name) ? 1 : 0;
+    reply.replacing = ExistingFile(target, name).IsEmpty() ? 0 : 1;
     reply.keyScript = GetScriptManagerVariable(smKeyScript);
     reply.isStationery = 0;
     reply.translationNeeded = 0;

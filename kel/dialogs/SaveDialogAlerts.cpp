@@ -9,7 +9,7 @@ int16_t RunSaveAlert(const SaveAlert& alert) {
     CStandardAlert shown(alert.kind, alert.text.AsBCStringRef(), alert.explanation.AsBCStringRef(),
                          nullptr, alert.cancelButton, false, alert.defaultText.AsBCStringRef(),
                          alert.otherText.AsBCStringRef(), alert.defaultButton, alert.position,
-                         alert.filter, false, true, nullptr);
+                         alert.filter, false, true, nullptr, kStdAlertCautionIcon);
     int16_t hit = 0;
     shown.Run(&hit);
     return hit;

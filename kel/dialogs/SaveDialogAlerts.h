@@ -1,7 +1,8 @@
 #pragma once
 
 // The alerts the save dialog puts up over its window: each runs modally and answers the item
-// of the button the user pressed.
+// of the button the user pressed. Whatever their type, all show the caution icon: each stands
+// between the user and a file that could be lost or hidden.
 
 #include "kel/foundation/TStringRef.h"
 

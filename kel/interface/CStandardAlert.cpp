@@ -41,11 +41,12 @@ CStandardAlert::CStandardAlert(AlertType alertType, BCStringRef error, BCStringR
                                BCStringRef cancelText, int16_t cancelButton, bool runNow,
                                BCStringRef defaultText, BCStringRef otherText,
                                int16_t defaultButton, uint16_t position, ModalFilterUPP filter,
-                               bool helpButton, bool movable, WindowRef parentWindow)
+                               bool helpButton, bool movable, WindowRef parentWindow,
+                               OptionBits moreFlags)
     : parentWindow(parentWindow),
       filter(filter != nullptr || parentWindow != nullptr ? filter : builtInFilter) {
     Initialize(alertType, error, explanation, cancelText, cancelButton, defaultText, otherText,
-               defaultButton, position, helpButton, movable);
+               defaultButton, position, helpButton, movable, moreFlags);
     if (dialog != nullptr && runNow) {
         int16_t ignored = 0;
         Run(&ignored);
@@ -66,12 +67,12 @@ void CStandardAlert::Initialize(AlertType alertType, BCStringRef error, BCString
                                 BCStringRef cancelText, int16_t cancelButton,
                                 BCStringRef defaultText, BCStringRef otherText,
                                 int16_t defaultButton, uint16_t position, bool helpButton,
-                                bool movable) {
+                                bool movable, OptionBits moreFlags) {
     AlertStdBCStringAlertParamRec param;
     GetStandardAlertDefaultParams(&param, kStdAlertVersionOne);
     param.movable = movable;
     param.helpButton = helpButton;
-    param.flags = kAlertFlags;
+    param.flags = kAlertFlags | moreFlags;
     if (defaultText != nullptr) {
         param.defaultText = defaultText;
     }

@@ -13,7 +13,7 @@ public:
                    BCStringRef cancelText, int16_t cancelButton, bool runNow,
                    BCStringRef defaultText, BCStringRef otherText, int16_t defaultButton,
                    uint16_t position, ModalFilterUPP filter, bool helpButton, bool movable,
-                   WindowRef parentWindow);
+                   WindowRef parentWindow, OptionBits moreFlags = 0);
     CStandardAlert(const CStandardAlert&) = delete;
     CStandardAlert& operator=(const CStandardAlert&) = delete;
     virtual ~CStandardAlert();
@@ -35,7 +35,7 @@ private:
     void Initialize(AlertType alertType, BCStringRef error, BCStringRef explanation,
                     BCStringRef cancelText, int16_t cancelButton, BCStringRef defaultText,
                     BCStringRef otherText, int16_t defaultButton, uint16_t position,
-                    bool helpButton, bool movable);
+                    bool helpButton, bool movable, OptionBits moreFlags);
 
     EventHandlerUPP eventHandlerProc = nullptr;
     DialogRef dialog = nullptr;

@@ -1,4 +1,5 @@
-// Standard alerts and sheets: a window with the alert type's icon at the left, the message and
+// Standard alerts and sheets: a window with the alert type's icon (or the caution icon the
+// caller asks for) at the left, the message and
 // the explanation beside it, and up to four buttons, items 1 (default), 2 (cancel), 3 (other)
 // and 4 (help). A modal alert runs its own
 // loop and answers the item hit; a sheet sends "cmds" 1 with "ok  ", "not!" or "othr" to its
@@ -96,7 +97,8 @@ StatusCode BuildAlert(AlertType alertType, BCStringRef error, BCStringRef explan
     const AlertStdBCStringAlertParamRec& p = param != nullptr ? *param : defaults;
     std::u16string message = FromBCString(error);
     std::u16string detail = FromBCString(explanation);
-    std::shared_ptr<View> icon = MakeAlertIcon(alertType);
+    std::shared_ptr<View> icon = MakeAlertIcon(
+        (p.flags & kStdAlertCautionIcon) != 0 ? AlertType(kAlertCautionAlert) : alertType);
     // The text stands beside the icon, and the buttons below whichever of the two is longer.
     const double textLeft = icon != nullptr ? kMargin + kIconSize + kIconGap : kMargin;
     const double textWidth = kWidth - textLeft - kMargin;

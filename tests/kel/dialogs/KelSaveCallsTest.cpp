@@ -29,30 +29,47 @@ protected:
     fs::path tree;
 };
 
-TEST_F(KelSaveCallsTest, KelPutFileRunsTheSaveDialogAndNamesTheFileInsideTheFolder) {
+// Runs the blocking KelPutFile on folder with name, types typed into the field if it isn't
+// empty, saves, and answers the older record's spec.
+BFSpec PutFile(const fs::path& folder, const std::string& name, const std::string& typed = {}) {
     KelDialogOptions options;
     KelGetDefaultDialogOptions(&options);
     options.optionFlags = kSaveOptions;
-    const char name[] = "Quarterly figures.txt";
-    options.savedFileName[0] = sizeof name - 1;
-    std::memcpy(options.savedFileName + 1, name, sizeof name - 1);
-    BEDesc location = DescOf(tree);
+    options.savedFileName[0] = uint8_t(name.size());
+    std::memcpy(options.savedFileName + 1, name.data(), name.size());
+    BEDesc location = DescOf(folder);
     When([] { return FrontWindow() != nullptr && IsWindowVisible(FrontWindow()); },
-         [] { HeadlessDriver::Click(FrontWindow(), "kels", kBrowseDefaultButton); });
+         [typed] {
+             if (!typed.empty()) {
+                 HeadlessDriver::TypeText(typed);
+                 HeadlessDriver::RunUntilIdle();
+             }
+             HeadlessDriver::Click(FrontWindow(), "kels", kBrowseDefaultButton);
+         });
     KelReplyRecord reply{};
     const StatusCode status = KelPutFile(&location, &reply, &options, nullptr, NodeCode("TEXT"),
                                          NodeCode("****"), nullptr);
     BEDisposeDesc(&location);
-    ASSERT_EQ(status, noErr);
+    EXPECT_EQ(status, noErr);
     EXPECT_EQ(reply.validRecord, 1);
     BEDesc selection = reply.selection;
     BFSpec spec{};
     DescType type = 0;
     Size size = 0;
-    ASSERT_EQ(BEGetNthPtr(&selection, 1, typeFileSpec, nullptr, &type, &spec, sizeof spec, &size),
+    EXPECT_EQ(BEGetNthPtr(&selection, 1, typeFileSpec, nullptr, &type, &spec, sizeof spec, &size),
               noErr);
     EXPECT_EQ(type, DescType(typeFileSpec));
-    EXPECT_EQ(std::string(reinterpret_cast<char*>(spec.name + 1), spec.name[0]), name);
+    KelDisposeReply(&reply);
+    return spec;
+}
+
+std::string NameIn(const BFSpec& spec) {
+    return std::string(reinterpret_cast<const char*>(spec.name + 1), spec.name[0]);
+}
+
+TEST_F(KelSaveCallsTest, KelPutFileRunsTheSaveDialogAndNamesTheFileInsideTheFolder) {
+    const BFSpec spec = PutFile(tree, "Quarterly figures.txt");
+    EXPECT_EQ(NameIn(spec), "Quarterly figures.txt");
     BEDesc folder = DescOf(tree);
     BFRef folderRef{};
     BEGetDescData(&folder, &folderRef, sizeof folderRef);
@@ -61,7 +78,19 @@ TEST_F(KelSaveCallsTest, KelPutFileRunsTheSaveDialogAndNamesTheFileInsideTheFold
     ASSERT_EQ(BFGetCatalogInfo(&folderRef, kBFCatInfoNodeID, &info, nullptr, nullptr, nullptr),
               noErr);
     EXPECT_EQ(uint32_t(spec.parID), uint32_t(info.nodeID));
-    KelDisposeReply(&reply);
+}
+
+TEST_F(KelSaveCallsTest, TheOlderRecordsNameTakesAtMost31BytesWithItsExtension) {
+    // The hidden ".txt" comes back on the name: the field keeps 27 bytes for the stem.
+    EXPECT_EQ(NameIn(PutFile(tree, "Report.txt", std::string(40, 'a'))),
+              std::string(27, 'a') + ".txt");
+    // Two bytes a letter: 13 letters fit, the fourteenth would pass the limit.
+    std::string accents;
+    for (int count = 0; count < 20; ++count) {
+        accents += "\xC3\xA9";
+    }
+    const std::string accented = NameIn(PutFile(tree, "Report.txt", accents));
+    EXPECT_EQ(accented, accents.substr(0, 26) + ".txt");
 }
 
 TEST_F(KelSaveCallsTest, KelCompleteSaveFinishesTheFileTheClientWrote) {

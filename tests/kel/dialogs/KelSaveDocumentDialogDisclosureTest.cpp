@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <gtest/gtest.h>
+#include <vector>
 
 namespace fs = std::filesystem;
 using basalt::headless::HeadlessDriver;
@@ -96,6 +97,66 @@ TEST_F(KelSaveDocumentDialogDisclosureTest, TheDisclosureTogglesTheBrowserAndIsR
         ClickItem(last.Save(), kBrowseCancelButton);
     });
     EXPECT_TRUE(third.simple);
+}
+
+// The gap the user sees between the name row and what comes under it: the where row when
+// collapsed, the browser's toolbar when disclosed. Neither form may leave a band empty there.
+double GapUnderName(KelSaveDocumentDialog& dialog) {
+    const BGRect name = FrameIn(dialog, kBrowseSaveName);
+    const BGRect under =
+        FrameIn(dialog, dialog.SimpleSaveMode() ? kBrowseWherePopup : kBrowseTopRow);
+    return under.origin.y - (name.origin.y + name.size.height);
+}
+
+// The lowest visible edge of the rows above the buttons, against the buttons' top.
+bool RowsClearTheButtons(KelSaveDocumentDialog& dialog) {
+    const int16_t above = dialog.SimpleSaveMode() ? kBrowseWherePopup : kBrowsePane;
+    const BGRect row = FrameIn(dialog, above);
+    return row.origin.y + row.size.height <= FrameIn(dialog, kBrowseDefaultButton).origin.y;
+}
+
+TEST_F(KelSaveDocumentDialogDisclosureTest, NeitherFormLeavesABandEmptyUnderTheName) {
+    std::vector<double> collapsedGaps;
+    std::vector<double> disclosedGaps;
+    int clearings = 0;
+    auto look = [&](KelSaveDocumentDialog& dialog) {
+        (dialog.SimpleSaveMode() ? collapsedGaps : disclosedGaps).push_back(GapUnderName(dialog));
+        clearings += RowsClearTheButtons(dialog) ? 0 : 1;
+    };
+    {
+        SaveRun run(tree, {"Report.txt"});
+        run.RunModal([&] {
+            look(run.Save());
+            ClickItem(run.Save(), kBrowseDisclosure);
+            look(run.Save());
+            // A larger window, then the smallest the disclosed form allows.
+            SizeWindow(run.Save().GetWindow(), 900, 700, true);
+            look(run.Save());
+            const Point minimum = run.Save().MinimumSize();
+            SizeWindow(run.Save().GetWindow(), minimum.h, minimum.v, true);
+            look(run.Save());
+            ClickItem(run.Save(), kBrowseDisclosure);
+            look(run.Save());
+            ClickItem(run.Save(), kBrowseDisclosure);
+            look(run.Save());
+            ClickItem(run.Save(), kBrowseCancelButton);
+        });
+    }
+    // Opened in the disclosed form the dialog last had.
+    SaveRun reopened(tree, {"Report.txt"});
+    reopened.RunModal([&] {
+        look(reopened.Save());
+        ClickItem(reopened.Save(), kBrowseCancelButton);
+    });
+    ASSERT_EQ(collapsedGaps.size(), 2u);
+    ASSERT_EQ(disclosedGaps.size(), 5u);
+    for (double gap : collapsedGaps) {
+        EXPECT_EQ(gap, collapsedGaps.front());
+    }
+    for (double gap : disclosedGaps) {
+        EXPECT_EQ(gap, collapsedGaps.front());
+    }
+    EXPECT_EQ(clearings, 0);
 }
 
 TEST_F(KelSaveDocumentDialogDisclosureTest, TheFullSizeStaysOnTheScreen) {

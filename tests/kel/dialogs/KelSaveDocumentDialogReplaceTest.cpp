@@ -5,6 +5,7 @@
 
 #include "tests/kel/dialogs/BrowseDialogTesting.h"
 #include "tests/kel/dialogs/SaveDialogTesting.h"
+#include "tests/kel/interface/AlertIconTesting.h"
 #include "tests/support/TestEnvironment.h"
 #include "tests/support/Unprivileged.h"
 
@@ -12,6 +13,7 @@
 #include <gtest/gtest.h>
 #include <linux/fs.h>
 #include <sys/ioctl.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
 namespace fs = std::filesystem;
@@ -22,24 +24,34 @@ namespace {
 
 constexpr int16_t kReplace = 1;
 constexpr int16_t kCancel = 2;
+constexpr uint16_t kKeyR = 0x0F; // the R key of the ANSI layout
 
 // What happened when the user tried to save under a name.
 struct Attempt {
     std::string alert;
+    std::vector<uint32_t> alertIcon;
     bool saved = false;
     bool replacing = false;
 };
 
+// A key the user presses in the alert.
+struct Key {
+    uint16_t code = 0;
+    uint32_t modifiers = 0;
+    char16_t character = 0;
+};
+
 // Accepts the name, answers the alert that comes (if one does) with answer (a key press when
 // key is set), and cancels a dialog that stays up.
-Attempt TrySave(const fs::path& folder, const SaveSetup& setup, int16_t answer, uint16_t key = 0) {
+Attempt TrySave(const fs::path& folder, const SaveSetup& setup, int16_t answer, Key key = {}) {
     SaveRun run(folder, setup);
     Attempt attempt;
     run.RunModal([&] {
         WhenAlertShows(run, [&](WindowRef alert) {
             attempt.alert = AlertText(alert);
-            if (key != 0) {
-                HeadlessDriver::PressKey(key);
+            attempt.alertIcon = AlertIconPixels(alert);
+            if (key.code != 0) {
+                HeadlessDriver::PressKey(key.code, key.modifiers, key.character);
             } else {
                 PressAlertItem(alert, answer);
             }
@@ -86,12 +98,19 @@ protected:
 };
 
 TEST_F(KelSaveDocumentDialogReplaceTest, AFileIsReplacedOnlyAfterTheUserSaysSo) {
-    // Return presses Cancel, the default button, as escape does.
-    const Attempt returned = TrySave(tree, {"notes.txt"}, 0, kVK_Return);
+    // Return presses Cancel, the default button, as enter, escape and command-period do.
+    const Attempt returned = TrySave(tree, {"notes.txt"}, 0, {kVK_Return});
     EXPECT_TRUE(Contains(returned.alert, "“notes.txt” already exists"));
     EXPECT_FALSE(returned.saved);
-    EXPECT_FALSE(TrySave(tree, {"notes.txt"}, 0, kVK_Escape).saved);
+    for (Key key :
+         {Key{kVK_ANSI_KeypadEnter}, Key{kVK_Escape}, Key{kVK_ANSI_Period, cmdKey, u'.'}}) {
+        const Attempt attempt = TrySave(tree, {"notes.txt"}, 0, key);
+        EXPECT_NE(attempt.alert, "") << key.code;
+        EXPECT_FALSE(attempt.saved) << key.code;
+    }
     EXPECT_FALSE(TrySave(tree, {"notes.txt"}, kCancel).saved);
+    // Command-R is the Replace button's key.
+    EXPECT_TRUE(TrySave(tree, {"notes.txt"}, 0, {kKeyR, cmdKey, u'r'}).saved);
 
     const Attempt replaced = TrySave(tree, {"notes.txt"}, kReplace);
     EXPECT_TRUE(replaced.saved);
@@ -111,6 +130,16 @@ TEST_F(KelSaveDocumentDialogReplaceTest, TheAlertNamesAFileWhoseExtensionIsShown
     EXPECT_TRUE(Contains(shown.alert, "“notes.txt” already exists"));
     const Attempt plain = TrySave(tree, {"Archive.old", kKelOptDefaults}, kCancel);
     EXPECT_EQ(plain.alert, "");
+}
+
+TEST_F(KelSaveDocumentDialogReplaceTest, AFileShownWithoutItsExtensionIsNamedWithItOnce) {
+    WriteFile(tree / "minutes.txt", "old minutes");
+    ASSERT_EQ(::setxattr((tree / "minutes.txt").c_str(), "user.kel.hide-extension", "1", 1, 0), 0);
+    // The list shows "minutes": the alert adds the extension, and takes nothing off the stem.
+    const Attempt hidden = TrySave(tree, {"minutes.txt"}, kCancel);
+    EXPECT_TRUE(Contains(hidden.alert, "“minutes.txt” already exists")) << hidden.alert;
+    const Attempt shown = TrySave(tree, {"notes.txt"}, kCancel);
+    EXPECT_TRUE(Contains(shown.alert, "“notes.txt” already exists")) << shown.alert;
 }
 
 TEST_F(KelSaveDocumentDialogReplaceTest, FoldersArentReplacedButAliasesAndChosenPackagesAre) {
@@ -133,6 +162,19 @@ TEST_F(KelSaveDocumentDialogReplaceTest, FoldersArentReplacedButAliasesAndChosen
     EXPECT_TRUE(alias.replacing);
 }
 
+TEST_F(KelSaveDocumentDialogReplaceTest, RefusalsAndQuestionsAllShowTheCautionIcon) {
+    const std::vector<uint32_t> caution = AlertIconPixelsOfType(kAlertCautionAlert);
+    ASSERT_FALSE(caution.empty());
+    // A refusal is a note: without the save dialog's choice it would show this.
+    ASSERT_NE(AlertIconPixelsOfType(kAlertNoteAlert), caution);
+    const Attempt folder = TrySave(tree, {"Archive"}, 1);
+    EXPECT_TRUE(Contains(folder.alert, "because it is a folder"));
+    EXPECT_EQ(folder.alertIcon, caution);
+    const Attempt taken = TrySave(tree, {"notes.txt"}, kCancel);
+    EXPECT_TRUE(Contains(taken.alert, "already exists"));
+    EXPECT_EQ(taken.alertIcon, caution);
+}
+
 TEST_F(KelSaveDocumentDialogReplaceTest, NoQuestionsMeansNoAlertAtAll) {
     SaveSetup quiet{"notes.txt", kSaveOptions | kKelOptNoReplaceConfirm};
     const Attempt attempt = TrySave(tree, quiet, kCancel);
@@ -141,15 +183,20 @@ TEST_F(KelSaveDocumentDialogReplaceTest, NoQuestionsMeansNoAlertAtAll) {
     EXPECT_TRUE(attempt.replacing);
 }
 
-TEST_F(KelSaveDocumentDialogReplaceTest, ALockedFileIsRefused) {
+TEST_F(KelSaveDocumentDialogReplaceTest, ALockedFileIsRefusedUnlessTheClientAsksNoQuestions) {
     const fs::path locked = tree / "notes.txt";
     if (!SetImmutable(locked, true)) {
         GTEST_SKIP() << "only root may lock a file here";
     }
     const Attempt attempt = TrySave(tree, {"notes.txt"}, 1);
+    const Attempt quiet = TrySave(tree, {"notes.txt", kSaveOptions | kKelOptNoReplaceConfirm}, 1);
     SetImmutable(locked, false);
     EXPECT_TRUE(Contains(attempt.alert, "because it is locked"));
     EXPECT_FALSE(attempt.saved);
+    // The client that asked for no questions gets none, and learns that the name is taken.
+    EXPECT_EQ(quiet.alert, "");
+    EXPECT_TRUE(quiet.saved);
+    EXPECT_TRUE(quiet.replacing);
 }
 
 TEST_F(KelSaveDocumentDialogReplaceTest, AFileTheUserMayNotWriteIsRefusedInAFolderTheUserMay) {

@@ -1,6 +1,7 @@
 // Pictures for people to look at, at 1x and 2x, written next to the test program: the save
 // dialog collapsed and disclosed, and the alert that asks before a file is replaced.
 
+#include "kel/foundation/TKelPrefs.h"
 #include "tests/kel/dialogs/BrowseDialogTesting.h"
 #include "tests/kel/dialogs/SaveDialogTesting.h"
 #include "tests/support/TestEnvironment.h"
@@ -24,7 +25,9 @@ protected:
         for (const char* name : {"council.txt", "landlord.txt", "thank you.txt"}) {
             WriteFile(tree / name, "contents");
         }
-        UseListView(true);
+        // The save dialog keeps its own view: the pictures show the list whatever ran before.
+        TKelPrefs prefs;
+        prefs.SetView(TKelPrefs::kListView, BCSTR("KelPanelFileListModeForSaveMode"));
         HeadlessDriver::SetScale(GetParam());
     }
     void TearDown() override { HeadlessDriver::SetScale(1); }

@@ -8,6 +8,7 @@
 #include "tests/kel/dialogs/SaveDialogTesting.h"
 #include "tests/kel/foundation/StringTesting.h"
 #include "tests/support/TestEnvironment.h"
+#include "tests/support/Unprivileged.h"
 
 #include <gtest/gtest.h>
 
@@ -227,6 +228,43 @@ TEST_F(KelSaveDocumentDialogTest, AnEmptyNameTurnsSaveOffAndReturnDoesNothing) {
     EXPECT_TRUE(activeAgain);
 }
 
+TEST_F(KelSaveDocumentDialogTest, NamesNoFileCanHaveAreNotSaved) {
+    // "." and ".." name the folder and its parent: a reply with them would lead the client out
+    // of the folder the user chose. A hidden extension makes "..", typed, a good name.
+    for (const char* name : {".", ".."}) {
+        SaveRun run(tree, {"Report", kKelOptDefaults});
+        bool active = true;
+        bool choosable = true;
+        run.RunModal([&] {
+            Type(name);
+            active = run.DefaultButtonActive();
+            choosable = run.Save().CanChoose();
+            ClickItem(run.Save(), kBrowseCancelButton);
+        });
+        EXPECT_FALSE(active) << name;
+        EXPECT_FALSE(choosable) << name;
+    }
+    EXPECT_EQ(SaveTyped("Report.txt", "..", kUseOne), "...txt");
+}
+
+TEST_F(KelSaveDocumentDialogTest, NothingSavesIntoAFolderTheUserMayNotWrite) {
+    fs::create_directory(tree / "Sealed");
+    // Root writes through any mode bits: the check runs as an ordinary user.
+    const int failures = RunUnprivileged(tree, [&] {
+        ::chmod((tree / "Sealed").c_str(), 0555);
+        SaveRun run(tree / "Sealed", {"Report.txt"});
+        bool active = true;
+        const uint32_t action = run.RunModal([&] {
+            active = run.DefaultButtonActive();
+            Press(kVK_ANSI_S, cmdKey, u's');
+            Press(kVK_Return);
+            ClickItem(run.Save(), kBrowseCancelButton);
+        });
+        return (active ? 1 : 0) | (action != kKelUserActionCancel ? 2 : 0);
+    });
+    EXPECT_EQ(failures, 0);
+}
+
 TEST_F(KelSaveDocumentDialogTest, CommandSSaves) {
     SaveRun run(tree, {"Report.txt"});
     const uint32_t action = run.RunModal([] { Press(kVK_ANSI_S, cmdKey, u's'); });
@@ -276,6 +314,60 @@ TEST_F(KelSaveDocumentDialogTest, AClickOnAFileTakesItsStemAndKeepsTheExtension)
         ClickItem(run.Save(), kBrowseCancelButton);
     });
     EXPECT_EQ(field, "notes.rtf");
+}
+
+TEST_F(KelSaveDocumentDialogTest, AClickedFileWhoseNameIsNotUtf8IsTheFileSaved) {
+    RememberSaveForm(false, false);
+    TKelPrefs prefs;
+    prefs.SetView(TKelPrefs::kListView, BCSTR("KelPanelFileListModeForSaveMode"));
+    // Latin-1 bytes: the list shows "résumé.txt", which is not this file's name.
+    const std::string latin1 = "r\xE9sum\xE9.txt";
+    WriteFile(tree / latin1, "old");
+    struct Saved {
+        std::string field;
+        std::string alert;
+        SaveReply reply;
+    };
+    // Clicks the file (rows by name: "Archive", "notes.txt", then it), lets edit change the
+    // field, and says yes to any replace question.
+    auto saveClicked = [&](const std::function<void(KelSaveDocumentDialog&)>& edit) {
+        SaveRun run(tree, {"Letter.txt"});
+        Saved saved;
+        run.RunModal([&] {
+            ClickListRow(run.Save(), 2);
+            saved.field = run.FieldText();
+            edit(run.Save());
+            WhenAlertShows(run, [&](WindowRef alert) {
+                saved.alert = AlertText(alert);
+                PressAlertItem(alert, kUseOne);
+            });
+            ClickItem(run.Save(), kBrowseDefaultButton);
+            if (run.Save().IsRunning()) {
+                ClickItem(run.Save(), kBrowseCancelButton);
+            }
+        });
+        saved.reply = ReplyOf(run);
+        return saved;
+    };
+
+    const Saved unedited = saveClicked([](KelSaveDocumentDialog&) {});
+    EXPECT_EQ(unedited.field, "r\xC3\xA9sum\xC3\xA9.txt");
+    EXPECT_NE(
+        unedited.alert.find("\xE2\x80\x9Cr\xC3\xA9sum\xC3\xA9.txt\xE2\x80\x9D already exists"),
+        std::string::npos);
+    EXPECT_EQ(unedited.reply.name, latin1);
+    EXPECT_TRUE(unedited.reply.replacing);
+
+    // Typed over, even with the same letters, the field is the user's name.
+    const Saved retyped = saveClicked([](KelSaveDocumentDialog& dialog) {
+        ClickItem(dialog, kBrowseSaveName);
+        Press(kVK_ANSI_A, cmdKey, u'a');
+        Type("r\xC3\xA9sum\xC3\xA9.txt");
+    });
+    EXPECT_EQ(retyped.alert, "");
+    EXPECT_EQ(retyped.reply.name, "r\xC3\xA9sum\xC3\xA9.txt");
+    EXPECT_FALSE(retyped.reply.replacing);
+    EXPECT_EQ(ReadFile(tree / latin1), "old");
 }
 
 TEST_F(KelSaveDocumentDialogTest, ADroppedFileGivesItsFolderAndItsStem) {

@@ -1,5 +1,6 @@
 #include "tests/kel/dialogs/SaveDialogTesting.h"
 
+#include "basalt/core/NameCodec.h"
 #include "kel/foundation/TKelPrefs.h"
 #include "tests/kel/foundation/StringTesting.h"
 
@@ -47,7 +48,13 @@ SaveReply ReplyOf(const SaveRun& run) {
     const BEDesc selection = reply.selection;
     const std::vector<std::string> folders = PathsOf(selection);
     out.folder = folders.empty() ? std::string() : folders.front();
-    out.name = reply.saveFileName != nullptr ? Utf8(TStringRef(reply.saveFileName)) : "";
+    if (reply.saveFileName != nullptr) {
+        const TStringRef name(reply.saveFileName);
+        std::u16string characters(size_t(name.Length()), u'\0');
+        name.CopyCharacters(TRange(0, name.Length()),
+                            reinterpret_cast<UniChar*>(characters.data()));
+        out.name = basalt::EncodeName(characters);
+    }
     out.replacing = reply.replacing != 0;
     out.extensionHidden = reply.saveFileExtensionHidden != 0;
     KelDisposeReply(&reply);

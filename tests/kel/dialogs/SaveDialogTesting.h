@@ -37,6 +37,7 @@ struct SaveRun : PublicDialog {
 struct SaveReply {
     StatusCode status = 0;
     std::string folder;
+    // The name's bytes as the file system takes them.
     std::string name;
     bool replacing = false;
     bool extensionHidden = false;

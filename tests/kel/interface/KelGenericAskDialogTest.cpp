@@ -2,6 +2,7 @@
 // sheet, every key and button, the texts each one chooses, and the order of what the client hears.
 
 #include "basalt/backend/headless/HeadlessDriver.h"
+#include "tests/kel/interface/AlertIconTesting.h"
 #include "tests/kel/interface/EventRecorder.h"
 
 #include <algorithm>
@@ -58,6 +59,7 @@ struct AskRun {
     EventRecorder recorder;
     std::string text;
     bool hadThirdButton = false;
+    std::vector<uint32_t> icon;
 };
 
 StatusCode Create(Kind kind, KelDialogCreationOptions& options, uint32_t detail,
@@ -89,6 +91,7 @@ uint32_t RunModal(Kind kind, KelDialogCreationOptions options, uint32_t detail,
         WindowRef window = KelDialogGetWindow(run.dialog);
         run.text = WindowText(window);
         run.hadThirdButton = Item(window, 3) != nullptr;
+        run.icon = keltest::AlertIconPixels(window);
         answer(window);
     });
     KelDialogRun(run.dialog);
@@ -225,6 +228,17 @@ TEST(KelAskDialogs, EachAlertChoosesItsTextsAndThirdButton) {
     RunModal(Kind::review, Options(nullptr, nullptr), 12, escape, &run);
     EXPECT_NE(run.text.find("12 documents have"), std::string::npos) << run.text;
     EXPECT_TRUE(run.hadThirdButton);
+}
+
+TEST(KelAskDialogs, EveryAskAlertShowsTheCautionIcon) {
+    const std::vector<uint32_t> caution = keltest::AlertIconPixelsOfType(kAlertCautionAlert);
+    ASSERT_FALSE(caution.empty());
+    Strings strings;
+    for (Kind kind : {Kind::save, Kind::discard, Kind::review}) {
+        AskRun run;
+        RunModal(kind, Options(strings.document, strings.app), 1, Press(kVK_Escape), &run);
+        EXPECT_EQ(run.icon, caution) << int(kind);
+    }
 }
 
 // A location with both halves set places the alert; one half at -1 leaves it to the toolbox.

@@ -63,6 +63,10 @@ expect 0 "$tree/$latin1_dir/$latin1_name$nl" '' save --dir "$tree/$latin1_dir" \
 expect 1 '' '' save --dir "$tree" --name "$latin1_name" \
     --script 'key:return;click:Cancel;wait:300;key:escape'
 unchanged "$tree/$latin1_name" l "Cancel over a name that is not UTF-8"
+# A click on such a file names that very file, whose name the list shows as "café.txt".
+expect 0 "$tree/$latin1_name$nl" '' save --dir "$tree" --name new.txt \
+    --script 'click:9;view:list;select:café.txt;key:return;click:Replace'
+unchanged "$tree/$latin1_name" l "Replace of a clicked file whose name is not UTF-8"
 
 # --types: the name takes the type it has, or the first, or the one chosen in the popup.
 expect 0 "$tree/report.txt$nl" '' save --dir "$tree" --name report --types txt,md \

@@ -92,10 +92,13 @@ constexpr const char* kMessage = "The file \u201Creport.txt\u201D is locked.";
 // An alert of that type with kMessage, shown at that scale.
 class ShownAlert {
 public:
-    ShownAlert(AlertType type, double scale) {
+    ShownAlert(AlertType type, double scale, OptionBits flags = 0) {
         HeadlessDriver::SetScale(scale);
         StringHolder message(MakeBCString(u"The file \u201Creport.txt\u201D is locked."));
-        EXPECT_EQ(CreateStandardAlert(type, message.get(), nullptr, nullptr, &alert), noErr);
+        AlertStdBCStringAlertParamRec param;
+        GetStandardAlertDefaultParams(&param, kStdAlertVersionOne);
+        param.flags = flags;
+        EXPECT_EQ(CreateStandardAlert(type, message.get(), nullptr, &param, &alert), noErr);
         ShowWindow(GetDialogWindow(alert));
     }
     ~ShownAlert() {
@@ -151,6 +154,15 @@ TEST(AlertIcon, TheThemesCautionIconIsDrawnBesideTheTextAtBothScales) {
         EXPECT_TRUE(Near(caution.At(kIconLeft + kIconSide - 2, kIconTop + kIconSide - 2), kMagenta))
             << scale;
         EXPECT_GT(caution.MessageLeft(), kTextBesideIcon) << scale;
+    }
+}
+
+TEST(AlertIcon, AnAlertMayAskForTheCautionIconWhateverItsType) {
+    for (AlertType type : {kAlertStopAlert, kAlertNoteAlert}) {
+        ShownAlert asked(type, 2, kStdAlertCautionIcon);
+        EXPECT_TRUE(Near(asked.At(kIconLeft + 2, kIconTop + 2), kMagenta)) << type;
+        ShownAlert own(type, 2);
+        EXPECT_FALSE(Near(own.At(kIconLeft + 2, kIconTop + 2), kMagenta)) << type;
     }
 }
 
