@@ -1,6 +1,6 @@
 // The calls around a save on real temporary folders: the blocking KelPutFile runs the save
-// dialog in itself and answers with the older record's spec, and KelCompleteSave finishes a
-// file the client has written.
+// dialog in itself and answers with the file the older reply names, and KelCompleteSave
+// finishes a file the client has written.
 
 #include "basalt/nodes/NodeProperties.h"
 #include "tests/kel/dialogs/BrowseDialogTesting.h"
@@ -30,7 +30,7 @@ protected:
 };
 
 // Runs the blocking KelPutFile on folder with name, types typed into the field if it isn't
-// empty, saves, and answers the older record's spec.
+// empty, saves, and answers the file the older reply names.
 BFSpec PutFile(const fs::path& folder, const std::string& name, const std::string& typed = {}) {
     KelDialogOptions options;
     KelGetDefaultDialogOptions(&options);
