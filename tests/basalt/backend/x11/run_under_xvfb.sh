@@ -11,7 +11,7 @@ work=$(mktemp -d)
 export HOME=$work/home XDG_CONFIG_HOME=$work/home/.config XDG_DATA_HOME=$work/home/.local/share
 mkdir -p "$HOME"
 unset KEL_BACKEND GDK_SCALE
-passed=0 failed=0 skipped=0
+passed=0 failed=0
 servers=()
 
 cleanup() {
@@ -46,10 +46,12 @@ eventually() {
     done
 }
 
-# Starts an Xvfb on a display nobody uses; sets server_pid and server_display.
+# Starts an Xvfb on a display nobody uses; sets server_pid and server_display. Without
+# -noreset the server starts afresh whenever its last client leaves, and with it goes the
+# keyboard layout setxkbmap gave it.
 start_server() {
     local fd_file=$work/display.$RANDOM
-    Xvfb -displayfd 3 -screen 0 1280x800x24 -nolisten tcp "$@" 3>"$fd_file" >/dev/null 2>&1 &
+    Xvfb -displayfd 3 -screen 0 1280x800x24 -nolisten tcp -noreset "$@" 3>"$fd_file" >/dev/null 2>&1 &
     server_pid=$!
     servers+=($!)
     eventually test -s "$fd_file" || { echo "Xvfb did not start" >&2; exit 1; }
@@ -114,10 +116,13 @@ ask_alert() { # name, answer action, kelpick options...
     eval "$action"
 }
 
-ask_alert save-by-return 'xdotool key --window $window Return' ask-save --document "Résumé.txt"
+# Keys go to the focused window without --window: with it, xdotool looks the window up
+# between press and release, so a press that ends the program leaves its key held down, and
+# the server (which outlives its clients) repeats it into the next window.
+ask_alert save-by-return 'xdotool key Return' ask-save --document "Résumé.txt"
 check "ask-save answered by Return" "$(outcome save-by-return)" "save|0"
 
-ask_alert cancel-by-escape 'xdotool key --window $window Escape' ask-save --document a
+ask_alert cancel-by-escape 'xdotool key Escape' ask-save --document a
 check "ask-save answered by Escape" "$(outcome cancel-by-escape)" "cancel|1"
 
 # The alert is 440 x 134 points: Don't Save at the left, Cancel and Save at the right.
@@ -162,7 +167,7 @@ for scale in 1 2; do
     window=$(window_of "open$scale")
     eventually test -s "$artifacts/open-x11-scale$scale.png"
     xdotool windowfocus --sync "$window"
-    xdotool key --window "$window" Escape
+    xdotool key Escape
     check "the open dialog cancelled at scale $scale" "$(outcome open$scale)" "|1"
 done
 check "the open dialog's snapshot" "$(png_size "$artifacts/open-x11-scale1.png")" "720 480"
@@ -217,21 +222,14 @@ for scale in 1 2; do
     else
         check "the disclosed save dialog shows its top at 2x" "$top" 0
     fi
-    xdotool key --window "$window" Escape
+    xdotool key Escape
     check "the save dialog cancelled at scale $scale" "$(outcome save$scale)" "|1"
 done
 
 # ---- A field typed into with a German layout, dead keys included, pasted into and copied
-# out of, and a file dropped onto its window. Some X servers ignore layout changes; there the
-# same keys must type what the US layout puts on them.
+# out of, and a file dropped onto its window.
 setxkbmap -layout de
-if setxkbmap -query | grep -q 'layout: *de'; then
-    typed_by_keys="zäößé"
-else
-    echo "SKIP the German layout: this X server keeps its US layout"
-    skipped=$((skipped + 1))
-    typed_by_keys="y';-=e"
-fi
+check "the server took the German layout" "$(setxkbmap -query | grep -c 'layout: *de')" 1
 launch field "$field"
 window=$(window_of field)
 xdotool windowfocus --sync "$window"
@@ -240,12 +238,12 @@ check "the title is UTF-8" "$(xdotool getwindowname "$window")" "Field — ü"
 "$probe" keys "$window" 29 48 47 20 21 26
 printf 'pasted ✓' | xclip -selection clipboard -i
 eventually xclip_holds_text
-xdotool key --window "$window" ctrl+v
+xdotool key ctrl+v
 check "a file dropped onto the window" "$("$probe" drop "$window" file:///tmp/a%20b)" "accepted"
 check "a file the window's drag tracking refuses while it hovers" \
     "$("$probe" drop "$window" file:///tmp/c.bad)" "refused"
-xdotool key --window "$window" ctrl+a ctrl+c
-typed="${typed_by_keys}pasted ✓"
+xdotool key ctrl+a ctrl+c
+typed="zäößépasted ✓"
 eventually_says "$typed" xclip -o -selection clipboard
 check "the field's text reaches the clipboard" "$(xclip -o -selection clipboard)" "$typed"
 "$probe" close "$window"
@@ -298,7 +296,8 @@ xdotool mousemove --window "$window" 184 200
 check "a resize arrow over the sidebar's divider" "$(eventually shape_differs "$arrow" && echo yes)" yes
 xdotool mousemove --window "$window" 300 200
 check "the arrow again off the divider" "$(eventually_says "$arrow" "$probe" cursor && echo yes)" yes
-xdotool key --window "$window" Escape
+xdotool windowfocus --sync "$window"
+xdotool key Escape
 outcome divider >/dev/null
 
 # ---- A change of monitors reaches the display-change callbacks: this server keeps its one
@@ -462,5 +461,5 @@ kill "$server_pid"
 check "a display that goes away exits 2" "$(outcome gone)" "|2"
 check "and says so" "$(grep -c 'went away' "$work/gone.err")" 1
 
-echo "x11 end to end: $passed passed, $failed failed, $skipped skipped"
+echo "x11 end to end: $passed passed, $failed failed"
 [ "$failed" -eq 0 ]
