@@ -98,14 +98,14 @@ bool GridBrowserView::Drag(BGPoint local) {
 }
 
 // Shift turns the wheel sideways, as on most desktops for a mouse without a second wheel.
-bool GridBrowserView::Wheel(BGPoint local, int32_t lines) {
+bool GridBrowserView::Wheel(BGPoint local, BGFloat lines) {
     if (GetCurrentKeyModifiers() & shiftKey)
-        return ScrollByWheel(local, BGFloat(lines) * kSidewaysLine, 0);
-    return ScrollByWheel(local, 0, BGFloat(lines) * rowHeight);
+        return ScrollByWheel(local, lines * kSidewaysLine, 0);
+    return ScrollByWheel(local, 0, lines * rowHeight);
 }
 
-bool GridBrowserView::WheelSideways(BGPoint local, int32_t lines) {
-    return ScrollByWheel(local, BGFloat(lines) * kSidewaysLine, 0);
+bool GridBrowserView::WheelSideways(BGPoint local, BGFloat lines) {
+    return ScrollByWheel(local, lines * kSidewaysLine, 0);
 }
 
 bool GridBrowserView::ScrollByWheel(BGPoint local, BGFloat dx, BGFloat dy) {

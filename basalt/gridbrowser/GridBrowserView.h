@@ -110,8 +110,8 @@ public:
     ControlPartCode PerformClick(ControlPartCode part, uint32_t modifiers) override;
     bool Drag(BGPoint local) override;
     uint32_t Cursor(BGPoint local) override;
-    bool Wheel(BGPoint local, int32_t lines) override;
-    bool WheelSideways(BGPoint local, int32_t lines) override;
+    bool Wheel(BGPoint local, BGFloat lines) override;
+    bool WheelSideways(BGPoint local, BGFloat lines) override;
     // Scrolls by a wheel's or a touchpad's deltas in points, positive up and left, as whole
     // lines or the fractions that smooth scrolling gives: sideways through the columns, up and
     // down through the list or the column under the mouse.

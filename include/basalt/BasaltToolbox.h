@@ -184,6 +184,8 @@ enum {
     kEventParamMouseButton = 0x6D62746E,                /* "mbtn" */
     kEventParamMouseWheelDelta = 0x6D77646C,            /* "mwdl": lines, positive scrolls up */
     kEventParamMouseWheelAxis = 0x6D776178,             /* "mwax": absent means the vertical */
+    kEventParamMouseWheelSmoothDelta = 0x6D777364,      /* "mwsd": lines with their fractions,
+                                                           from a touchpad or a free wheel */
     kEventParamClickCount = 0x63636E74,                 /* "ccnt" */
     kEventParamKeyModifiers = 0x6B6D6F64,               /* "kmod" */
     kEventParamKeyCode = 0x6B636F64,                    /* "kcod" */

@@ -45,8 +45,7 @@ X11Input::X11Input(X11Backend& backend, std::unique_ptr<X11Keyboard> keyboard)
 }
 
 void X11Input::PostMouse(EventKind kind, xcb_window_t window, int rootX, int rootY, uint16_t state,
-                         uint16_t button, uint32_t clicks, int32_t wheel,
-                         EventMouseWheelAxis axis) {
+                         uint16_t button, uint32_t clicks, const WheelTurn& turn) {
     WindowRef ref = backend_.WindowRefFor(window);
     double scale = backend_.Scale();
     EventHolder event(kEventClassMouse, kind);
@@ -60,8 +59,11 @@ void X11Input::PostMouse(EventKind kind, xcb_window_t window, int rootX, int roo
     if (clicks > 0)
         SetParam(event.get(), kEventParamClickCount, typeUInt32, clicks);
     if (kind == kEventMouseWheelMoved) {
-        SetParam(event.get(), kEventParamMouseWheelDelta, typeSInt32, wheel);
-        SetParam(event.get(), kEventParamMouseWheelAxis, typeMouseWheelAxis, axis);
+        SetParam(event.get(), kEventParamMouseWheelDelta, typeSInt32, turn.lines);
+        SetParam(event.get(), kEventParamMouseWheelAxis, typeMouseWheelAxis, turn.axis);
+        if (turn.exact)
+            SetParam(event.get(), kEventParamMouseWheelSmoothDelta, typeIEEE64BitFloatingPoint,
+                     *turn.exact);
     }
     PostEventToQueue(GetMainEventQueue(), event.get(), kEventPriorityStandard);
 }
@@ -71,8 +73,8 @@ void X11Input::Button(const xcb_button_press_event_t& event, bool press) {
         bool smooth = scroll_.Scrolls(pointer_) && backend_.WindowRefFor(event.event) != nullptr;
         if (press && !smooth)
             Wheel(event.event, event.root_x, event.root_y, event.state,
-                  event.detail == kWheelUp || event.detail == kWheelLeft ? 1 : -1,
-                  event.detail >= kWheelLeft ? kEventMouseWheelAxisX : kEventMouseWheelAxisY);
+                  {event.detail == kWheelUp || event.detail == kWheelLeft ? 1 : -1, std::nullopt,
+                   event.detail >= kWheelLeft ? kEventMouseWheelAxisX : kEventMouseWheelAxisY});
         return;
     }
     uint16_t button = ToolboxButton(event.detail);
@@ -82,9 +84,9 @@ void X11Input::Button(const xcb_button_press_event_t& event, bool press) {
               event.state, button, clicks);
 }
 
-void X11Input::Wheel(xcb_window_t window, int rootX, int rootY, uint16_t state, int32_t lines,
-                     EventMouseWheelAxis axis) {
-    PostMouse(kEventMouseWheelMoved, window, rootX, rootY, state, 0, 0, lines, axis);
+void X11Input::Wheel(xcb_window_t window, int rootX, int rootY, uint16_t state,
+                     const WheelTurn& turn) {
+    PostMouse(kEventMouseWheelMoved, window, rootX, rootY, state, 0, 0, turn);
 }
 
 void X11Input::Motion(const xcb_motion_notify_event_t& event) {

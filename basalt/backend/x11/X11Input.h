@@ -8,6 +8,7 @@
 
 #include <basalt/BasaltToolbox.h>
 #include <memory>
+#include <optional>
 #include <string>
 #include <xcb/xcb.h>
 #include <xcb/xinput.h>
@@ -39,6 +40,14 @@ void PostKey(EventKind kind, uint16_t keyCode, uint32_t modifiers, const std::u1
 // they stand in for its core motion events.
 void SelectSmoothScrolling(xcb_connection_t* xcb, xcb_window_t window);
 
+// A turn of the wheel on one axis: whole lines, and the exact amount when a smooth device
+// moved by fractions of one.
+struct WheelTurn {
+    int32_t lines = 0;
+    std::optional<double> exact;
+    EventMouseWheelAxis axis = kEventMouseWheelAxisY;
+};
+
 class X11Input {
 public:
     X11Input(X11Backend& backend, std::unique_ptr<X11Keyboard> keyboard);
@@ -52,14 +61,12 @@ public:
 
 private:
     void PostMouse(EventKind kind, xcb_window_t window, int rootX, int rootY, uint16_t state,
-                   uint16_t button, uint32_t clicks, int32_t wheel = 0,
-                   EventMouseWheelAxis axis = kEventMouseWheelAxisY);
+                   uint16_t button, uint32_t clicks, const WheelTurn& turn = {});
 
     void MotionAt(xcb_window_t window, int rootX, int rootY, uint16_t state);
     void ScrollMotion(const xcb_input_motion_event_t& event);
     void ReadScrollAxes();
-    void Wheel(xcb_window_t window, int rootX, int rootY, uint16_t state, int32_t lines,
-               EventMouseWheelAxis axis);
+    void Wheel(xcb_window_t window, int rootX, int rootY, uint16_t state, const WheelTurn& turn);
 
     X11Backend& backend_;
     std::unique_ptr<X11Keyboard> keyboard_;

@@ -99,10 +99,12 @@ void X11Input::ScrollMotion(const xcb_input_motion_event_t& event) {
         if (mask[number / 32] & (1u << (number % 32)))
             values[number] = FromFixed(*axis++);
     ScrollLines lines = scroll_.Motion(event.deviceid, values);
-    if (lines.vertical != 0)
-        Wheel(event.event, rootX, rootY, state, lines.vertical, kEventMouseWheelAxisY);
-    if (lines.horizontal != 0)
-        Wheel(event.event, rootX, rootY, state, lines.horizontal, kEventMouseWheelAxisX);
+    if (lines.exactVertical != 0)
+        Wheel(event.event, rootX, rootY, state,
+              {lines.vertical, lines.exactVertical, kEventMouseWheelAxisY});
+    if (lines.exactHorizontal != 0)
+        Wheel(event.event, rootX, rootY, state,
+              {lines.horizontal, lines.exactHorizontal, kEventMouseWheelAxisX});
     // Valuators 0 and 1 are the pointer's position.
     if (values.contains(0) || values.contains(1))
         MotionAt(event.event, rootX, rootY, state);

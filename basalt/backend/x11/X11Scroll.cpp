@@ -36,13 +36,14 @@ ScrollLines ScrollValuators::Motion(uint16_t device, const std::map<uint16_t, do
         auto value = values.find(axis.axis.number);
         if (value == values.end())
             continue;
-        if (axis.last)
-            axis.pending += (value->second - *axis.last) / axis.axis.increment;
+        double exact = axis.last ? (value->second - *axis.last) / axis.axis.increment : 0;
         axis.last = value->second;
+        axis.pending += exact;
         double whole = std::trunc(axis.pending);
         axis.pending -= whole;
         // The server's totals grow scrolling down and to the right.
         (axis.axis.horizontal ? lines.horizontal : lines.vertical) -= int32_t(whole);
+        (axis.axis.horizontal ? lines.exactHorizontal : lines.exactVertical) -= exact;
     }
     return lines;
 }

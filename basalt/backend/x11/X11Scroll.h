@@ -2,7 +2,9 @@
 
 // Smooth scrolling from XInput2 scroll valuators (touchpads, free-spinning wheels): each
 // motion event carries an axis's running total, and one "increment" of it is one line of the
-// toolbox's wheel. Fractions add up until they make a whole line, so slow strokes scroll too.
+// toolbox's wheel. Each event says how far it scrolled exactly, for views that scroll by
+// fractions of a line, and in whole lines for the rest: there fractions add up until they make
+// a whole line, so slow strokes scroll too.
 // Runs on the backend's event thread.
 
 #include <cstdint>
@@ -18,10 +20,13 @@ struct ScrollAxis {
     bool horizontal = false;
 };
 
-// Whole lines to scroll, positive up and to the left, as the toolbox's wheel counts.
+// Lines to scroll, positive up and to the left, as the toolbox's wheel counts: whole, and
+// exactly.
 struct ScrollLines {
     int32_t vertical = 0;
     int32_t horizontal = 0;
+    double exactVertical = 0;
+    double exactHorizontal = 0;
     bool operator==(const ScrollLines&) const = default;
 };
 

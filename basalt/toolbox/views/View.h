@@ -119,11 +119,11 @@ public:
     // The mouse moved with the button down after a click on this view; true if it took that.
     virtual bool Drag(BGPoint) { return false; }
     // The wheel turned by lines (positive: up) with the mouse at a point of the view; true if
-    // the view scrolled.
-    virtual bool Wheel(BGPoint, int32_t) { return false; }
+    // the view scrolled. A touchpad turns it by fractions of a line.
+    virtual bool Wheel(BGPoint, BGFloat) { return false; }
     // The same for a sideways wheel (positive: left); views that scroll across take it before
     // any enclosing scroll view does.
-    virtual bool WheelSideways(BGPoint, int32_t) { return false; }
+    virtual bool WheelSideways(BGPoint, BGFloat) { return false; }
     // The pointer's shape over the point.
     virtual uint32_t Cursor(BGPoint) { return kThemeArrowCursor; }
     virtual bool AcceptsFocus() const { return false; }

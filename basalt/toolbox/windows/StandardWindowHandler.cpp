@@ -99,10 +99,12 @@ StatusCode MouseUp(Window& window, BGPoint local, uint32_t modifiers) {
 }
 
 // The wheel scrolls the innermost view under the mouse that scrolls itself, or scroll view,
-// by lines, on the wheel's axis.
+// by lines, on the wheel's axis; by the exact amount a smooth device moved, when it says.
 StatusCode Wheel(Window& window, EventRef event, BGPoint local) {
-    int32_t delta = 0;
-    GetParam(event, kEventParamMouseWheelDelta, typeSInt32, &delta);
+    int32_t lines = 0;
+    GetParam(event, kEventParamMouseWheelDelta, typeSInt32, &lines);
+    double delta = lines;
+    GetParam(event, kEventParamMouseWheelSmoothDelta, typeIEEE64BitFloatingPoint, &delta);
     EventMouseWheelAxis axis = kEventMouseWheelAxisY;
     GetParam(event, kEventParamMouseWheelAxis, typeMouseWheelAxis, &axis);
     bool sideways = axis == kEventMouseWheelAxisX;

@@ -14,14 +14,14 @@ TEST(X11ScrollTest, FractionsAddUpToWholeLinesInTheToolboxDirection) {
     scroll.SetAxes(kPointer, kTouchpad);
     // The first values only say where the totals stand.
     EXPECT_EQ(scroll.Motion(kPointer, {{2, 300}, {3, 40}}), ScrollLines{});
-    // Down by half a line: nothing yet; another line makes one down, a half left over.
-    EXPECT_EQ(scroll.Motion(kPointer, {{2, 304}}), ScrollLines{});
-    EXPECT_EQ(scroll.Motion(kPointer, {{2, 312}}), (ScrollLines{-1, 0}));
+    // Down by half a line: no whole line yet; another line makes one down, a half left over.
+    EXPECT_EQ(scroll.Motion(kPointer, {{2, 304}}), (ScrollLines{0, 0, -0.5, 0}));
+    EXPECT_EQ(scroll.Motion(kPointer, {{2, 312}}), (ScrollLines{-1, 0, -1, 0}));
     // Up by four and a half lines, less the half left over: four up.
-    EXPECT_EQ(scroll.Motion(kPointer, {{2, 276}}), (ScrollLines{4, 0}));
+    EXPECT_EQ(scroll.Motion(kPointer, {{2, 276}}), (ScrollLines{4, 0, 4.5, 0}));
     // Right by two lines, on its own axis; then both axes in one event.
-    EXPECT_EQ(scroll.Motion(kPointer, {{3, 56}}), (ScrollLines{0, -2}));
-    EXPECT_EQ(scroll.Motion(kPointer, {{3, 48}, {2, 252}}), (ScrollLines{3, 1}));
+    EXPECT_EQ(scroll.Motion(kPointer, {{3, 56}}), (ScrollLines{0, -2, 0, -2}));
+    EXPECT_EQ(scroll.Motion(kPointer, {{3, 48}, {2, 252}}), (ScrollLines{3, 1, 3, 1}));
 }
 
 TEST(X11ScrollTest, TheTotalsStartAgainAfterThePointerWasAway) {
@@ -32,12 +32,12 @@ TEST(X11ScrollTest, TheTotalsStartAgainAfterThePointerWasAway) {
     // Away, the total ran on to 900: coming back is no scroll, and the half line is gone.
     scroll.Reset(kPointer);
     EXPECT_EQ(scroll.Motion(kPointer, {{2, 900}}), ScrollLines{});
-    EXPECT_EQ(scroll.Motion(kPointer, {{2, 904}}), ScrollLines{});
-    EXPECT_EQ(scroll.Motion(kPointer, {{2, 908}}), (ScrollLines{-1, 0}));
+    EXPECT_EQ(scroll.Motion(kPointer, {{2, 904}}), (ScrollLines{0, 0, -0.5, 0}));
+    EXPECT_EQ(scroll.Motion(kPointer, {{2, 908}}), (ScrollLines{-1, 0, -0.5, 0}));
     // Axes reported anew (another device took over the pointer) start afresh too.
     scroll.SetAxes(kPointer, {{2, 120, false}});
     EXPECT_EQ(scroll.Motion(kPointer, {{2, 0}}), ScrollLines{});
-    EXPECT_EQ(scroll.Motion(kPointer, {{2, -240}}), (ScrollLines{2, 0}));
+    EXPECT_EQ(scroll.Motion(kPointer, {{2, -240}}), (ScrollLines{2, 0, 2, 0}));
 }
 
 TEST(X11ScrollTest, ADeviceWithoutScrollAxesLeavesTheWheelToButtons) {

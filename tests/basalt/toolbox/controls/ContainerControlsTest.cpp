@@ -6,6 +6,7 @@
 #include "tests/support/MakeControl.h"
 
 #include <gtest/gtest.h>
+#include <optional>
 #include <string>
 
 using basalt::headless::HeadlessDriver;
@@ -35,6 +36,22 @@ StatusCode Scrollable(EventHandlerCallRef, EventRef event, void* data) {
     return noErr;
 }
 
+// A wheel event at a point of the window's content (which starts at 100, 100), with the exact
+// amount when a smooth device sends it.
+void PostWheel(WindowRef window, BGPoint local, int32_t lines, EventMouseWheelAxis axis,
+               std::optional<double> exact = std::nullopt) {
+    EventHolder wheel(kEventClassMouse, kEventMouseWheelMoved);
+    BGPoint global = {100 + local.x, 100 + local.y};
+    SetParam(wheel.get(), kEventParamMouseLocation, typeBTPoint, global);
+    SetParam(wheel.get(), kEventParamWindowRef, typeWindowRef, window);
+    SetParam(wheel.get(), kEventParamMouseWheelDelta, typeSInt32, lines);
+    SetParam(wheel.get(), kEventParamMouseWheelAxis, typeMouseWheelAxis, axis);
+    if (exact)
+        SetParam(wheel.get(), kEventParamMouseWheelSmoothDelta, typeIEEE64BitFloatingPoint, *exact);
+    PostEventToQueue(GetMainEventQueue(), wheel.get(), kEventPriorityStandard);
+    HeadlessDriver::RunUntilIdle();
+}
+
 StatusCode Log(EventHandlerCallRef, EventRef event, void* data) {
     auto* log = static_cast<std::string*>(data);
     *log +=
@@ -52,6 +69,22 @@ protected:
         ShowWindow(window);
     }
     void TearDown() override { DisposeWindow(window); }
+
+    // A scroll view at 10, 10 over a content view that follows the protocol with the state.
+    ControlRef MakeScrollView(Content& state) {
+        ControlRef scroll = nullptr;
+        EXPECT_EQ(BTScrollViewCreate(kBTScrollViewOptionsVertScroll, &scroll), noErr);
+        BTViewAddSubview(BTViewGetRoot(window), scroll);
+        BGRect frame = BGRectMake(10, 10, 211, 100);
+        BTViewSetFrame(scroll, &frame);
+        ControlRef content =
+            MakeControl(window, kControlKindUserPane, BGRectMake(0, 0, 200, 100), scroll);
+        const EventTypeSpec protocol[] = {{kEventClassScrollable, kEventScrollableGetInfo},
+                                          {kEventClassScrollable, kEventScrollableScrollTo}};
+        InstallEventHandler(GetControlEventTarget(content), Scrollable, 2, protocol, &state,
+                            nullptr);
+        return scroll;
+    }
 };
 
 } // namespace
@@ -78,18 +111,8 @@ TEST_F(ContainerTest, DraggingTheSplitterResizesBothSides) {
 }
 
 TEST_F(ContainerTest, TheScrollViewDrivesItsContentThroughTheProtocol) {
-    ControlRef scroll = nullptr;
-    ASSERT_EQ(BTScrollViewCreate(kBTScrollViewOptionsVertScroll, &scroll), noErr);
-    ControlRef root = BTViewGetRoot(window);
-    BTViewAddSubview(root, scroll);
-    BGRect frame = BGRectMake(10, 10, 211, 100);
-    BTViewSetFrame(scroll, &frame);
-    ControlRef content =
-        MakeControl(window, kControlKindUserPane, BGRectMake(0, 0, 200, 100), scroll);
     Content state;
-    const EventTypeSpec protocol[] = {{kEventClassScrollable, kEventScrollableGetInfo},
-                                      {kEventClassScrollable, kEventScrollableScrollTo}};
-    InstallEventHandler(GetControlEventTarget(content), Scrollable, 2, protocol, &state, nullptr);
+    ControlRef scroll = MakeScrollView(state);
 
     EXPECT_EQ(BTScrollViewGoTo(scroll, kBTScrollViewPageDown), noErr);
     EXPECT_EQ(state.origin.y, 100);
@@ -108,31 +131,25 @@ TEST_F(ContainerTest, TheScrollViewDrivesItsContentThroughTheProtocol) {
 }
 
 TEST_F(ContainerTest, ASidewaysWheelScrollsTheScrollViewSideways) {
-    ControlRef scroll = nullptr;
-    BTScrollViewCreate(kBTScrollViewOptionsVertScroll, &scroll);
-    BTViewAddSubview(BTViewGetRoot(window), scroll);
-    BGRect frame = BGRectMake(10, 10, 211, 100);
-    BTViewSetFrame(scroll, &frame);
-    ControlRef content =
-        MakeControl(window, kControlKindUserPane, BGRectMake(0, 0, 200, 100), scroll);
     Content state;
     state.image = {600, 1000};
-    const EventTypeSpec protocol[] = {{kEventClassScrollable, kEventScrollableGetInfo},
-                                      {kEventClassScrollable, kEventScrollableScrollTo}};
-    InstallEventHandler(GetControlEventTarget(content), Scrollable, 2, protocol, &state, nullptr);
+    MakeScrollView(state);
 
-    EventHolder wheel(kEventClassMouse, kEventMouseWheelMoved);
-    BGPoint global = {100 + 50, 100 + 50};
-    int32_t lines = -2;
-    EventMouseWheelAxis axis = kEventMouseWheelAxisX;
-    SetParam(wheel.get(), kEventParamMouseLocation, typeBTPoint, global);
-    SetParam(wheel.get(), kEventParamWindowRef, typeWindowRef, window);
-    SetParam(wheel.get(), kEventParamMouseWheelDelta, typeSInt32, lines);
-    SetParam(wheel.get(), kEventParamMouseWheelAxis, typeMouseWheelAxis, axis);
-    PostEventToQueue(GetMainEventQueue(), wheel.get(), kEventPriorityStandard);
-    HeadlessDriver::RunUntilIdle();
+    PostWheel(window, {50, 50}, -2, kEventMouseWheelAxisX);
     EXPECT_EQ(state.origin.x, 20);
     EXPECT_EQ(state.origin.y, 0);
+}
+
+TEST_F(ContainerTest, ASmoothWheelScrollsByItsExactAmount) {
+    Content state;
+    MakeScrollView(state);
+
+    // A quarter of a 20-point line, though no whole line has gone by yet.
+    PostWheel(window, {50, 50}, 0, kEventMouseWheelAxisY, -0.25);
+    EXPECT_EQ(state.origin.y, 5);
+    // The exact amount, not the whole lines the same stroke made.
+    PostWheel(window, {50, 50}, -1, kEventMouseWheelAxisY, -1.5);
+    EXPECT_EQ(state.origin.y, 35);
 }
 
 TEST_F(ContainerTest, TrackingAreasReportTheMouseEnteringAndLeaving) {
