@@ -372,6 +372,9 @@ void X11Backend::Dispatch(xcb_generic_event_t* event) {
     case XCB_FOCUS_OUT:
         FocusChanged(*reinterpret_cast<xcb_focus_in_event_t*>(event), type == XCB_FOCUS_IN);
         break;
+    case XCB_KEYMAP_NOTIFY:
+        input_->Keyboard().KeysHeld(reinterpret_cast<xcb_keymap_notify_event_t*>(event)->keys);
+        break;
     case XCB_GE_GENERIC:
         if (reinterpret_cast<xcb_ge_generic_event_t*>(event)->extension ==
             connection_->xinputOpcode)
@@ -510,7 +513,8 @@ void X11Backend::FocusChanged(const xcb_focus_in_event_t& focus, bool in) {
         focused_ = focus.event;
     } else {
         xcb_window_t expected = focus.event;
-        focused_.compare_exchange_strong(expected, XCB_NONE);
+        if (focused_.compare_exchange_strong(expected, XCB_NONE))
+            input_->Keyboard().FocusLeft();
     }
     OnMainThread([this] { toolbox::windows::SetApplicationActive(focused_ != XCB_NONE); });
 }

@@ -167,6 +167,18 @@ KeyStroke X11Keyboard::Press(xkb_keycode_t keycode) {
     return stroke;
 }
 
+void X11Keyboard::KeysHeld(const uint8_t (&keys)[31]) {
+    down_.clear();
+    for (xkb_keycode_t keycode = 8; keycode < 256; ++keycode)
+        if (keys[keycode / 8 - 1] & (1u << (keycode % 8)))
+            down_.insert(keycode);
+}
+
+void X11Keyboard::FocusLeft() {
+    if (compose_ != nullptr)
+        xkb_compose_state_reset(compose_);
+}
+
 KeyStroke X11Keyboard::Release(xkb_keycode_t keycode) {
     KeyStroke stroke;
     if (down_.erase(keycode) == 0)

@@ -45,6 +45,12 @@ public:
 
     KeyStroke Press(xkb_keycode_t keycode);
     KeyStroke Release(xkb_keycode_t keycode);
+    // The keys the server says are held (a bit for each keycode, from 8 up), as it does each
+    // time one of our windows gets the keyboard: keys released while it was elsewhere are
+    // down no longer, and one still held after a move between our windows still is.
+    void KeysHeld(const uint8_t (&keys)[31]);
+    // The keyboard went to another program: a half-typed compose sequence is dropped.
+    void FocusLeft();
 
 private:
     X11Keyboard(xkb_context* context, xkb_keymap* keymap);

@@ -68,6 +68,11 @@ TEST(X11KeyboardTest, ADeadKeyWaitsAndTheNextKeyGivesTheComposedCharacter) {
     de->Release(kKeyE);
     // The sequence is over: the next e is plain.
     EXPECT_EQ(de->Press(kKeyE).text, u"e");
+    de->Release(kKeyE);
+    // A sequence begun before the keyboard went to another program ends there.
+    de->Press(kKeyEqual);
+    de->FocusLeft();
+    EXPECT_EQ(de->Press(kKeyE).text, u"e");
 }
 
 TEST(X11KeyboardTest, ASecondPressWithoutReleaseIsARepeat) {
@@ -78,6 +83,22 @@ TEST(X11KeyboardTest, ASecondPressWithoutReleaseIsARepeat) {
     EXPECT_FALSE(us->Press(kKeyA).repeat);
     // A release of a key never pressed (its press went to another program) says nothing.
     EXPECT_FALSE(us->Release(kKeyE).deliver);
+}
+
+TEST(X11KeyboardTest, TheKeysDownAreTheOnesTheServerSaysAreHeld) {
+    auto us = Layout("us");
+    // Held while the keyboard was with another program, which heard the release.
+    us->Press(kKeyA);
+    const uint8_t none[31] = {};
+    us->KeysHeld(none);
+    EXPECT_FALSE(us->Press(kKeyA).repeat);
+    // Still held after a move between windows: the release comes to us.
+    uint8_t heldE[31] = {};
+    heldE[kKeyE / 8 - 1] = uint8_t(1u << (kKeyE % 8));
+    us->KeysHeld(heldE);
+    EXPECT_TRUE(us->Press(kKeyE).repeat);
+    EXPECT_TRUE(us->Release(kKeyE).deliver);
+    EXPECT_FALSE(us->Release(kKeyA).deliver);
 }
 
 TEST(X11KeyboardTest, UnknownLayoutsFailWithAReason) {
