@@ -465,42 +465,47 @@ void X11Backend::WindowConfigured(const xcb_configure_notify_event_t& configure)
         }
         std::free(root);
     }
+    bool changed = false;
+    WithWindow(configure.window, [&](X11Window& window) {
+        changed = window.NoteGeometry(geometry, configure.sequence);
+    });
+    if (changed)
+        OnMainThread([this, id = configure.window] { TellToolboxGeometry(id); });
+}
+
+// Notices queue up, and the toolbox passes what it is told back to the window: so it is told
+// the newest geometry, which each later notice then finds in place, rather than each in turn,
+// which would ask the server for the older places again.
+void X11Backend::TellToolboxGeometry(xcb_window_t id) {
     WindowRef ref = nullptr;
     Rect bounds{};
-    WithWindow(configure.window, [&](X11Window& window) {
-        if (window.NoteGeometry(geometry)) {
-            ref = window.Ref();
-            bounds = window.ToPoints(geometry);
-        }
+    WithWindow(id, [&](X11Window& window) {
+        ref = window.Ref();
+        bounds = window.ToPoints(window.Geometry());
     });
-    if (ref == nullptr)
+    toolbox::Window* live = toolbox::windows::Live(ref);
+    if (live == nullptr)
         return;
-    OnMainThread([ref, bounds] {
-        toolbox::Window* live = toolbox::windows::Live(ref);
-        if (live == nullptr)
-            return;
-        const Rect& now = live->ContentBounds();
-        bool sameSize = bounds.right - bounds.left == now.right - now.left &&
-                        bounds.bottom - bounds.top == now.bottom - now.top;
-        if (sameSize) {
-            // A sheet is attached to its parent: it goes where the window manager took it.
-            Rect before = live->ContentBounds();
-            live->SetContentBounds(bounds);
-            if (toolbox::Window* sheet = live->VisibleSheet()) {
-                Rect moved = sheet->ContentBounds();
-                OffsetRect(&moved, int16_t(bounds.left - before.left),
-                           int16_t(bounds.top - before.top));
-                sheet->SetContentBounds(moved);
-            }
-            return;
+    const Rect& now = live->ContentBounds();
+    bool sameSize = bounds.right - bounds.left == now.right - now.left &&
+                    bounds.bottom - bounds.top == now.bottom - now.top;
+    if (sameSize) {
+        // A sheet is attached to its parent: it goes where the window manager took it.
+        Rect before = live->ContentBounds();
+        live->SetContentBounds(bounds);
+        if (toolbox::Window* sheet = live->VisibleSheet()) {
+            Rect moved = sheet->ContentBounds();
+            OffsetRect(&moved, int16_t(bounds.left - before.left),
+                       int16_t(bounds.top - before.top));
+            sheet->SetContentBounds(moved);
         }
-        // A new size goes through the window's handlers, which know its minimum.
-        toolbox::EventHolder event(kEventClassWindow, kEventWindowBoundsChanging);
-        WindowRef target = ref;
-        toolbox::SetParam(event.get(), kEventParamDirectObject, typeWindowRef, target);
-        toolbox::SetParam(event.get(), kEventParamCurrentBounds, typeQDRectangle, bounds);
-        SendEventToEventTarget(event.get(), live->Target());
-    });
+        return;
+    }
+    // A new size goes through the window's handlers, which know its minimum.
+    toolbox::EventHolder event(kEventClassWindow, kEventWindowBoundsChanging);
+    toolbox::SetParam(event.get(), kEventParamDirectObject, typeWindowRef, ref);
+    toolbox::SetParam(event.get(), kEventParamCurrentBounds, typeQDRectangle, bounds);
+    SendEventToEventTarget(event.get(), live->Target());
 }
 
 // The keyboard moving between our windows goes out of one and into the other; the toolbox

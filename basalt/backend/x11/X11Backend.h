@@ -81,6 +81,7 @@ private:
     void DispatchXkb(xcb_generic_event_t* event);
     void ScreensChanged();
     void WindowConfigured(const xcb_configure_notify_event_t& configure);
+    void TellToolboxGeometry(xcb_window_t id);
     void CloseRequested(xcb_window_t id);
     void FocusChanged(const xcb_focus_in_event_t& focus, bool in);
     [[noreturn]] void DisplayLost();

@@ -245,15 +245,24 @@ void X11Window::Configure(const PixelRect& wanted) {
     geometry_ = wanted;
     const uint32_t values[] = {uint32_t(wanted.x), uint32_t(wanted.y), uint32_t(wanted.width),
                                uint32_t(wanted.height)};
-    xcb_configure_window(backend_.Connection().get(), id_,
-                         XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH |
-                             XCB_CONFIG_WINDOW_HEIGHT,
-                         values);
+    const uint16_t mask = XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH |
+                          XCB_CONFIG_WINDOW_HEIGHT;
+    xcb_void_cookie_t request =
+        xcb_configure_window(backend_.Connection().get(), id_, mask, values);
+    lastConfigure_ = uint16_t(request.sequence);
     xcb_flush(backend_.Connection().get());
 }
 
-bool X11Window::NoteGeometry(const PixelRect& geometry) {
+PixelRect X11Window::Geometry() {
     std::lock_guard lock(mutex_);
+    return geometry_;
+}
+
+bool X11Window::NoteGeometry(const PixelRect& geometry, uint16_t sequence) {
+    std::lock_guard lock(mutex_);
+    // Sequence numbers wrap at 16 bits.
+    if (lastConfigure_ && int16_t(uint16_t(sequence - *lastConfigure_)) < 0)
+        return false;
     if (geometry == geometry_)
         return false;
     geometry_ = geometry;

@@ -12,6 +12,7 @@
 
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <xcb/xcb.h>
 
 namespace basalt::x11 {
@@ -37,8 +38,12 @@ public:
     WindowRef Ref() const { return window_; }
     // Event thread: repaints part of the window from the front buffer.
     void Expose(int x, int y, int width, int height);
-    // Event thread: the geometry the server reports; true if it differs from what we set.
-    bool NoteGeometry(const PixelRect& geometry);
+    // Event thread: the geometry the server reports, with the number of the last request of
+    // ours it had handled; true if it differs from what we set. A notice from before our
+    // latest change is stale and says nothing.
+    bool NoteGeometry(const PixelRect& geometry, uint16_t sequence);
+    // The newest geometry: the last we asked for or the server reported, whichever came later.
+    PixelRect Geometry();
     void SetCursor(xcb_cursor_t cursor);
 
     PixelRect ToPixels(const Rect& bounds) const;
@@ -69,6 +74,7 @@ private:
     xcb_pixmap_t front_ = XCB_NONE;
     int frontWidth_ = 0, frontHeight_ = 0;
     PixelRect geometry_;
+    std::optional<uint16_t> lastConfigure_; // the sequence number of our latest change
 };
 
 } // namespace basalt::x11
