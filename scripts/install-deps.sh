@@ -7,7 +7,7 @@ packages=(
     libcairo2-dev libpango1.0-dev libgdk-pixbuf-2.0-dev libglib2.0-dev
     libxcb1-dev libxcb-xkb-dev libxcb-randr0-dev libxcb-cursor-dev libxcb-shm0-dev libxcb-xinput-dev libxcb-xfixes0-dev
     libxkbcommon-dev libxkbcommon-x11-dev xkb-data
-    xvfb xdotool x11-xkb-utils x11-utils x11-xserver-utils xclip python3
+    xvfb xdotool x11-xkb-utils x11-utils x11-xserver-utils xclip openbox python3
     shared-mime-info adwaita-icon-theme hicolor-icon-theme fonts-dejavu-core
     libgtest-dev libgmock-dev googletest libbenchmark-dev
 )

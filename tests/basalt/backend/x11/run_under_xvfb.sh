@@ -91,6 +91,11 @@ xclip_holds_text() { [ -n "$(xclip -o -selection clipboard 2>/dev/null | head -c
 # xdotool complains on stderr that a server without a window manager has no focus window.
 xdotool() { command xdotool "$@" 2>/dev/null; }
 
+# Whether a window manager has taken the display, and whether it has framed the window.
+wm_running() { xprop -root _NET_SUPPORTING_WM_CHECK | grep -c 'window id'; }
+frame_of() { xwininfo -children -id "$1" | sed -n 's/^ *Parent window id: \(0x[0-9a-f]*\).*/\1/p'; }
+framed() { [ "$(frame_of "$1")" != "$(xwininfo -root | sed -n 's/.*Window id: \(0x[0-9a-f]*\).*/\1/p')" ]; }
+
 window_of() {
     timeout 20 xdotool search --sync --onlyvisible --pid "$(cat "$work/$1.pid")" 2>/dev/null |
         head -1
@@ -442,6 +447,32 @@ xclip -o -selection clipboard >"$work/large.back"
 check "a large text read by another program" "$(cmp -s "$work/large.txt" "$work/large.back" && echo same)" same
 kill "$(cat "$work/serve.pid")"
 outcome serve >/dev/null
+
+# ---- Under a window manager, which frames each window (its title bar above the content) and
+# answers each move with a notice of its own. The save dialog opens centred with its frame on
+# the screen and holds still there: a place the server reports must never be asked for again,
+# or the dialog and the window manager would move it back and forth for good. A click lands
+# where it would without a frame.
+start_server
+export DISPLAY=$server_display
+openbox --sm-disable >/dev/null 2>&1 &
+servers+=($!)
+eventually_says 1 wm_running
+launch framed "$kelpick" save --dir "$samples" --name "Untitled.txt"
+window=$(window_of framed)
+eventually framed "$window"
+# Where the window's content is on the screen, and its frame.
+place_of() { xwininfo -id "$1" | sed -n 's/^ *Absolute upper-left [XY]: *//p' | tr '\n' ' '; }
+check "a framed save dialog opens centred" "$(place_of "$window")" "280 339 "
+read -r frame_x frame_y <<<"$(place_of "$(frame_of "$window")")"
+check "its frame shows whole above and left" "$((frame_y >= 0 && frame_y < 339 && frame_x >= 0))" 1
+check "it holds still" "$(for _ in $(seq 40); do place_of "$window"; echo; done | sort -u)" "280 339 "
+# Moved three times in a row, as a drag does: each move's notice comes after the next move.
+xdotool windowmove "$window" 100 100 windowmove "$window" 150 120 windowmove "$window" 200 140
+eventually_says "200 140 " place_of "$window"
+check "moved, it holds still" "$(for _ in $(seq 40); do place_of "$window"; echo; done | sort -u)" "200 140 "
+click_at "$window" 664 97 1
+check "Save clicked in a frame" "$(outcome framed)" "$samples/Untitled.txt|0"
 
 # ---- Errors: no display, and a display that goes away.
 DISPLAY=:9999 timeout 20 "$kelpick" ask-save --document a >"$work/none.out" 2>"$work/none.err"
