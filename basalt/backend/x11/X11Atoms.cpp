@@ -22,6 +22,7 @@ bool Atoms::Intern(xcb_connection_t* connection) {
         {"_NET_WM_STATE", &_NET_WM_STATE},
         {"_NET_WM_STATE_MODAL", &_NET_WM_STATE_MODAL},
         {"_NET_WM_PING", &_NET_WM_PING},
+        {"_MOTIF_WM_HINTS", &_MOTIF_WM_HINTS},
         {"CLIPBOARD", &CLIPBOARD},
         {"TARGETS", &TARGETS},
         {"INCR", &INCR},

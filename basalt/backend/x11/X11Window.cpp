@@ -159,7 +159,8 @@ void X11Window::SetSizeHints(const PixelRect& geometry) {
 }
 
 // A modal window or sheet stays above the window it belongs to: its sheet parent, else the
-// frontmost other window of the process.
+// frontmost other window of the process. A sheet hangs from the top of its parent's content,
+// so it has a border but no title bar, which would cover the parent's.
 void X11Window::SetModalProperties() {
     xcb_connection_t* xcb = backend_.Connection().get();
     const Atoms& atoms = backend_.Connection().atoms;
@@ -167,8 +168,13 @@ void X11Window::SetModalProperties() {
     if (live == nullptr || !IsModalClass(windowClass_))
         return;
     xcb_window_t owner = XCB_NONE;
-    if (auto parent = live->sheetParent.lock())
+    if (auto parent = live->sheetParent.lock()) {
         owner = backend_.XWindowFor(parent->Ref());
+        // Flags (decorations given), functions, decorations (the border alone), input mode,
+        // status.
+        const uint32_t borderOnly[5] = {2, 0, 2, 0, 0};
+        SetProperty(xcb, id_, atoms._MOTIF_WM_HINTS, atoms._MOTIF_WM_HINTS, 32, borderOnly, 5);
+    }
     for (const auto& other : toolbox::windows::All())
         if (owner == XCB_NONE && other.get() != live && other->IsVisible())
             owner = backend_.XWindowFor(other->Ref());

@@ -473,6 +473,16 @@ eventually_says "200 140 " place_of "$window"
 check "moved, it holds still" "$(for _ in $(seq 40); do place_of "$window"; echo; done | sort -u)" "200 140 "
 click_at "$window" 664 97 1
 check "Save clicked in a frame" "$(outcome framed)" "$samples/Untitled.txt|0"
+# A sheet has a border but no title bar, which would cover its parent's.
+launch framed-sheet "$sheetwin"
+eventually xdotool search --onlyvisible --name '^Sheet$'
+sheet=$(xdotool search --onlyvisible --name '^Sheet$')
+eventually framed "$sheet"
+read -r _ sheet_y <<<"$(place_of "$sheet")"
+read -r _ frame_y <<<"$(place_of "$(frame_of "$sheet")")"
+check "a sheet has no title bar" "$((sheet_y - frame_y <= 2))" 1
+kill "$(cat "$work/framed-sheet.pid")"
+outcome framed-sheet >/dev/null
 
 # ---- Errors: no display, and a display that goes away.
 DISPLAY=:9999 timeout 20 "$kelpick" ask-save --document a >"$work/none.out" 2>"$work/none.err"
