@@ -23,6 +23,8 @@ bool Atoms::Intern(xcb_connection_t* connection) {
         {"_NET_WM_STATE_MODAL", &_NET_WM_STATE_MODAL},
         {"_NET_WM_PING", &_NET_WM_PING},
         {"_MOTIF_WM_HINTS", &_MOTIF_WM_HINTS},
+        {"_NET_WORKAREA", &_NET_WORKAREA},
+        {"_NET_CURRENT_DESKTOP", &_NET_CURRENT_DESKTOP},
         {"CLIPBOARD", &CLIPBOARD},
         {"TARGETS", &TARGETS},
         {"INCR", &INCR},

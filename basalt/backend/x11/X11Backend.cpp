@@ -90,6 +90,7 @@ X11Backend::X11Backend(std::unique_ptr<X11Connection> connection)
     : connection_(std::move(connection)) {
     scale_ = ChooseScale(std::getenv("GDK_SCALE"), ReadResourceDatabase(*connection_));
     monitors_ = QueryMonitors(*connection_);
+    workArea_ = QueryWorkArea(*connection_);
     CreateLeader();
     SelectRootEvents();
     clipboard_ = std::make_unique<X11Clipboard>(*connection_, leader_);
@@ -139,8 +140,9 @@ void X11Backend::SelectRootEvents() {
     xcb_xkb_per_client_flags(xcb, xcb_xkb_device_spec_t(connection_->xkbDevice),
                              XCB_XKB_PER_CLIENT_FLAG_DETECTABLE_AUTO_REPEAT,
                              XCB_XKB_PER_CLIENT_FLAG_DETECTABLE_AUTO_REPEAT, 0, 0, 0);
-    // A change of the RandR monitors alone reaches us as the root's configure notice.
-    const uint32_t rootEvents = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
+    // A change of the RandR monitors alone reaches us as the root's configure notice; one of
+    // the work area as a change of its property.
+    const uint32_t rootEvents = XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE;
     xcb_change_window_attributes(xcb, connection_->Root(), XCB_CW_EVENT_MASK, &rootEvents);
     if (connection_->hasRandR)
         xcb_randr_select_input(xcb, connection_->Root(),
@@ -238,6 +240,11 @@ Rect PointsOf(const PixelRect& pixels, double scale) {
 
 Rect X11Backend::DisplayBounds() const {
     return PointsOf(Monitors().front(), scale_);
+}
+
+Rect X11Backend::AvailableBounds() const {
+    std::lock_guard lock(monitorsMutex_);
+    return PointsOf(UsablePart(monitors_.front(), workArea_), scale_);
 }
 
 Rect X11Backend::GreatestAreaDisplay(const Rect& window) const {
@@ -386,9 +393,15 @@ void X11Backend::Dispatch(xcb_generic_event_t* event) {
     case XCB_SELECTION_REQUEST:
         clipboard_->Request(*reinterpret_cast<xcb_selection_request_event_t*>(event));
         break;
-    case XCB_PROPERTY_NOTIFY:
-        clipboard_->PropertyChanged(*reinterpret_cast<xcb_property_notify_event_t*>(event));
+    case XCB_PROPERTY_NOTIFY: {
+        auto* notify = reinterpret_cast<xcb_property_notify_event_t*>(event);
+        if (notify->window != connection_->Root())
+            clipboard_->PropertyChanged(*notify);
+        else if (notify->atom == connection_->atoms._NET_WORKAREA ||
+                 notify->atom == connection_->atoms._NET_CURRENT_DESKTOP)
+            ScreensChanged();
         break;
+    }
     case XCB_SELECTION_CLEAR:
         clipboard_->Lost(*reinterpret_cast<xcb_selection_clear_event_t*>(event));
         break;
@@ -444,6 +457,7 @@ void X11Backend::ScreensChanged() {
     {
         std::lock_guard lock(monitorsMutex_);
         monitors_ = QueryMonitors(*connection_);
+        workArea_ = QueryWorkArea(*connection_);
     }
     OnMainThread(
         [] { graphics::NotifyDisplayReconfiguration(kMainDisplay, kBGDisplaySetModeFlag); });

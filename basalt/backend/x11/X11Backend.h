@@ -42,6 +42,7 @@ public:
     Rect DisplayBounds() const override;
     Rect GreatestAreaDisplay(const Rect& window) const override;
     int16_t MenuBarHeight() const override { return 0; }
+    Rect AvailableBounds() const override;
     void Beep() override;
     MenuItemIndex TrackPopupMenu(MenuRef menu, Point where, MenuItemIndex current) override;
     void SetClipboardText(const std::string& utf8) override;
@@ -91,6 +92,7 @@ private:
     xcb_window_t leader_ = XCB_NONE;
     mutable std::mutex monitorsMutex_;
     std::vector<PixelRect> monitors_;
+    std::optional<PixelRect> workArea_;
     std::unique_ptr<X11Input> input_;
     std::unique_ptr<X11Clipboard> clipboard_;
     std::unique_ptr<X11Dnd> dnd_;

@@ -75,6 +75,47 @@ std::string ReadResourceDatabase(const X11Connection& connection) {
     return ReadTextProperty(connection.get(), connection.Root(), XCB_ATOM_RESOURCE_MANAGER, false);
 }
 
+namespace {
+
+std::vector<uint32_t> ReadCardinals(const X11Connection& connection, xcb_atom_t property) {
+    xcb_connection_t* xcb = connection.get();
+    xcb_get_property_reply_t* reply = xcb_get_property_reply(
+        xcb, xcb_get_property(xcb, 0, connection.Root(), property, XCB_ATOM_CARDINAL, 0, 1024),
+        nullptr);
+    std::vector<uint32_t> values;
+    if (reply != nullptr && reply->format == 32) {
+        auto* data = static_cast<const uint32_t*>(xcb_get_property_value(reply));
+        values.assign(data, data + xcb_get_property_value_length(reply) / 4);
+    }
+    std::free(reply);
+    return values;
+}
+
+} // namespace
+
+std::optional<PixelRect> QueryWorkArea(const X11Connection& connection) {
+    std::vector<uint32_t> areas = ReadCardinals(connection, connection.atoms._NET_WORKAREA);
+    std::vector<uint32_t> desktop =
+        ReadCardinals(connection, connection.atoms._NET_CURRENT_DESKTOP);
+    // Four values for each desktop.
+    size_t index = desktop.empty() ? 0 : desktop.front();
+    if (areas.size() < 4 * (index + 1))
+        index = 0;
+    if (areas.size() < 4)
+        return std::nullopt;
+    const uint32_t* area = &areas[4 * index];
+    return PixelRect{int(area[0]), int(area[1]), int(area[2]), int(area[3])};
+}
+
+PixelRect UsablePart(const PixelRect& monitor, const std::optional<PixelRect>& workArea) {
+    if (!workArea || OverlapArea(monitor, *workArea) == 0)
+        return monitor;
+    int left = std::max(monitor.x, workArea->x), top = std::max(monitor.y, workArea->y);
+    int right = std::min(monitor.x + monitor.width, workArea->x + workArea->width);
+    int bottom = std::min(monitor.y + monitor.height, workArea->y + workArea->height);
+    return {left, top, right - left, bottom - top};
+}
+
 PixelRect PlaceOnNearestMonitor(const PixelRect& window, const std::vector<PixelRect>& monitors) {
     if (monitors.empty())
         return window;

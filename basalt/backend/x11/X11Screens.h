@@ -18,6 +18,11 @@ struct PixelRect {
 
 // The monitors RandR reports, primary first; the whole screen when RandR is absent.
 std::vector<PixelRect> QueryMonitors(const X11Connection& connection);
+// What the window manager leaves to windows on the current desktop, once panels and docks
+// have their strips; none without a window manager that says.
+std::optional<PixelRect> QueryWorkArea(const X11Connection& connection);
+// The part of a monitor that windows may use: all of it unless the work area takes some.
+PixelRect UsablePart(const PixelRect& monitor, const std::optional<PixelRect>& workArea);
 
 // Device pixels per point: GDK_SCALE when set, else Xft.dpi from the resource database
 // (192 and more draws at 2x), else 1.

@@ -43,6 +43,13 @@ public:
     // The display showing most of the window's content (global coordinates).
     virtual Rect GreatestAreaDisplay(const Rect&) const { return DisplayBounds(); }
     virtual int16_t MenuBarHeight() const = 0;
+    // What windows may take of the main display: all but the menu bar, and the strips that
+    // panels and docks keep for themselves.
+    virtual Rect AvailableBounds() const {
+        Rect available = DisplayBounds();
+        available.top = int16_t(available.top + MenuBarHeight());
+        return available;
+    }
     virtual void Beep() = 0;
     // Shows the menu at a global point and lets the user pick; the item, or 0 for none.
     virtual MenuItemIndex TrackPopupMenu(MenuRef menu, Point where, MenuItemIndex current) = 0;

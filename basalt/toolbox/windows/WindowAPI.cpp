@@ -209,8 +209,7 @@ StatusCode RepositionWindow(WindowRef window, WindowRef parentWindow, uint32_t m
     if (live == nullptr)
         return errInvalidWindowRef;
     Window* parent = Live(parentWindow);
-    Rect within = CurrentBackend().DisplayBounds();
-    within.top = int16_t(within.top + CurrentBackend().MenuBarHeight());
+    Rect within = CurrentBackend().AvailableBounds();
     bool onParent =
         method == kWindowCenterOnParentWindow || method == kWindowAlertPositionOnParentWindow;
     if (onParent && parent != nullptr)
@@ -365,9 +364,8 @@ StatusCode BTWindowGetGreatestAreaDisplay(WindowRef window, uint32_t, Rect* outD
 StatusCode BTWindowGetAvailablePositioningBounds(uint32_t, BGRect* outAvailableRect) {
     if (outAvailableRect == nullptr)
         return paramErr;
-    Rect display = CurrentBackend().DisplayBounds();
-    display.top = int16_t(display.top + CurrentBackend().MenuBarHeight());
-    *outAvailableRect = BGRectFromRect(&display);
+    Rect available = CurrentBackend().AvailableBounds();
+    *outAvailableRect = BGRectFromRect(&available);
     return noErr;
 }
 

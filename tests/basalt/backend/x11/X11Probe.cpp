@@ -9,6 +9,8 @@
 //   x11probe shot FILE.png [WINDOW] writes the screen (or what it shows of the window)
 //   x11probe cursor                prints the pointer's shape as the server shows it: size,
 //                                  hot spot and a digest of the pixels
+//   x11probe panel HEIGHT          keeps a strip of the screen's top as a panel does, until
+//                                  killed
 
 #include "basalt/backend/x11/X11Snapshot.h"
 
@@ -230,13 +232,36 @@ int Cursor(xcb_connection_t* xcb) {
     return 0;
 }
 
+// A dock across the top that asks the window manager to keep its strip free of windows.
+int Panel(xcb_connection_t* xcb, xcb_screen_t* screen, uint32_t height) {
+    xcb_window_t panel = xcb_generate_id(xcb);
+    xcb_create_window(xcb, XCB_COPY_FROM_PARENT, panel, screen->root, 0, 0, screen->width_in_pixels,
+                      uint16_t(height), 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, screen->root_visual, 0,
+                      nullptr);
+    xcb_atom_t dock = Atom(xcb, "_NET_WM_WINDOW_TYPE_DOCK");
+    xcb_change_property(xcb, XCB_PROP_MODE_REPLACE, panel, Atom(xcb, "_NET_WM_WINDOW_TYPE"),
+                        XCB_ATOM_ATOM, 32, 1, &dock);
+    // Left, right, top, bottom; then where along each edge: the top one spans the screen.
+    const uint32_t strut[12] = {
+        0, 0, height, 0, 0, 0, 0, 0, 0, uint32_t(screen->width_in_pixels - 1), 0, 0};
+    xcb_change_property(xcb, XCB_PROP_MODE_REPLACE, panel, Atom(xcb, "_NET_WM_STRUT_PARTIAL"),
+                        XCB_ATOM_CARDINAL, 32, 12, strut);
+    xcb_change_property(xcb, XCB_PROP_MODE_REPLACE, panel, Atom(xcb, "_NET_WM_STRUT"),
+                        XCB_ATOM_CARDINAL, 32, 4, strut);
+    xcb_map_window(xcb, panel);
+    xcb_flush(xcb);
+    while (xcb_generic_event_t* event = xcb_wait_for_event(xcb))
+        std::free(event);
+    return 0;
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
     if (argc < 2 || (argc < 3 && std::string(argv[1]) != "cursor")) {
         std::fprintf(stderr,
                      "usage: x11probe close WINDOW | keys WINDOW CODE... | drop WINDOW URI... | "
-                     "shot FILE [WINDOW] | cursor\n");
+                     "shot FILE [WINDOW] | cursor | panel HEIGHT\n");
         return 2;
     }
     int screenNumber = 0;
@@ -258,6 +283,8 @@ int main(int argc, char** argv) {
                       std::vector<std::string>(argv + 3, argv + argc));
     } else if (command == "cursor") {
         result = Cursor(xcb);
+    } else if (command == "panel") {
+        result = Panel(xcb, screen, uint32_t(std::strtoul(argv[2], nullptr, 0)));
     } else if (command == "shot") {
         result = Shot(xcb, screen, argv[2],
                       argc > 3 ? xcb_window_t(std::strtoul(argv[3], nullptr, 0)) : XCB_NONE);

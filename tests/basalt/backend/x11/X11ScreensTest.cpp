@@ -47,6 +47,16 @@ TEST(X11ScreensTest, TheGreatestAreaMonitorHoldsMostOfTheWindow) {
     EXPECT_EQ(GreatestAreaMonitor({9000, 9000, 10, 10}, kTwoMonitors), kTwoMonitors[0]);
 }
 
+TEST(X11ScreensTest, PanelsTakeTheirStripsOfTheMonitorTheyAreOn) {
+    // The work area spans both monitors, less a 30-pixel panel across the top.
+    const PixelRect workArea{0, 30, 3200, 1050};
+    EXPECT_EQ(UsablePart(kTwoMonitors[0], workArea), (PixelRect{0, 30, 1920, 1050}));
+    EXPECT_EQ(UsablePart(kTwoMonitors[1], workArea), (PixelRect{1920, 30, 1280, 994}));
+    // No window manager says, or one whose work area misses the monitor: all of it.
+    EXPECT_EQ(UsablePart(kTwoMonitors[0], std::nullopt), kTwoMonitors[0]);
+    EXPECT_EQ(UsablePart(kTwoMonitors[1], PixelRect{0, 0, 1920, 1080}), kTwoMonitors[1]);
+}
+
 TEST(X11ScreensTest, ScaleComesFromGdkScaleElseFromXftDpi) {
     EXPECT_EQ(ChooseScale(nullptr, ""), 1.0);
     EXPECT_EQ(ChooseScale(nullptr, "Xft.antialias:\t1\nXft.dpi:\t192\n"), 2.0);

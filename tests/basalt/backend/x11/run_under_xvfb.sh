@@ -483,6 +483,20 @@ read -r _ frame_y <<<"$(place_of "$(frame_of "$sheet")")"
 check "a sheet has no title bar" "$((sheet_y - frame_y <= 2))" 1
 kill "$(cat "$work/framed-sheet.pid")"
 outcome framed-sheet >/dev/null
+# A panel keeps the top 40 pixels: a dialog with no place of its own yet (the one above
+# remembers where it was moved) is centred in what is left.
+launch panel "$probe" panel 40
+eventually_says "_NET_WORKAREA(CARDINAL) = 0, 40, 1280, 760" xprop -root _NET_WORKAREA
+launch below-panel env XDG_CONFIG_HOME="$work/below-panel" \
+    "$kelpick" save --dir "$samples" --name "Untitled.txt"
+window=$(window_of below-panel)
+eventually framed "$window"
+check "a dialog is centred below a panel" "$(place_of "$window")" "280 359 "
+xdotool windowfocus --sync "$window"
+xdotool key Escape
+outcome below-panel >/dev/null
+kill "$(cat "$work/panel.pid")"
+outcome panel >/dev/null
 
 # ---- Errors: no display, and a display that goes away.
 DISPLAY=:9999 timeout 20 "$kelpick" ask-save --document a >"$work/none.out" 2>"$work/none.err"
