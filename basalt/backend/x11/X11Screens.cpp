@@ -27,6 +27,20 @@ long DistanceSquared(const PixelRect& window, const PixelRect& monitor) {
     return dx * dx + dy * dy;
 }
 
+std::vector<uint32_t> ReadCardinals(const X11Connection& connection, xcb_atom_t property) {
+    xcb_connection_t* xcb = connection.get();
+    xcb_get_property_reply_t* reply = xcb_get_property_reply(
+        xcb, xcb_get_property(xcb, 0, connection.Root(), property, XCB_ATOM_CARDINAL, 0, 1024),
+        nullptr);
+    std::vector<uint32_t> values;
+    if (reply != nullptr && reply->format == 32) {
+        auto* data = static_cast<const uint32_t*>(xcb_get_property_value(reply));
+        values.assign(data, data + xcb_get_property_value_length(reply) / 4);
+    }
+    std::free(reply);
+    return values;
+}
+
 int Clamp(int position, int size, int start, int length) {
     if (size >= length)
         return start;
@@ -74,24 +88,6 @@ double ChooseScale(const char* gdkScale, const std::string& resources) {
 std::string ReadResourceDatabase(const X11Connection& connection) {
     return ReadTextProperty(connection.get(), connection.Root(), XCB_ATOM_RESOURCE_MANAGER, false);
 }
-
-namespace {
-
-std::vector<uint32_t> ReadCardinals(const X11Connection& connection, xcb_atom_t property) {
-    xcb_connection_t* xcb = connection.get();
-    xcb_get_property_reply_t* reply = xcb_get_property_reply(
-        xcb, xcb_get_property(xcb, 0, connection.Root(), property, XCB_ATOM_CARDINAL, 0, 1024),
-        nullptr);
-    std::vector<uint32_t> values;
-    if (reply != nullptr && reply->format == 32) {
-        auto* data = static_cast<const uint32_t*>(xcb_get_property_value(reply));
-        values.assign(data, data + xcb_get_property_value_length(reply) / 4);
-    }
-    std::free(reply);
-    return values;
-}
-
-} // namespace
 
 std::optional<PixelRect> QueryWorkArea(const X11Connection& connection) {
     std::vector<uint32_t> areas = ReadCardinals(connection, connection.atoms._NET_WORKAREA);
