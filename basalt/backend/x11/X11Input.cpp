@@ -74,7 +74,8 @@ void X11Input::Button(const xcb_button_press_event_t& event, bool press) {
         if (press && !smooth)
             Wheel(event.event, event.root_x, event.root_y, event.state,
                   {event.detail == kWheelUp || event.detail == kWheelLeft ? 1 : -1, std::nullopt,
-                   event.detail >= kWheelLeft ? kEventMouseWheelAxisX : kEventMouseWheelAxisY});
+                   EventMouseWheelAxis(event.detail >= kWheelLeft ? kEventMouseWheelAxisX
+                                                                  : kEventMouseWheelAxisY)});
         return;
     }
     uint16_t button = ToolboxButton(event.detail);
